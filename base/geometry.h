@@ -1,0 +1,29 @@
+// Rectangles in pixels, for code that does not know windows.
+#pragma once
+
+namespace quorvex {
+
+struct Size {
+  int width = 0;
+  int height = 0;
+};
+
+// left and top lie inside, right and bottom just outside.
+struct Rect {
+  int left = 0;
+  int top = 0;
+  int right = 0;
+  int bottom = 0;
+
+  [[nodiscard]] constexpr int Width() const { return right - left; }
+  [[nodiscard]] constexpr int Height() const { return bottom - top; }
+  [[nodiscard]] constexpr bool Intersects(const Rect& other) const {
+    return left < other.right && other.left < right && top < other.bottom && other.top < bottom;
+  }
+  friend constexpr bool operator==(const Rect&, const Rect&) = default;
+};
+
+// Half of a length, rounding down also below zero, as an arithmetic shift does.
+constexpr int Half(int length) { return length >> 1; }
+
+}  // namespace quorvex

@@ -1,0 +1,174 @@
+#include "base/ini_document.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+
+namespace quorvex {
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+bool IsQuoted(std::string_view value) {
+  return value.size() >= 2 && value.front() == value.back() &&
+         (value.front() == '"' || value.front() == '\'');
+}
+
+std::string_view Unquoted(std::string_view value) {
+  return IsQuoted(value) ? value.substr(1, value.size() - 2) : value;
+}
+
+// What stands behind the equals sign. A value in quotes of its own gets a second pair, or readers would take
+// the first for the store's.
+std::string Written(std::string_view value) {
+  std::string text(value.substr(0, value.find('\0')));
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
+  return IsQuoted(text) ? '"' + text + '"' : text;
+}
+
+int DigitOf(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  return 16;
+}
+
+// The base that a prefix names, and the digits behind it.
+int TakeBase(std::string_view& digits) {
+  if (digits.size() < 2 || digits.front() != '0') return 10;
+  const char prefix = digits[1];
+  const int base = prefix == 'x' ? 16 : prefix == 'o' ? 8 : prefix == 'b' ? 2 : 10;
+  if (base != 10) digits.remove_prefix(2);
+  return base;
+}
+
+}  // namespace
+
+IniDocument::IniDocument(std::string text) {
+  std::string_view rest = Keep(std::move(text));
+  if (rest.starts_with(kByteOrderMark)) {
+    mark = rest.substr(0, kByteOrderMark.size());
+    rest.remove_prefix(kByteOrderMark.size());
+  }
+  lines.reserve(rest.size() / 24);
+  while (!rest.empty()) {
+    const std::size_t length = std::min(rest.find_first_of("\r\n"), rest.size());
+    const std::size_t endLength =
+        rest.substr(length).starts_with("\r\n") ? 2 : std::min<std::size_t>(1, rest.size() - length);
+    lines.push_back(ParsedLine(rest.substr(0, length), rest.substr(length, endLength)));
+    rest.remove_prefix(length + endLength);
+  }
+  if (!lines.empty() && !lines.front().end.empty()) lineEnd = lines.front().end;
+}
+
+IniDocument::Line IniDocument::ParsedLine(std::string_view text, std::string_view end) {
+  Line line{.text = text, .end = end, .key = {}, .value = {}, .header = false};
+  const std::string_view content = Trimmed(text);
+  if (content.starts_with('[')) {
+    if (const std::size_t close = content.rfind(']'); close != std::string_view::npos) {
+      line.header = true;
+      line.key = Trimmed(content.substr(1, close - 1));
+      return line;
+    }
+  }
+  const std::size_t equals = content.find('=');
+  line.key = Trimmed(content.substr(0, equals));
+  if (equals != std::string_view::npos) {
+    const std::string_view value = Unquoted(Trimmed(content.substr(equals + 1)));
+    line.value = value.substr(0, value.find('\0'));
+  }
+  return line;
+}
+
+bool IniDocument::IsEntry(const Line& line) { return line.value && !line.key.starts_with(';'); }
+
+std::string_view IniDocument::Keep(std::string text) { return texts.emplace_back(std::move(text)); }
+
+// The index of the first line of a section (for "" of the file), behind its header; npos without such a
+// section.
+std::size_t IniDocument::SectionBegin(std::string_view section) const {
+  if (section.empty()) return 0;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (lines[i].header && EqualNoCase(lines[i].key, section)) return i + 1;
+  }
+  return std::string_view::npos;
+}
+
+std::size_t IniDocument::SectionEnd(std::size_t begin) const {
+  while (begin < lines.size() && !lines[begin].header) ++begin;
+  return begin;
+}
+
+const IniDocument::Line* IniDocument::FindLine(std::string_view section, std::string_view key) const {
+  const std::size_t begin = SectionBegin(section);
+  if (begin == std::string_view::npos) return nullptr;
+  const std::size_t end = SectionEnd(begin);
+  for (std::size_t i = begin; i < end; ++i) {
+    if (!Trimmed(lines[i].text).empty() && EqualNoCase(lines[i].key, key)) return &lines[i];
+  }
+  return nullptr;
+}
+
+std::optional<std::string_view> IniDocument::Find(std::string_view section, std::string_view key) const {
+  const Line* line = FindLine(section, key);
+  return line == nullptr ? std::nullopt : line->value;
+}
+
+std::vector<IniEntry> IniDocument::Entries(std::string_view section) const {
+  std::vector<IniEntry> entries;
+  const std::size_t begin = SectionBegin(section);
+  if (begin == std::string_view::npos) return entries;
+  const std::size_t end = SectionEnd(begin);
+  for (std::size_t i = begin; i < end; ++i) {
+    if (lines[i].value) entries.push_back({lines[i].key, *lines[i].value});
+  }
+  return entries;
+}
+
+void IniDocument::Set(std::string_view section, std::string_view key, std::string_view value) {
+  if (const Line* found = FindLine(section, key)) {
+    Line& line = lines[static_cast<std::size_t>(found - lines.data())];
+    const std::size_t equals = line.text.find('=');
+    const std::string_view before =
+        equals == std::string_view::npos ? line.text : line.text.substr(0, equals);
+    line = ParsedLine(Keep(std::string(before) + '=' + Written(value)), line.end);
+    return;
+  }
+  std::size_t at = SectionBegin(section);
+  if (at == std::string_view::npos) {
+    InsertLine(lines.size(), '[' + std::string(section) + ']');
+    at = lines.size();
+  }
+  // Behind the section's last entry: blank lines and remarks before the next header belong to that.
+  const std::size_t begin = at;
+  for (at = SectionEnd(begin); at > begin && !IsEntry(lines[at - 1]);) --at;
+  InsertLine(at, std::string(key) + '=' + Written(value));
+}
+
+void IniDocument::InsertLine(std::size_t at, std::string text) {
+  if (at > 0 && lines[at - 1].end.empty()) lines[at - 1].end = lineEnd;
+  lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(at), ParsedLine(Keep(std::move(text)), lineEnd));
+}
+
+std::string IniDocument::Text() const {
+  std::string text(mark);
+  for (const Line& line : lines) text.append(line.text).append(line.end);
+  return text;
+}
+
+std::int32_t IniInteger(std::string_view value) {
+  std::string_view digits = Trimmed(value);
+  const bool negative = digits.starts_with('-');
+  if (negative || digits.starts_with('+')) digits.remove_prefix(1);
+  const int base = TakeBase(digits);
+  std::uint32_t number = 0;
+  for (const char c : digits) {
+    const int digit = DigitOf(c);
+    if (digit >= base) break;
+    number = number * static_cast<std::uint32_t>(base) + static_cast<std::uint32_t>(digit);
+  }
+  return static_cast<std::int32_t>(negative ? 0U - number : number);
+}
+
+}  // namespace quorvex

@@ -1,0 +1,83 @@
+# The program, the platform layer and their tests, for Windows.
+enable_language(RC)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+add_compile_definitions(WINVER=0x0A00 _WIN32_WINNT=0x0A00 NO_DSHOW_STRSAFE)
+include_directories(${CMAKE_SOURCE_DIR})
+add_compile_options(-gdwarf-4 -fstack-protector-strong)
+add_link_options(-fstack-protector-strong -Wl,--nxcompat,--dynamicbase,--high-entropy-va)
+
+# Artwork, drawn from its sources.
+file(GLOB art_sources CONFIGURE_DEPENDS resources/art/*.py)
+set(art_dir ${CMAKE_BINARY_DIR}/art)
+set(art_files ${art_dir}/panel.bmp ${art_dir}/segments.bmp ${art_dir}/quorvex.ico)
+add_custom_command(
+  OUTPUT ${art_files}
+  COMMAND /usr/bin/python3 ${CMAKE_SOURCE_DIR}/resources/art/make_art.py ${art_dir}
+  DEPENDS ${art_sources}
+  COMMENT "Drawing the artwork")
+
+# Everything of the player but its entry point.
+add_library(
+  quorvex_player STATIC
+  base/ini_file.cpp
+  devices/cd/cd_device.cpp
+  devices/cd/cd_drive.cpp
+  devices/cd/mci_error.cpp
+  devices/current_device.cpp
+  devices/device.cpp
+  devices/shared_state.cpp
+  devices/tv/capture_devices.cpp
+  panel/accessible_object.cpp
+  panel/control_panel.cpp
+  panel/main_window.cpp
+  panel/panel_accessibility.cpp
+  panel/skin.cpp
+  panel/status_display.cpp
+  shell/actions.cpp
+  shell/button_behaviour.cpp
+  shell/chapters_menu.cpp
+  shell/command_table.cpp
+  shell/control_window.cpp
+  shell/device_switch.cpp
+  shell/lifecycle.cpp
+  shell/media_select_menu.cpp
+  shell/popup_menu.cpp
+  shell/settings.cpp
+  shell/startup.cpp)
+target_link_libraries(quorvex_player PUBLIC quorvex_arithmetic comctl32 gdi32 ole32 oleacc oleaut32 strmiids uuid winmm)
+
+# The resources, linked into the program and into the tests that show the panel.
+add_library(quorvex_resources OBJECT resources/quorvex.rc)
+target_include_directories(quorvex_resources PRIVATE ${CMAKE_SOURCE_DIR} ${art_dir})
+set_source_files_properties(resources/quorvex.rc PROPERTIES OBJECT_DEPENDS "${art_files};${CMAKE_SOURCE_DIR}/resources/quorvex.manifest;${CMAKE_SOURCE_DIR}/resources/ids.h")
+
+add_executable(quorvex WIN32 shell/main.cpp $<TARGET_OBJECTS:quorvex_resources>)
+target_link_libraries(quorvex PRIVATE quorvex_player)
+
+# The platform layer's CD drive: an MCI driver, and the program that works the drive.
+set(deps ${CMAKE_SOURCE_DIR}/build/deps)
+add_library(quorvex_drive STATIC platform/cd/open_image.cpp platform/cd/nrg_image.cpp platform/cd/shared_drive.cpp)
+target_include_directories(quorvex_drive SYSTEM PUBLIC ${deps}/include)
+target_link_libraries(quorvex_drive PUBLIC quorvex_disc ${deps}/lib/libcdio.a shell32 winmm)
+
+add_library(qvcd MODULE platform/cd/cd_engine.cpp platform/cd/mci_driver.cpp platform/cd/sound_output.cpp platform/cd/qvcd.def platform/cd/qvcd.rc)
+set_target_properties(qvcd PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+target_link_libraries(qvcd PRIVATE quorvex_drive)
+
+add_executable(qvdrive platform/drive/main.cpp platform/drive/qvdrive.rc)
+target_link_libraries(qvdrive PRIVATE quorvex_drive)
+
+# The demo disc, rendered from scores.
+file(GLOB demo_sources CONFIGURE_DEPENDS resources/demo/*.py)
+set(demo_dir ${CMAKE_BINARY_DIR}/demo)
+add_custom_command(
+  OUTPUT ${demo_dir}/demo.bin ${demo_dir}/demo.cue ${demo_dir}/demo.abm
+  COMMAND /usr/bin/python3 ${CMAKE_SOURCE_DIR}/resources/demo/make_demo_disc.py ${demo_dir}
+  DEPENDS ${demo_sources}
+  COMMENT "Rendering the demo disc")
+add_custom_target(demo ALL DEPENDS ${demo_dir}/demo.cue)
+
+# ./run builds without the tests' packages; ./check installs them.
+if(EXISTS /usr/src/googletest)
+  add_subdirectory(tests/win)
+endif()

@@ -1,0 +1,14 @@
+#include "devices/shared_state.h"
+
+namespace quorvex {
+
+DeviceType currentDeviceType = DeviceType::kNone;
+int currentCaptureDevice = -1;
+int startCaptureDevice = -1;
+bool muted = false;
+bool dvdAvailable = false;
+std::string configPath;
+std::string mediaAlbumPath;
+std::string cdAlbumPath;
+
+}  // namespace quorvex

@@ -1,0 +1,24 @@
+// What screen readers are told in place of what the eye sees.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "panel/display_elements.h"
+
+#include <array>
+
+namespace quorvex {
+
+// A key's name and its shortcut from a tool tip such as "Power (Alt+F4)"; no shortcut when it names none.
+struct KeyText {
+  std::string name;
+  std::string shortcut;
+};
+KeyText SplitToolTip(std::string_view toolTip);
+
+// The display's lit content in words: "00:02:17, TRACK 3 OF 6, REP, ALL, CD, Title". Blank parts are left
+// out.
+std::string DisplayAsText(const std::array<int, kDisplayElementCount>& values, std::string_view textLine);
+
+}  // namespace quorvex

@@ -1,0 +1,41 @@
+#include "panel/main_window.h"
+
+#include "base/geometry.h"
+
+namespace quorvex {
+
+HINSTANCE instance = nullptr;
+HWND mainWindow = nullptr;
+
+std::string LoadText(int stringId) {
+  // Asked for no copy, the call hands out the resource itself, in UTF-16.
+  const wchar_t* wide = nullptr;
+  const int length =
+      ::LoadStringW(instance, static_cast<UINT>(stringId), reinterpret_cast<wchar_t*>(&wide), 0);
+  std::string text(static_cast<std::size_t>(length) * 3, '\0');
+  const int size = ::WideCharToMultiByte(CP_ACP, 0, wide, length, text.data(), length * 3, nullptr, nullptr);
+  text.resize(static_cast<std::size_t>(size));
+  return text;
+}
+
+int ReportError(const std::string& text) {
+  return ::MessageBoxA(mainWindow, text.c_str(), "Quorvex", MB_ICONHAND | MB_TOPMOST);
+}
+
+bool ReportErrorIf(long failed, const std::string& text) {
+  if (failed == 0) return false;
+  ReportError(text);
+  return true;
+}
+
+void CenterWindow(HWND window, HWND reference) {
+  RECT moved{};
+  RECT fixed{};
+  ::GetWindowRect(window, &moved);
+  ::GetWindowRect(reference, &fixed);
+  const int left = fixed.left + Half((fixed.right - fixed.left) - (moved.right - moved.left));
+  const int top = fixed.top + Half((fixed.bottom - fixed.top) - (moved.bottom - moved.top));
+  ::SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+}
+
+}  // namespace quorvex

@@ -1,0 +1,30 @@
+// What every room may ask of the control-panel window without knowing who answers its messages.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace quorvex {
+
+// The module that holds the resources; set by the entry point.
+extern HINSTANCE instance;
+
+// The control panel (window class PControl): owner of every timer and message box; null before it is made.
+extern HWND mainWindow;
+
+// A string resource; empty when there is none of that number.
+std::string LoadText(int stringId);
+
+// A modal message box owned by the control panel, caption "Quorvex", stop icon, topmost. Answers the box's
+// result.
+int ReportError(const std::string& text);
+
+// Reports `text` when `failed` is not zero (a platform's result code may be passed whole: S_FALSE counts as
+// failed). Answers whether it did.
+bool ReportErrorIf(long failed, const std::string& text);
+
+// Moves `window` so that its centre lies over the centre of `reference`; size and z-order stay.
+void CenterWindow(HWND window, HWND reference);
+
+}  // namespace quorvex

@@ -1,0 +1,185 @@
+#include "panel/status_display.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "panel/main_window.h"
+#include "panel/skin.h"
+
+namespace quorvex {
+namespace {
+
+constexpr std::size_t kLongestText = 99;
+
+struct State {
+  DisplayContent content;
+  Colour teal = kTeal;
+  OnScreenText onScreenText = nullptr;
+};
+
+State& Display() {
+  static State state = [] {
+    State fresh;
+    fresh.content.values.fill(1);
+    for (int i = 0; i < kDisplayElementCount; ++i) {
+      if (kDisplayElements[static_cast<std::size_t>(i)].kind == ElementKind::kDigit)
+        fresh.content.values[static_cast<std::size_t>(i)] = 8;
+    }
+    return fresh;
+  }();
+  return state;
+}
+
+const ElementLayout& Layout(int element) { return kDisplayElements[static_cast<std::size_t>(element)]; }
+int& Value(int element) { return Display().content.values[static_cast<std::size_t>(element)]; }
+
+RECT RectOf(int element) {
+  const Rect rect = Layout(element).Rectangle();
+  return {rect.left, rect.top, rect.right, rect.bottom};
+}
+
+void Repaint(int element) {
+  const RECT rect = RectOf(element);
+  ::RedrawWindow(mainWindow, &rect, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+}
+
+COLORREF ColourRef(Colour colour) {
+  if (colour == kTeal) colour = Display().teal;
+  return RGB(colour.red, colour.green, colour.blue);
+}
+
+// Copies the mask's glyph at (x, y) to an element, its pixels in `colour`, all others black.
+void CopyGlyph(HDC dc, HDC mask, const ElementLayout& to, int x, int y, Colour colour, DWORD operation) {
+  ::SetTextColor(dc, ColourRef(colour));
+  ::BitBlt(dc, to.x, to.y, to.width, to.height, mask, x, y, operation);
+}
+
+// A lit digit lies over a faint 8; the glyph of digit d stands in the mask at element d.
+void DrawDigit(HDC dc, HDC mask, const ElementLayout& element, int value) {
+  CopyGlyph(dc, mask, element, Layout(8).x, Layout(8).y, element.unlit, SRCCOPY);
+  if (value < 0 || value >= kBlankDigit) return;
+  CopyGlyph(dc, mask, element, Layout(value).x, Layout(value).y, element.lit, SRCPAINT);
+}
+
+void DrawTextLine(HDC dc) {
+  const Selected font(dc, skin.displayFont.Get());
+  const std::string& text = Display().content.text;
+  const int length = static_cast<int>(text.size());
+  RECT rect = RectOf(kTextLine);
+  SIZE size{};
+  ::GetTextExtentPoint32A(dc, text.c_str(), length, &size);
+  const bool fits = size.cx <= rect.right - rect.left;
+  ::SetTextColor(dc, ColourRef(kTextCyan));
+  ::SetTextAlign(dc, fits ? TA_CENTER : TA_LEFT);
+  const int x = fits ? (rect.left + rect.right) / 2 : rect.left;
+  ::ExtTextOutA(dc, x, rect.top, ETO_OPAQUE | ETO_CLIPPED, &rect, text.c_str(), static_cast<UINT>(length),
+                nullptr);
+}
+
+void DrawElement(HDC dc, HDC mask, int element) {
+  const ElementLayout& layout = Layout(element);
+  switch (layout.kind) {
+    case ElementKind::kDigit: DrawDigit(dc, mask, layout, Value(element)); break;
+    case ElementKind::kLamp:
+      CopyGlyph(dc, mask, layout, layout.x, layout.y, Value(element) != 0 ? layout.lit : layout.unlit,
+                SRCCOPY);
+      break;
+    case ElementKind::kText: DrawTextLine(dc); break;
+    case ElementKind::kNeverDrawn: break;
+  }
+}
+
+void ShowDigits(const std::array<int, 6>& digits) {
+  for (int i = 0; i < 6; ++i) SetDisplayElement(kHoursTens + i, digits[static_cast<std::size_t>(i)]);
+}
+
+}  // namespace
+
+void PrepareStatusDisplay(HDC dc) {
+  Display().teal = (::GetDeviceCaps(dc, RASTERCAPS) & RC_PALETTE) != 0 ? kPaletteTeal : kTeal;
+}
+
+void SetDisplayElement(int element, int value) {
+  if (element < 0 || element > kReservedElement) return;
+  const bool changed = Value(element) != value;
+  Value(element) = value;
+  if (changed || element == kTextLine) Repaint(element);
+}
+
+void SetDisplayText(std::string_view text) {
+  Display().content.text = FirstCharacters(text, kLongestText);
+  SetDisplayElement(kTextLine, 1);
+  ::NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, mainWindow, OBJID_CLIENT, 1);
+}
+
+void ClearDisplayText() { SetDisplayText(""); }
+
+void ShowDisplayNumber(int number, bool alsoOnScreen, bool second) {
+  const std::array<int, 3> digits = NumberDigits(number);
+  const int first = second ? kSecondNumber : kFirstNumber;
+  for (int i = 0; i < 3; ++i) SetDisplayElement(first + i, digits[static_cast<std::size_t>(i)]);
+  if (alsoOnScreen && Display().onScreenText != nullptr) Display().onScreenText(' ' + std::to_string(number));
+}
+
+void ClearDisplayNumbers() {
+  ShowDisplayNumber(0, false, false);
+  SetDisplayElement(kChapterLabel, 0);
+  ShowDisplayNumber(0, false, true);
+  for (const int label : {kOfLabel, kFileLabel, kTrackLabel}) SetDisplayElement(label, 0);
+}
+
+void ShowDisplayTime(PackedTime time) {
+  const TimeDigits shown = UnpackTime(time);
+  ShowDigits(shown.digits);
+  SetDisplayElement(kFirstColon, shown.colons ? 1 : 0);
+  SetDisplayElement(kSecondColon, shown.colons ? 1 : 0);
+}
+
+void ShowDisplayTimeTenths(PackedTime time) {
+  ShowDisplayTime(time);
+  SetDisplayElement(kDecimalPoint, 1);
+  SetDisplayElement(kTenths, UnpackTime(time).tenths);
+}
+
+void ClearDisplayTime() {
+  ShowDisplayTime(kBlankTime);
+  SetDisplayElement(kTenths, kBlankDigit);
+  for (const int lamp : {kDecimalPoint, kAmLamp, kPmLamp}) SetDisplayElement(lamp, 0);
+}
+
+void SetAllDisplayElements(bool on) {
+  for (int i = 0; i < kWholeDisplay; ++i) {
+    const int off = Layout(i).kind == ElementKind::kDigit ? kBlankDigit : 0;
+    const int lit = Layout(i).kind == ElementKind::kDigit ? 8 : 1;
+    Value(i) = on ? lit : off;
+  }
+  Repaint(kWholeDisplay);
+}
+
+void ShowClock() {
+  SYSTEMTIME now{};
+  ::GetLocalTime(&now);
+  const ClockDigits clock = ClockFor(now.wHour, now.wMinute, now.wSecond);
+  SetDisplayElement(kAmLamp, clock.pm ? 0 : 1);
+  SetDisplayElement(kPmLamp, clock.pm ? 1 : 0);
+  ShowDigits(clock.digits);
+  SetDisplayElement(kFirstColon, 1);
+  SetDisplayElement(kSecondColon, 1);
+  SetDisplayElement(kTenths, kBlankDigit);
+  SetDisplayElement(kDecimalPoint, 0);
+}
+
+void PaintStatusDisplay(HDC dc, const RECT& update) {
+  const Rect area{update.left, update.top, update.right, update.bottom};
+  const BitmapDc mask(dc, skin.segments.Get());
+  ::SetBkColor(dc, RGB(0, 0, 0));
+  for (int i = 0; i < kWholeDisplay; ++i) {
+    if (Layout(i).Rectangle().Intersects(area)) DrawElement(dc, mask.Get(), i);
+  }
+}
+
+const DisplayContent& ShownContent() { return Display().content; }
+
+void SetOnScreenText(OnScreenText show) { Display().onScreenText = show; }
+
+}  // namespace quorvex

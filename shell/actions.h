@@ -1,0 +1,16 @@
+// What the shell itself does on a command; what a device does is the device's.
+#pragma once
+
+namespace quorvex {
+
+// The current device plays or resumes at a rate (1.0 normal, 0.5 slow).
+void PlayAtRate(double rate);
+
+// The arrow keys, from a click, the keyboard or a held button.
+void PressUp();
+void PressDown();
+
+void HidePlayer();
+void Power();
+
+}  // namespace quorvex

@@ -1,0 +1,91 @@
+#include "shell/control_window.h"
+
+#include <mmsystem.h>
+#include <shellapi.h>
+
+#include "base/handles.h"
+#include "devices/cd/mci_error.h"
+#include "devices/current_device.h"
+#include "panel/control_panel.h"
+#include "panel/main_window.h"
+#include "panel/panel_accessibility.h"
+#include "panel/skin.h"
+#include "panel/status_display.h"
+#include "shell/command_table.h"
+#include "shell/device_switch.h"
+#include "shell/lifecycle.h"
+#include "shell/settings.h"
+
+namespace quorvex {
+namespace {
+
+// The message that graph devices register for their graph's events.
+constexpr UINT kGraphMessage = WM_USER + 13;
+constexpr UINT_PTR kRecordTimer = 106;
+
+void OnPaint(HWND window) {
+  PAINTSTRUCT paint{};
+  const HDC dc = ::BeginPaint(window, &paint);
+  PaintStatusDisplay(dc, paint.rcPaint);
+  ::EndPaint(window, &paint);
+}
+
+void OnEntryTimeout(HWND window) {
+  ::KillTimer(window, kEntryTimer);
+  if (currentDevice) currentDevice->EndNumberEntry();
+}
+
+void OnTimer(HWND window, UINT_PTR timer) {
+  switch (timer) {
+    case kDeviceTimer:
+      if (currentDevice) currentDevice->OnTick();
+      break;
+    case kLampTestTimer: BeginLampTest(); break;
+    case kVersionTimer: EndLampTest(); break;
+    case kEntryTimer: OnEntryTimeout(window); break;
+    case kRecordTimer:
+      if (currentDevice) currentDevice->OnRecordTick();
+      break;
+    case kClockTimer: TickClock(); break;
+    default: break;
+  }
+}
+
+// Only the first of the files dropped is played.
+void OnDropFiles(HDROP drop) {
+  ::DragFinish(drop);
+  SwitchToFile();
+}
+
+}  // namespace
+
+LRESULT CALLBACK ControlWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_CREATE: return LoadSkinBitmaps() ? 0 : -1;
+    case WM_DESTROY: ShutDown(); return 0;
+    case WM_PAINT: OnPaint(window); return 0;
+    case WM_CLOSE: ::DestroyWindow(window); return 0;
+    case WM_ERASEBKGND: PaintPanelBackground(reinterpret_cast<HDC>(wParam)); return 1;
+    case WM_SETTINGCHANGE: OnSettingChange(wParam); return 0;
+    case WM_DRAWITEM: DrawPanelButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)); return 0;
+    case WM_NCHITTEST: return HTCAPTION;  // the whole panel drags like a title bar
+    case WM_COMMAND: RunCommand(LOWORD(wParam)); return 0;
+    case WM_TIMER: OnTimer(window, wParam); break;
+    case WM_POWERBROADCAST: return OnPowerBroadcast(wParam);
+    case WM_DROPFILES: OnDropFiles(reinterpret_cast<HDROP>(wParam)); return 0;
+    case MM_MCINOTIFY:
+      if (currentDevice) currentDevice->OnMciNotify(static_cast<std::uint32_t>(wParam));
+      return 0;
+    case kGraphMessage:
+      if (currentDevice) currentDevice->OnGraphEvent();
+      return 0;
+    case kMciErrorMessage: ShowMciError(); return 0;
+    case WM_GETOBJECT:
+      if (const LRESULT object = PanelObject(wParam, lParam); object != 0) return object;
+      break;
+    default: break;
+  }
+  return ::DefDlgProcA(window, message, wParam, lParam);
+}
+
+}  // namespace quorvex

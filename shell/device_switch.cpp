@@ -1,0 +1,103 @@
+#include "shell/device_switch.h"
+
+#include <windows.h>
+
+#include <memory>
+#include <string>
+
+#include "devices/cd/cd_device.h"
+#include "devices/current_device.h"
+#include "devices/null_device.h"
+#include "devices/shared_state.h"
+#include "panel/status_display.h"
+#include "shell/actions.h"
+
+namespace quorvex {
+namespace {
+
+bool IsCurrent(DeviceType type) { return currentDevice && currentDevice->kind == type; }
+
+// A new device; null for a type that this program has no player for.
+std::unique_ptr<CDevice> MakeDevice(DeviceType type) {
+  switch (type) {
+    case DeviceType::kNone: return std::make_unique<CNullDevice>();
+    case DeviceType::kCd: return std::make_unique<CCDDevice>();
+    default: return nullptr;
+  }
+}
+
+const char* NameOf(DeviceType type) {
+  switch (type) {
+    case DeviceType::kTv: return "TV/CAP";
+    case DeviceType::kDvd: return "DVD";
+    case DeviceType::kCd: return "CD";
+    default: return "media files";
+  }
+}
+
+// Puts a new device in place of the current one. Without one nothing is current, and the text line says so.
+bool Replace(DeviceType type) {
+  currentDevice.reset();
+  currentDevice = MakeDevice(type);
+  if (currentDevice) {
+    currentDeviceType = type;
+    return true;
+  }
+  SwitchToNone();
+  SetDisplayText(std::string("No player for ") + NameOf(type));
+  return false;
+}
+
+void SetPointer(LPCSTR cursor) { ::SetCursor(::LoadCursorA(nullptr, cursor)); }
+
+void DropFailedDevice() {
+  currentDeviceType = DeviceType::kNone;
+  currentCaptureDevice = -1;
+  currentDevice->UpdateStateLamps();
+  ClearDisplayText();
+  currentDevice.reset();
+}
+
+// The open sequence: all three steps of the current device, or no device.
+bool OpenCurrentDevice() {
+  SetPointer(IDC_WAIT);
+  const bool open = currentDevice->Open() && currentDevice->QueryControls() && currentDevice->Activate();
+  if (open) {
+    currentDevice->UpdateStateLamps();
+    ClearDisplayText();
+  } else {
+    DropFailedDevice();
+  }
+  SetPointer(IDC_ARROW);
+  return open;
+}
+
+}  // namespace
+
+bool SwitchToDvd() {
+  if (IsCurrent(DeviceType::kDvd)) return true;
+  if (!Replace(DeviceType::kDvd) || !OpenCurrentDevice()) return false;
+  PlayAtRate(1.0);
+  return true;
+}
+
+bool SwitchToCd() {
+  if (IsCurrent(DeviceType::kCd)) return true;
+  return Replace(DeviceType::kCd) && OpenCurrentDevice();
+}
+
+bool SwitchToTv(int captureDevice) {
+  if (IsCurrent(DeviceType::kTv) && currentCaptureDevice == captureDevice) return true;
+  if (!Replace(DeviceType::kTv)) return false;
+  currentCaptureDevice = captureDevice;
+  return OpenCurrentDevice();
+}
+
+bool SwitchToFile() { return Replace(DeviceType::kFile) && currentDevice->LoadMedia(); }
+
+void SwitchToNone() {
+  Replace(DeviceType::kNone);
+  OpenCurrentDevice();
+}
+
+}  // namespace quorvex

@@ -1,0 +1,61 @@
+#include "shell/lifecycle.h"
+
+#include "devices/current_device.h"
+#include "devices/shared_state.h"
+#include "panel/main_window.h"
+#include "panel/skin.h"
+#include "panel/status_display.h"
+#include "shell/device_switch.h"
+#include "shell/settings.h"
+
+namespace quorvex {
+namespace {
+
+constexpr UINT kLampTestDelayMs = 250;
+constexpr UINT kLampTestMs = 500;
+constexpr UINT kClockPeriodMs = 300;
+constexpr char kVersionText[] = "ver 04.09.1999";
+
+void StartLastDevice() {
+  switch (currentDeviceType) {
+    case DeviceType::kTv: SwitchToTv(startCaptureDevice); break;
+    case DeviceType::kDvd: SwitchToDvd(); break;
+    case DeviceType::kCd: SwitchToCd(); break;
+    default: break;
+  }
+}
+
+}  // namespace
+
+void StartSequence() { ::SetTimer(mainWindow, kLampTestTimer, kLampTestDelayMs, nullptr); }
+
+void BeginLampTest() {
+  ::KillTimer(mainWindow, kLampTestTimer);
+  SetAllDisplayElements(true);
+  ::SetTimer(mainWindow, kVersionTimer, kLampTestMs, nullptr);
+}
+
+void EndLampTest() {
+  ::KillTimer(mainWindow, kVersionTimer);
+  SetAllDisplayElements(false);
+  SetDisplayElement(kIdleLamp, 1);
+  SetDisplayText(settings.unreadable ? "Cannot read quorvex.ini" : kVersionText);
+  if (settings.autoStartDevice != 0) StartLastDevice();
+  ::SetTimer(mainWindow, kClockTimer, kClockPeriodMs, nullptr);
+}
+
+void TickClock() {
+  if (!currentDevice || (currentDeviceType == DeviceType::kTv && !currentDevice->recording)) ShowClock();
+}
+
+void ShutDown() {
+  ::KillTimer(mainWindow, kClockTimer);
+  SaveSettings();
+  skin.background.Reset();
+  skin.segments.Reset();
+  currentDevice.reset();
+  skin.displayFont.Reset();
+  ::PostQuitMessage(0);
+}
+
+}  // namespace quorvex

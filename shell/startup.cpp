@@ -1,0 +1,109 @@
+#include "shell/startup.h"
+
+#include <commctrl.h>
+#include <strmif.h>
+#include <uuids.h>
+
+#include "base/com_ptr.h"
+#include "base/geometry.h"
+#include "devices/shared_state.h"
+#include "panel/control_panel.h"
+#include "panel/main_window.h"
+#include "panel/panel_accessibility.h"
+#include "panel/skin.h"
+#include "panel/status_display.h"
+#include "resources/ids.h"
+#include "shell/button_behaviour.h"
+#include "shell/control_window.h"
+#include "shell/lifecycle.h"
+#include "shell/settings.h"
+
+namespace quorvex {
+namespace {
+
+constexpr int kDistanceFromBottom = 195;  // of the panel's top edge
+constexpr char kPanelClass[] = "PControl";
+
+bool RegisterPanelClass() {
+  WNDCLASSA panel{};
+  panel.lpfnWndProc = ControlWindowProcedure;
+  // The default dialog procedure keeps its data here; a 64-bit Windows may use more of it than DLGWINDOWEXTRA
+  // (30) says.
+  panel.cbWndExtra = DLGWINDOWEXTRA + 18;
+  panel.hInstance = instance;
+  panel.hIcon = ::LoadIconA(instance, MAKEINTRESOURCEA(IDI_QUORVEX));
+  panel.hCursor = ::LoadCursorA(nullptr, IDC_ARROW);
+  panel.lpszClassName = kPanelClass;
+  return ::RegisterClassA(&panel) != 0;
+}
+
+bool CreatePanel() {
+  const int x = Half(::GetSystemMetrics(SM_CXSCREEN) - kPanelWidth);
+  const int y = ::GetSystemMetrics(SM_CYSCREEN) - kDistanceFromBottom;
+  mainWindow = ::CreateWindowExA(WS_EX_APPWINDOW | WS_EX_CONTROLPARENT | WS_EX_ACCEPTFILES, kPanelClass,
+                                 "Quorvex", WS_POPUP | WS_SYSMENU, x, y, kPanelWidth, kPanelHeight, nullptr,
+                                 nullptr, instance, nullptr);
+  return mainWindow != nullptr;
+}
+
+HWND CreateToolTips() {
+  return ::CreateWindowExA(0, TOOLTIPS_CLASSA, "", TTS_ALWAYSTIP, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
+                           CW_USEDEFAULT, mainWindow, nullptr, instance, nullptr);
+}
+
+void TrimSystemMenu() {
+  const HMENU menu = ::GetSystemMenu(mainWindow, FALSE);
+  for (const UINT command : {SC_SIZE, SC_MAXIMIZE, SC_MINIMIZE}) ::DeleteMenu(menu, command, MF_BYCOMMAND);
+}
+
+void PrepareDisplay() {
+  CreateDisplayFont();
+  const HDC dc = ::GetDC(mainWindow);
+  PrepareStatusDisplay(dc);
+  ::ReleaseDC(mainWindow, dc);
+  SetAllDisplayElements(false);
+}
+
+// Whether the platform can play DVDs here.
+bool ProbeDvd() {
+  ComPtr<IDvdGraphBuilder> builder;
+  if (FAILED(::CoCreateInstance(CLSID_DvdGraphBuilder, nullptr, CLSCTX_INPROC, IID_IDvdGraphBuilder,
+                                builder.ReceiveVoid()))) {
+    return false;
+  }
+  AM_DVD_RENDERSTATUS status{};
+  return SUCCEEDED(builder->RenderDvdVideoVolume(nullptr, AM_DVD_HWDEC_PREFER, &status));
+}
+
+}  // namespace
+
+bool StartUp(HINSTANCE module) {
+  instance = module;
+  ::InitCommonControls();
+  ::CoInitialize(nullptr);
+  if (!RegisterPanelClass() || !CreatePanel()) return false;
+  CreatePanelButtons(CreateToolTips());
+  BuildPaths();
+  LoadSettings();
+  TrimSystemMenu();
+  PrepareDisplay();
+  dvdAvailable = ProbeDvd();
+  InstallButtonBehaviours();
+  InstallButtonAccessibility();
+  ::UpdateWindow(mainWindow);
+  ::ShowWindow(mainWindow, SW_SHOWNORMAL);
+  StartSequence();
+  return true;
+}
+
+int RunMessageLoop() {
+  const HACCEL keys = ::LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDR_ACCELERATORS));
+  MSG message{};
+  while (::GetMessageA(&message, nullptr, 0, 0) > 0) {
+    if (::TranslateAcceleratorA(mainWindow, keys, &message) == 0) ::DispatchMessageA(&message);
+  }
+  ::CoUninitialize();
+  return static_cast<int>(message.wParam);
+}
+
+}  // namespace quorvex

@@ -1,0 +1,203 @@
+"""The whole program as users have it: started under Wine, its panel read off the screen, its keys pressed with the mouse.
+
+Needs the environment that ./check sets up (a virtual screen of its own).
+"""
+
+import io
+import os
+import subprocess
+import sys
+import tempfile
+import time
+from pathlib import Path
+
+from PIL import Image
+
+ROOT = Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(ROOT / "resources" / "art"))
+sys.dont_write_bytecode = True
+
+from layout import DIGITS, KEYS, LAMPS, PANEL_SIZE, TEXT_LINE  # noqa: E402
+
+BIN = ROOT / "build" / "win" / "bin"
+TESTS = ROOT / "build" / "win" / "tests"
+WINDOWS = ROOT / "build" / os.environ.get("QUORVEX_ENV", "wine") / "drive_c" / "windows"
+LAMP_NAMES = {14: "AM", 15: "PM", 18: "CHANNEL", 19: "TRACK", 20: "FILE", 21: "CHAPTER", 22: "OF", 23: "PAUSE", 24: "MUTE", 25: "REC",
+              26: "RND", 27: "REP", 28: "1", 29: "ALL", 30: "MENU", 31: "CC", 32: "TIMER", 33: "IDLE", 34: "TV/CAP", 35: "DVD", 36: "CD"}
+POWER, HIDE, MEDIA_SELECT, REPEAT, RANDOM, EJECT = 1016, 1055, 1057, 1043, 1098, 1041
+STOP, PAUSE, PLAY, PREVIOUS, REWIND, FAST_FORWARD, NEXT = 1001, 1009, 1000, 1015, 1008, 1007, 1014
+
+
+def in_wine(*command, **options):
+    """Runs a Windows program to its end; returns the finished process."""
+    return subprocess.run([ROOT / "tools" / "in-wine", *command], capture_output=True, text=True, stdin=subprocess.DEVNULL, **options)
+
+
+def drive(*command):
+    done = in_wine(BIN / "qvdrive.exe", *map(str, command))
+    if done.returncode:
+        raise AssertionError(f"qvdrive {command}: {done.stderr}")
+    return dict(line.split("=", 1) for line in done.stdout.splitlines())
+
+
+def xdotool(*words):
+    subprocess.run(["xdotool", *map(str, words)], check=True)
+
+
+def wait_for(what, limit=10.0, every=0.05):
+    """Waits until what() answers something true and returns that; fails with its last answer."""
+    end = time.monotonic() + limit
+    while True:
+        answer = what()
+        if answer:
+            return answer
+        if time.monotonic() > end:
+            raise AssertionError(f"{getattr(what, '__name__', what)}: still {answer!r} after {limit} s")
+        time.sleep(every)
+
+
+def environment():
+    """Where the screen and the sound of ./check are."""
+    script = f"source {ROOT}/tools/wine/environment.sh; choose_display_and_sound; echo $DISPLAY $PULSE_SERVER"
+    words = subprocess.run(["bash", "-c", script], capture_output=True, text=True, check=True).stdout.split()
+    os.environ["DISPLAY"], os.environ["PULSE_SERVER"] = words
+
+
+environment()
+
+
+def make_disc(folder, seconds, name="disc"):
+    """A disc image of silent tracks of so many seconds each; returns its CUE sheet."""
+    frames, lines = 0, [f'FILE "{name}.bin" BINARY']
+    for number, length in enumerate(seconds, 1):
+        lines += [f"TRACK {number:02} AUDIO", f"INDEX 01 {frames // 4500:02}:{frames // 75 % 60:02}:{frames % 75:02}"]
+        frames += length * 75
+    with open(folder / f"{name}.bin", "wb") as image:
+        image.truncate(frames * 2352)
+    (folder / f"{name}.cue").write_text("\n".join(lines) + "\n")
+    return folder / f"{name}.cue"
+
+
+class Picture:
+    """The panel at one moment."""
+
+    mask = Image.open(ROOT / "build" / "win" / "art" / "segments.bmp").convert("1")
+
+    def __init__(self, image):
+        self.image = image
+
+    def lit(self, box):
+        """The pixels of a box, from its corner, that are lit: bright green, red or cyan."""
+        x, y, width, height = box
+        found = set()
+        for dy in range(height):
+            for dx in range(width):
+                red, green, blue = self.image.getpixel((x + dx, y + dy))
+                if max(red, green) == 255 and (red, green) != (255, 255):
+                    found.add((dx, dy))
+        return found
+
+    def glyph(self, box):
+        x, y, width, height = box
+        return {(dx, dy) for dy in range(height) for dx in range(width) if y + dy < 70 and not self.mask.getpixel((x + dx, y + dy))}
+
+    def digit(self, element):
+        """The digit shown; None for a blank one."""
+        lit = self.lit(DIGITS[element])
+        if not lit:
+            return None
+        for digit in range(10):
+            if lit == self.glyph(DIGITS[digit]):
+                return digit
+        raise AssertionError(f"element {element} shows no digit")
+
+    def lamp(self, element):
+        lit = self.lit(LAMPS[element])
+        if lit and lit != self.glyph(LAMPS[element]):
+            raise AssertionError(f"lamp {element} is lit in part")
+        return bool(lit)
+
+    def lamps(self):
+        return {name for element, name in LAMP_NAMES.items() if self.lamp(element)}
+
+    def number(self, first):
+        digits = [self.digit(element) for element in range(first, first + 3)]
+        return "".join("" if digit is None else str(digit) for digit in digits)
+
+    def time(self):
+        digits = [self.digit(element) for element in range(6)]
+        if None in digits:
+            return None
+        return "{}{}:{}{}:{}{}".format(*digits)
+
+    def text_pixels(self):
+        x, y, width, height = TEXT_LINE
+        return self.image.crop((x, y, x + width, y + height)).tobytes()
+
+    def pressed_or_lit_frame(self, key):
+        x, y, width, height, _ = KEYS[key]
+        return all(self.image.getpixel((x + dx, y)) == (0, 255, 0) for dx in range(width))
+
+
+class Remote:
+    """A running quorvex.exe."""
+
+    def __init__(self):
+        self.folder = Path(tempfile.mkdtemp(prefix="quorvex-"))
+        self.process = None
+        self.rendered = {}
+
+    def start(self):
+        self.process = subprocess.Popen([ROOT / "tools" / "in-wine", BIN / "quorvex.exe"], stdin=subprocess.DEVNULL,
+                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        screen = subprocess.run(["xdotool", "getdisplaygeometry"], capture_output=True, text=True, check=True).stdout.split()
+        self.x, self.y = (int(screen[0]) - PANEL_SIZE[0]) // 2, int(screen[1]) - 195
+        wait_for(self.is_visible, 20)
+
+    def is_visible(self):
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Quorvex$"], capture_output=True, text=True)
+        return found.stdout.split()
+
+    def look(self):
+        area = f"{PANEL_SIZE[0]}x{PANEL_SIZE[1]}+{self.x}+{self.y}"
+        done = subprocess.run(["import", "-window", "root", "-crop", area, "ppm:-"], capture_output=True, check=True)
+        return Picture(Image.open(io.BytesIO(done.stdout)).convert("RGB"))
+
+    def sees(self, what, limit=10.0):
+        """Waits until what(picture) is true."""
+        return wait_for(lambda: what(self.look()), limit)
+
+    def shows_text(self, picture, text):
+        """Whether the text line shows a text, held against Windows' own drawing of it."""
+        if text not in self.rendered:
+            target = self.folder / "line.ppm"
+            done = in_wine(TESTS / "text_line.exe", text, str(target))
+            assert done.returncode == 0, done.stderr
+            self.rendered[text] = Image.open(target).convert("RGB").tobytes()
+        return picture.text_pixels() == self.rendered[text]
+
+    def sees_text(self, text, limit=10.0):
+        self.sees(lambda picture: self.shows_text(picture, text), limit)
+
+    def point(self, key):
+        x, y, width, height, _ = KEYS[key]
+        xdotool("mousemove", self.x + x + width // 2, self.y + y + height // 2)
+
+    def click(self, key, button=1):
+        self.point(key)
+        xdotool("click", button)
+
+    def hold(self, key, seconds):
+        self.point(key)
+        xdotool("mousedown", 1)
+        time.sleep(seconds)
+        xdotool("mouseup", 1)
+
+    def ended(self, limit=10.0):
+        """Waits for the program's end; returns its exit code."""
+        return self.process.wait(limit)
+
+    def stop(self):
+        if self.process and self.process.poll() is None:
+            in_wine("taskkill", "/F", "/IM", "quorvex.exe")
+            self.process.wait(10)

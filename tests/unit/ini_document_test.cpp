@@ -1,0 +1,175 @@
+#include "base/ini_document.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <random>
+
+namespace quorvex {
+namespace {
+
+std::string Found(const IniDocument& document, std::string_view section, std::string_view key) {
+  return std::string(document.Find(section, key).value_or("<none>"));
+}
+
+TEST(IniDocument, FindsValuesAsThePlatformDoes) {
+  const IniDocument document(
+      "top=1\r\n"
+      "[ A ]\r\n"
+      "  Key = one two \t\r\n"
+      "key=second\r\n"
+      "double=\"x \"\r\n"
+      "single='y'\r\n"
+      "odd=\"z'\r\n"
+      "nested=\"\"in\"\"\r\n"
+      "equals==1=2\r\n"
+      "bare\r\n"
+      "bare=late\r\n"
+      ";note=5\r\n"
+      "[B]junk\n"
+      "k=b\r"
+      "[a]\r\n"
+      "late=1\r\n"
+      "[x]y]\r\n"
+      "k=bracket\r\n"
+      "[open\r\n"
+      "[also=7\r\n");
+  EXPECT_EQ(Found(document, "", "top"), "1");
+  EXPECT_EQ(Found(document, "a", "KEY"), "one two");
+  EXPECT_EQ(Found(document, "A", "double"), "x ");
+  EXPECT_EQ(Found(document, "A", "single"), "y");
+  EXPECT_EQ(Found(document, "A", "odd"), "\"z'");
+  EXPECT_EQ(Found(document, "A", "nested"), "\"in\"");
+  EXPECT_EQ(Found(document, "A", "equals"), "=1=2");
+  EXPECT_EQ(Found(document, "A", "bare"), "<none>")
+      << "the first line of a key counts, also without equals sign";
+  EXPECT_EQ(Found(document, "A", ";note"), "5");
+  EXPECT_EQ(Found(document, "b", "k"), "b");
+  EXPECT_EQ(Found(document, "A", "late"), "<none>") << "a second section of the name is not searched";
+  EXPECT_EQ(Found(document, "x]y", "k"), "bracket");
+  EXPECT_EQ(Found(document, "x]y", "[also"), "7") << "a header needs its closing bracket";
+  EXPECT_EQ(Found(document, "missing", "k"), "<none>");
+}
+
+TEST(IniDocument, ChangesOnlyWhatItIsAskedTo) {
+  const std::string text =
+      "; my notes\n"
+      "\n"
+      "[One]\n"
+      "  a = 1   ; not a comment\n"
+      "b=2 \n"
+      "\n"
+      "; about two\n"
+      "[Two]\n"
+      "c=3";
+  IniDocument document(text);
+  document.Set("one", "B", "22");
+  document.Set("One", "new", "x");
+  document.Set("Two", "d", "4");
+  document.Set("Three", "e", "5 6 ");
+  EXPECT_EQ(document.Text(),
+            "; my notes\n"
+            "\n"
+            "[One]\n"
+            "  a = 1   ; not a comment\n"
+            "b=22\n"
+            "new=x\n"
+            "\n"
+            "; about two\n"
+            "[Two]\n"
+            "c=3\n"
+            "d=4\n"
+            "[Three]\n"
+            "e=5 6 \n");
+}
+
+TEST(IniDocument, WritesANewStoreWithWindowsLineEnds) {
+  IniDocument document("");
+  document.Set("S", "k", "v");
+  EXPECT_EQ(document.Text(), "[S]\r\nk=v\r\n");
+}
+
+TEST(IniDocument, KeepsAByteOrderMark) {
+  IniDocument document("\xEF\xBB\xBF[S]\r\nk=1\r\n");
+  EXPECT_EQ(Found(document, "S", "k"), "1");
+  document.Set("S", "k", "2");
+  EXPECT_EQ(document.Text(), "\xEF\xBB\xBF[S]\r\nk=2\r\n");
+}
+
+// What would not come back as it was given is written so that it does, or cannot break the file.
+TEST(IniDocument, ValuesThatWouldBeMisread) {
+  IniDocument document("");
+  document.Set("S", "quoted", "\"Heroes\"");
+  document.Set("S", "lines", "a\r\nk=b");
+  document.Set("S", "zero", std::string_view("a\0b", 3));
+  EXPECT_EQ(Found(document, "S", "quoted"), "\"Heroes\"");
+  EXPECT_EQ(Found(document, "S", "lines"), "a  k=b");
+  EXPECT_EQ(Found(document, "S", "zero"), "a");
+  EXPECT_EQ(document.Text(), "[S]\r\nquoted=\"\"Heroes\"\"\r\nlines=a  k=b\r\nzero=a\r\n");
+}
+
+TEST(IniDocument, ListsASectionsEntries) {
+  const IniDocument document("[L]\r\nn=2\r\n\r\n1=a\r\nbare\r\n2= b \r\n[M]\r\n1=c\r\n");
+  std::string listed;
+  for (const IniEntry& entry : document.Entries("l"))
+    listed.append(entry.key).append(":").append(entry.value).append(" ");
+  EXPECT_EQ(listed, "n:2 1:a 2:b ");
+}
+
+TEST(IniInteger, ReadsWhatThePlatformReads) {
+  const std::map<std::string, std::int32_t> cases{
+      {"12abc", 12},  {"-5", -5},        {"+7", 7},
+      {"0x1F", 31},   {"0b11", 3},       {"0o17", 15},
+      {"010", 10},    {"4294967297", 1}, {"- 5", 0},
+      {"abc", 0},     {"--5", 0},        {"0X1f", 0},
+      {"-0x10", -16}, {" 9 ", 9},        {"2147483648", -2147483647 - 1},
+      {"", 0},        {"-", 0},          {"99999999999", 1215752191},
+  };
+  for (const auto& [text, number] : cases) EXPECT_EQ(IniInteger(text), number) << text;
+}
+
+// Random bytes, in which the characters that mean something are frequent.
+std::string RandomText(std::mt19937& random) {
+  static constexpr std::string_view kPieces[] = {"[",
+                                                 "]",
+                                                 "=",
+                                                 "\"",
+                                                 "'",
+                                                 ";",
+                                                 "\r\n",
+                                                 "\n",
+                                                 "\r",
+                                                 " ",
+                                                 "\t",
+                                                 "a",
+                                                 "b",
+                                                 "[a]\r\n",
+                                                 "k=",
+                                                 std::string_view("\0", 1),
+                                                 "\xEF\xBB\xBF",
+                                                 "\xC3\xA9",
+                                                 "\x1A",
+                                                 "=1\n"};
+  std::string text;
+  for (std::size_t count = random() % 60; count > 0; --count) text += kPieces[random() % std::size(kPieces)];
+  return text;
+}
+
+TEST(IniDocument, AnyBytesSurviveAndAnyChangeCanBeReadBack) {
+  std::mt19937 random(7);
+  for (int round = 0; round < 20000; ++round) {
+    const std::string text = RandomText(random);
+    IniDocument document(text);
+    ASSERT_EQ(document.Text(), text);
+    const std::string before = Found(document, "z", "other");
+    document.Set("a", "k", "new value");
+    document.Set("q", "k", "x");
+    const IniDocument again(document.Text());
+    ASSERT_EQ(Found(again, "a", "k"), "new value") << text;
+    ASSERT_EQ(Found(again, "q", "k"), "x") << text;
+    ASSERT_EQ(Found(again, "z", "other"), before) << text;
+  }
+}
+
+}  // namespace
+}  // namespace quorvex

@@ -1,0 +1,388 @@
+// The CD device over the real MCI and the virtual drive.
+#include "devices/cd/cd_device.h"
+
+#include "devices/cd/disc_store.h"
+#include "tests/support/message_box.h"
+#include "tests/support/panel.h"
+#include "tests/support/virtual_drive.h"
+
+namespace quorvex {
+namespace {
+
+class CdDeviceTest : public PanelTest {
+ protected:
+  ~CdDeviceTest() override { currentDevice.reset(); }
+
+  static int First() { return Number(kFirstNumber); }
+  static int Second() { return Number(kSecondNumber); }
+  static int Number(int element) {
+    int number = 0;
+    for (int i = element; i < element + 3; ++i)
+      number = number * 10 + (Shown(i) == kBlankDigit ? 0 : Shown(i));
+    return number;
+  }
+  static int Seconds() {
+    return Shown(kMinutesTens) * 600 + Shown(kMinutesUnits) * 60 + Shown(kSecondsTens) * 10 +
+           Shown(kSecondsUnits);
+  }
+  static PlayState State() { return currentDevice->playState; }
+  static bool Until(const std::function<bool()>& done) { return PumpUntil(done, 8000); }
+
+  // The CD device with a disc that is playing its first entry (or lies still without AutoPlay).
+  void OpenWith(const std::vector<int>& seconds, const std::string& config = "") {
+    stores.Write("quorvex.ini", "[CD]\r\n" + config);
+    drive.Insert(seconds);
+    Press(kCommandCd);
+    ASSERT_TRUE(Until([&] { return Second() == static_cast<int>(seconds.size()); }));
+    const bool plays = config.find("AutoPlay=0") == std::string::npos;
+    ASSERT_TRUE(Until([&] { return State() == (plays ? PlayState::kPlaying : PlayState::kStopped); }));
+  }
+
+  void StorePlaylist(const std::vector<int>& seconds, const std::string& playlist) const {
+    stores.Write("cd.abm", "[" + DiscIdentifier(seconds) + "]\r\nPlaylist=" + playlist + "\r\n");
+  }
+
+  VirtualDrive drive;
+};
+
+TEST_F(CdDeviceTest, ADiscIsRegisteredShownAndPlayed) {
+  OpenWith({200, 180, 240});
+  EXPECT_EQ(
+      stores.Read("cd.abm"),
+      "[CD List]\r\nNumber of CDs=1\r\n1=00000500\r\n"
+      "[00000500]\r\nTitle=\r\nArtist=\r\n1=Track 01\r\n2=Track 02\r\n3=Track 03\r\nPlaylist=1 2 3 \r\n");
+  EXPECT_EQ(First(), 1);
+  EXPECT_EQ(ShownText(), "Track 01");
+  for (const int element : {kTrackLabel, kOfLabel, kCdLamp, kFirstColon})
+    EXPECT_EQ(Shown(element), 1) << element;
+  EXPECT_EQ(Shown(kIdleLamp), 0);
+  EXPECT_EQ(Shown(kHoursTens) + Shown(kHoursUnits), 0);
+  EXPECT_TRUE(Until([] { return Seconds() == 2; }));
+  EXPECT_TRUE(IsLit(kCommandPlay));
+  const std::string known = stores.Read("cd.abm");
+  drive.Eject();
+  EXPECT_TRUE(Until([] { return ShownText() == "No disc loaded"; }));
+  EXPECT_EQ(Second(), 0);
+  EXPECT_EQ(Shown(kMinutesUnits), kBlankDigit);
+  drive.CloseTray();
+  EXPECT_TRUE(Until([] { return Second() == 3 && ShownText() == "Track 01"; }));
+  EXPECT_EQ(stores.Read("cd.abm"), known) << "a disc is registered once";
+}
+
+TEST_F(CdDeviceTest, TheTransportKeys) {
+  OpenWith({60, 70, 80});
+  Press(kCommandNext);
+  EXPECT_EQ(First(), 2);
+  EXPECT_EQ(ShownText(), "Track 02");
+  EXPECT_TRUE(Until([&] { return drive.Position() >= 60 * 75; }));
+  Press(kCommandPrevious);
+  Press(kCommandPrevious);
+  EXPECT_EQ(First(), 3) << "from the first entry to the last";
+  Press(kCommandNext);
+  EXPECT_EQ(First(), 1);
+
+  Press(kCommandPause);
+  EXPECT_TRUE(Until([] { return Shown(kPauseLamp) == 1 && IsLit(kCommandPause); }));
+  Press(kCommandPause);
+  EXPECT_TRUE(Until([] { return Shown(kPauseLamp) == 0 && IsLit(kCommandPlay); }));
+
+  Press(kCommandStop);
+  EXPECT_EQ(Seconds(), 0);
+  EXPECT_TRUE(Until([] { return State() == PlayState::kStopped && !IsLit(kCommandPlay); }));
+  Press(kCommandPause);
+  EXPECT_EQ(State(), PlayState::kStopped) << "a stopped disc is not paused";
+  Press(kCommandPlay);
+  EXPECT_TRUE(Until([&] { return drive.State().transport == Transport::kPlaying; }));
+  EXPECT_LT(drive.Position(), 5 * 75);
+}
+
+TEST_F(CdDeviceTest, ScanningMovesTheDisplayAndThenTheDisc) {
+  OpenWith({60, 245});
+  Press(kCommandNext);
+  EXPECT_TRUE(Until([&] { return drive.Position() >= 60 * 75; }));
+  Press(kCommandPause);
+  EXPECT_TRUE(Until([] { return State() == PlayState::kPaused; }));
+  currentDevice->Rewind();
+  EXPECT_EQ(Seconds(), 245) << "before its start lies the track's end";
+  currentDevice->FastForward();
+  EXPECT_EQ(Seconds(), 0);
+  for (int i = 0; i < 30; ++i) currentDevice->FastForward();
+  EXPECT_EQ(Seconds(), 30);
+  EXPECT_LT(drive.Position(), 65 * 75) << "the disc stays where it is until the key is let go";
+  currentDevice->EndScan();
+  EXPECT_TRUE(
+      Until([&] { return drive.State().transport == Transport::kPlaying && drive.Position() >= 90 * 75; }));
+  EXPECT_LT(drive.Position(), 93 * 75);
+  EXPECT_FALSE(currentDevice->scanning);
+}
+
+TEST_F(CdDeviceTest, AScanThatADiscDoesNotSurviveEnds) {
+  OpenWith({60});
+  currentDevice->FastForward();
+  drive.Eject();
+  EXPECT_TRUE(Until([] { return Second() == 0; }));
+  currentDevice->EndScan();
+  PumpFor(300);
+  EXPECT_TRUE(drive.State().trayOpen) << "letting go of the key must not close the tray";
+}
+
+TEST_F(CdDeviceTest, TheTrayOpensAndClosesByKeys) {
+  OpenWith({60});
+  Press(kCommandEject);
+  EXPECT_TRUE(Until([] { return ShownText() == "No disc loaded"; }));
+  EXPECT_EQ(State(), PlayState::kStopped);
+  Press(kCommandEject);
+  EXPECT_TRUE(Until([] { return Second() == 1; }));
+  Press(kCommandEject);
+  EXPECT_TRUE(Until([] { return ShownText() == "No disc loaded"; }));
+  Press(kCommandPlay);
+  EXPECT_TRUE(Until([] { return Second() == 1 && State() == PlayState::kPlaying; }))
+      << "Play closes the tray";
+}
+
+TEST_F(CdDeviceTest, ADataDiscIsNamedAndLeftAlone) {
+  drive.InsertImage(drive.MakeDisc("data", {60, 60}, true));
+  Press(kCommandCd);
+  EXPECT_TRUE(Until([] { return ShownText() == "Non-AudioCD inserted"; }));
+  for (const int command :
+       {kCommandPlay, kCommandPause, kCommandStop, kCommandNext, kCommandPrevious, kCommandRandom})
+    Press(command);
+  currentDevice->FastForward();
+  currentDevice->EndScan();
+  PumpFor(400);
+  EXPECT_EQ(drive.State().transport, Transport::kStopped);
+  EXPECT_EQ(ShownText(), "Non-AudioCD inserted");
+  EXPECT_FALSE(std::filesystem::exists(cdAlbumPath));
+}
+
+TEST_F(CdDeviceTest, AnExchangedDiscIsSeenAlsoBehindAClosedTray) {
+  OpenWith({60, 60});
+  drive.Insert({30, 30, 31});
+  EXPECT_TRUE(Until([] { return Second() == 3 && State() == PlayState::kPlaying; }));
+  EXPECT_EQ(IniFile(cdAlbumPath).Read().Integer("CD List", "Number of CDs", 0), 2);
+}
+
+TEST_F(CdDeviceTest, TheDiscRunsOnThroughItsTracksAndEndsAtItsEnd) {
+  OpenWith({3, 3, 3});
+  drive.SetSpeed(300);
+  EXPECT_TRUE(Until([] { return First() == 2 && ShownText() == "Track 02"; }));
+  EXPECT_TRUE(Until([] { return First() == 3; }));
+  EXPECT_TRUE(Until([] { return First() == 1 && State() == PlayState::kStopped; }));
+  EXPECT_EQ(Seconds(), 0);
+  EXPECT_EQ(drive.State().transport, Transport::kStopped);
+}
+
+TEST_F(CdDeviceTest, RepeatOneStaysOnItsTrack) {
+  OpenWith({3, 60});
+  Press(kCommandRepeat);
+  drive.SetSpeed(200);
+  const std::uint32_t serial = drive.State().playSerial;
+  EXPECT_TRUE(Until([&] { return drive.State().playSerial != serial; }))
+      << "the end of the track begins it again";
+  EXPECT_TRUE(Until([&] { return drive.Position() < 3 * 75; }));
+  EXPECT_EQ(First(), 1);
+}
+
+TEST_F(CdDeviceTest, RepeatOneHoldsAtTheEndOfTheDisc) {
+  OpenWith({60, 3});
+  Press(kCommandNext);
+  Press(kCommandRepeat);
+  drive.SetSpeed(200);
+  const std::uint32_t serial = drive.State().playSerial;
+  EXPECT_TRUE(Until(
+      [&] { return drive.State().playSerial != serial && drive.State().transport == Transport::kPlaying; }));
+  EXPECT_GE(drive.Position(), 60 * 75);
+  EXPECT_EQ(First(), 2);
+}
+
+TEST_F(CdDeviceTest, RepeatAllBeginsAgain) {
+  OpenWith({60, 3});
+  Press(kCommandNext);
+  Press(kCommandRepeat);
+  Press(kCommandRepeat);
+  drive.SetSpeed(200);
+  EXPECT_TRUE(
+      Until([&] { return First() == 1 && State() == PlayState::kPlaying && drive.Position() < 60 * 75; }));
+}
+
+TEST_F(CdDeviceTest, AStoredPlaylistDecidesStartStepsAndEnd) {
+  const std::vector seconds{30, 3, 30, 3, 30};
+  StorePlaylist(seconds, "4 2");
+  OpenWith(seconds, "UsePlayList=1\r\n");
+  EXPECT_EQ(First(), 4);
+  drive.SetSpeed(200);
+  EXPECT_TRUE(Until([&] { return First() == 5; }))
+      << "between the entries tracks follow in disc order, and are shown";
+  EXPECT_EQ(ShownText(), "Track 05");
+  EXPECT_EQ(currentDevice->orderIndex, 0) << "on the entry last played";
+  Press(kCommandNext);
+  EXPECT_EQ(First(), 2);
+  EXPECT_TRUE(Until([] { return State() == PlayState::kStopped; })) << "behind the last entry it ends";
+  EXPECT_EQ(First(), 2);
+}
+
+TEST_F(CdDeviceTest, AnOrderWithoutEntriesIsThePlainOrder) {
+  StorePlaylist({30, 30}, "x 0 ");
+  OpenWith({30, 30}, "UsePlayList=1\r\n");
+  EXPECT_EQ(currentDevice->orderLength, 2);
+  EXPECT_EQ(First(), 1);
+  Press(kCommandNext);
+  EXPECT_EQ(First(), 2);
+}
+
+TEST_F(CdDeviceTest, RandomPlayPermutesAndLeavingItKeepsTheTrack) {
+  OpenWith({30, 30, 30, 30, 30, 30, 30, 30});
+  Press(kCommandNext);
+  Press(kCommandRandom);
+  EXPECT_EQ(currentDevice->orderIndex, 0);
+  EXPECT_EQ(First(), currentDevice->CurrentEntry());
+  std::vector<int> order(currentDevice->playOrder.begin(), currentDevice->playOrder.begin() + 8);
+  std::sort(order.begin(), order.end());
+  EXPECT_EQ(order, (std::vector{1, 2, 3, 4, 5, 6, 7, 8}));
+  EXPECT_TRUE(Until([&] { return drive.State().transport == Transport::kPlaying; }));
+  const int playing = First();
+  const std::uint32_t serial = drive.State().playSerial;
+  Press(kCommandRandom);
+  EXPECT_EQ(currentDevice->orderIndex, playing - 1);
+  EXPECT_EQ(drive.State().playSerial, serial) << "playing goes on undisturbed";
+}
+
+TEST_F(CdDeviceTest, WithoutAutoPlayADiscWaits) {
+  OpenWith({30, 30}, "AutoPlay=0\r\n");
+  PumpFor(500);
+  EXPECT_EQ(drive.State().transport, Transport::kStopped);
+  EXPECT_EQ(ShownText(), "Track 01");
+  EXPECT_EQ(First(), 1);
+}
+
+TEST_F(CdDeviceTest, ANewOrderLeavesATrackOfItPlaying) {
+  OpenWith({30, 30, 30});
+  Press(kCommandNext);
+  EXPECT_TRUE(Until([&] { return drive.Position() >= 30 * 75; }));
+  const std::uint32_t serial = drive.State().playSerial;
+  currentDevice->ApplyPlayOrder();
+  EXPECT_EQ(drive.State().playSerial, serial);
+  EXPECT_EQ(currentDevice->orderIndex, 1);
+  const int without[] = {3, 1};
+  currentDevice->SetOrder(without);
+  currentDevice->ApplyPlayOrder();
+  EXPECT_NE(drive.State().playSerial, serial);
+  EXPECT_EQ(First(), 3);
+}
+
+TEST_F(CdDeviceTest, ClosedTheDiscPlaysOnUnlessItShallStop) {
+  OpenWith({30});
+  Press(kCommandCloseDevice);
+  EXPECT_EQ(drive.State().transport, Transport::kPlaying);
+  stores.Write("quorvex.ini", "[CD]\r\nStopOnExit=1\r\n");
+  const std::uint32_t serial = drive.State().playSerial;
+  Press(kCommandCd);
+  EXPECT_TRUE(Until([] { return Second() == 1 && State() == PlayState::kPlaying; }));
+  EXPECT_EQ(drive.State().playSerial, serial) << "what already plays is taken over";
+  Press(kCommandCloseDevice);
+  EXPECT_EQ(drive.State().transport, Transport::kStopped);
+}
+
+TEST_F(CdDeviceTest, AFailingPlayIsToldAndThePanelComesRightAgain) {
+  OpenWith({30, 30});
+  MessageBoxAnswerer boxes;
+  drive.Set(&DriveState::failNextPlay, MCIERR_HARDWARE);
+  Press(kCommandStop);
+  EXPECT_TRUE(Until([] { return State() == PlayState::kStopped; }));
+  Press(kCommandPlay);
+  EXPECT_TRUE(Until([&] { return !boxes.Answered().empty(); }));
+  char text[256] = "";
+  ::mciGetErrorStringA(MCIERR_HARDWARE, text, sizeof text);
+  EXPECT_EQ(boxes.Answered()[0], std::string("MCI Error: ") + text);
+  EXPECT_TRUE(Until([] { return State() == PlayState::kStopped && !IsLit(kCommandPlay); }));
+  Press(kCommandPlay);
+  EXPECT_TRUE(Until([] { return State() == PlayState::kPlaying; }));
+  EXPECT_EQ(boxes.Answered().size(), 1U);
+}
+
+TEST_F(CdDeviceTest, TheDeviceMayGoWhileItsErrorIsShown) {
+  OpenWith({30});
+  Press(kCommandStop);
+  drive.Set(&DriveState::failNextPlay, MCIERR_HARDWARE);
+  Press(kCommandPlay);
+  Press(kCommandCloseDevice);
+  MessageBoxAnswerer boxes;
+  EXPECT_TRUE(Until([&] { return boxes.Answered().size() == 1; }));
+  EXPECT_EQ(currentDevice, nullptr);
+}
+
+TEST_F(CdDeviceTest, ADriverThatCannotBeOpenedIsTriedAgain) {
+  drive.Set(&DriveState::failOpens, 8);
+  drive.Insert({30});
+  Press(kCommandCd);
+  PumpFor(700);
+  EXPECT_EQ(ShownText(), "Initializing CD...");
+  EXPECT_TRUE(Until([] { return Second() == 1 && ShownText() == "Track 01"; }));
+}
+
+TEST_F(CdDeviceTest, ADriveThatIsNotReadyIsWaitedFor) {
+  drive.Insert({30});
+  drive.Set(&DriveState::notReadyPolls, 4);
+  Press(kCommandCd);
+  EXPECT_TRUE(Until([] { return ShownText() == "Not Ready"; }));
+  EXPECT_TRUE(Until([] { return Second() == 1 && ShownText() == "Track 01"; }));
+}
+
+TEST_F(CdDeviceTest, DiscsOfEverySize) {
+  OpenWith({2});
+  Press(kCommandRandom);
+  EXPECT_EQ(First(), 1);
+  Press(kCommandRandom);
+  drive.Insert(std::vector<int>(99, 4));
+  EXPECT_TRUE(Until([] { return Second() == 99; }));
+  Press(kCommandPrevious);
+  EXPECT_EQ(First(), 99);
+  EXPECT_EQ(ShownText(), "Track 99");
+  drive.Insert({5, 0, 0, 5});
+  EXPECT_TRUE(Until([] { return Second() == 4; }));
+  Press(kCommandNext);
+  currentDevice->FastForward();
+  currentDevice->EndScan();
+  drive.Insert({5, 5, 5});
+  drive.Set(&DriveState::claimTracks, 1000);
+  EXPECT_TRUE(Until([] { return currentDevice->itemCount == 1000; }));
+  EXPECT_EQ(Second(), 0) << "the display holds three digits";
+  drive.Set(&DriveState::claimTracks, 3'000'000'000U);
+  drive.Insert({5, 6});
+  PumpFor(600);
+  EXPECT_EQ(currentDevice->itemCount, 1000);
+}
+
+TEST_F(CdDeviceTest, StoresThatCannotBeReadAreToldAndLeftAlone) {
+  for (const std::string& content : {std::string(), std::string("\0\x01\xFF[[=\r\n\xFE", 9),
+                                     "[CD List]\r\nNumber of CDs=abc\r\n1=" + std::string(4000, 'x')}) {
+    stores.Write("cd.abm", content);
+    OpenWith({30});
+    EXPECT_EQ(ShownText(), "Track 01");
+    const std::string after = stores.Read("cd.abm");
+    EXPECT_EQ(after.substr(0, 4), content.empty() ? "[CD " : content.substr(0, 4))
+        << "what was there is still there";
+    Press(kCommandCloseDevice);
+  }
+  const std::string before = stores.Read("cd.abm");
+  {
+    const UniqueHandle held =
+        OwnFile(::CreateFileA(cdAlbumPath.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    OpenWith({40});
+    EXPECT_EQ(ShownText(), "Cannot read cd.abm");
+  }
+  EXPECT_EQ(stores.Read("cd.abm"), before);
+}
+
+TEST_F(CdDeviceTest, TitlesOfTheUserAreShown) {
+  stores.Write("cd.abm", "[" + DiscIdentifier(std::vector{30, 31}) +
+                             "]\r\n1=Caf\xC3\xA9 \xE6\x97\xA5\xE6\x9C\xAC\r\n2=" + std::string(70, 'w') +
+                             "\r\n");
+  OpenWith({30, 31});
+  EXPECT_EQ(ShownText(), "Caf\xC3\xA9 \xE6\x97\xA5\xE6\x9C\xAC");
+  Press(kCommandNext);
+  EXPECT_EQ(ShownText(), std::string(64, 'w'));
+}
+
+}  // namespace
+}  // namespace quorvex

@@ -1,0 +1,171 @@
+#include "shell/lifecycle.h"
+
+#include "base/handles.h"
+#include "tests/support/panel.h"
+#include "tests/support/recording_device.h"
+
+namespace quorvex {
+namespace {
+
+using LifecycleTest = PanelTest;
+
+bool ScreenSaverActive() {
+  BOOL active = FALSE;
+  ::SystemParametersInfoA(SPI_GETSCREENSAVEACTIVE, 0, &active, 0);
+  return active != FALSE;
+}
+
+void SetScreenSaver(bool active) {
+  ::SystemParametersInfoA(SPI_SETSCREENSAVEACTIVE, active ? TRUE : FALSE, nullptr, 0);
+}
+
+TEST_F(LifecycleTest, ThePanelLiesAtTheBottomCentreOfTheScreen) {
+  RECT rect{};
+  ::GetWindowRect(mainWindow, &rect);
+  EXPECT_EQ(rect.left, (::GetSystemMetrics(SM_CXSCREEN) - 534) / 2);
+  EXPECT_EQ(rect.top, ::GetSystemMetrics(SM_CYSCREEN) - 195);
+  EXPECT_EQ(rect.right - rect.left, 534);
+  EXPECT_EQ(rect.bottom - rect.top, 115);
+  EXPECT_TRUE(::IsWindowVisible(mainWindow));
+  char title[20] = "";
+  ::GetWindowTextA(mainWindow, title, sizeof title);
+  EXPECT_STREQ(title, "Quorvex");
+}
+
+TEST_F(LifecycleTest, StartsWithALampTestThenTheVersionThenTheClock) {
+  StartSequence();
+  EXPECT_TRUE(PumpUntil([] { return Shown(kPauseLamp) == 1; }));
+  for (int element = 0; element < kTextLine; ++element) {
+    EXPECT_EQ(Shown(element),
+              kDisplayElements[static_cast<std::size_t>(element)].kind == ElementKind::kDigit ? 8 : 1)
+        << element;
+  }
+  EXPECT_TRUE(PumpUntil([] { return ShownText() == "ver 04.09.1999"; }));
+  EXPECT_EQ(Shown(kIdleLamp), 1);
+  EXPECT_EQ(Shown(kPauseLamp), 0);
+  EXPECT_EQ(Shown(kMinutesUnits), kBlankDigit) << "the clock comes later";
+  EXPECT_TRUE(PumpUntil([] { return Shown(kMinutesUnits) != kBlankDigit; }));
+}
+
+TEST_F(LifecycleTest, TheClockRestsWhileADeviceShowsItsOwnTime) {
+  for (const bool shown : {true, false}) {
+    SetDisplayElement(kMinutesUnits, kBlankDigit);
+    currentDevice = std::make_unique<RecordingDevice>(shown ? DeviceType::kTv : DeviceType::kCd, log);
+    currentDeviceType = currentDevice->kind;
+    TickClock();
+    EXPECT_EQ(Shown(kMinutesUnits) != kBlankDigit, shown);
+  }
+  currentDevice = std::make_unique<RecordingDevice>(DeviceType::kTv, log);
+  currentDeviceType = DeviceType::kTv;
+  currentDevice->recording = true;
+  SetDisplayElement(kMinutesUnits, kBlankDigit);
+  TickClock();
+  EXPECT_EQ(Shown(kMinutesUnits), kBlankDigit);
+}
+
+TEST_F(LifecycleTest, PathsNeedNoSecondBackslashAtADrivesRoot) {
+  EXPECT_EQ(StorePath("C:\\windows", "quorvex.ini"), "C:\\windows\\quorvex.ini");
+  EXPECT_EQ(StorePath("D:\\", "cd.abm"), "D:\\cd.abm");
+  BuildPaths();
+  char folder[MAX_PATH] = "";
+  ::GetWindowsDirectoryA(folder, MAX_PATH);
+  EXPECT_EQ(mediaAlbumPath, std::string(folder) + "\\mfiles.abm");
+}
+
+TEST_F(LifecycleTest, TheLastDeviceIsReadOnlyForAnAutomaticStart) {
+  struct Case {
+    const char* text;
+    int automatic;
+    DeviceType type;
+    int capture;
+  };
+  const Case cases[] = {
+      {"", 1, DeviceType::kNone, 0},
+      {"[QUORVEX]\r\nLastDevice=3\r\n[TV]\r\nLastCapDevice=2\r\n", 1, DeviceType::kCd, 2},
+      {"[QUORVEX]\r\nAutoStartDevice=0\r\nLastDevice=3\r\n[TV]\r\nLastCapDevice=2\r\n", 0, DeviceType::kNone,
+       -1},
+      {"[quorvex]\r\nlastdevice=4\r\n", 1, DeviceType::kNone, 0},
+      {"[QUORVEX]\r\nLastDevice=-1\r\nAutoStartDevice=7\r\n", 7, DeviceType::kNone, 0},
+      {"[QUORVEX]\r\nLastDevice=two\r\n", 1, DeviceType::kNone, 0},
+      {"\x01\x02\xFF\xFE binary \r\n[[[=\r\n", 1, DeviceType::kNone, 0},
+  };
+  for (const Case& one : cases) {
+    stores.Write("quorvex.ini", one.text);
+    currentDeviceType = DeviceType::kNone;
+    startCaptureDevice = -1;
+    LoadSettings();
+    EXPECT_EQ(settings.autoStartDevice, one.automatic) << one.text;
+    EXPECT_EQ(currentDeviceType, one.type) << one.text;
+    EXPECT_EQ(startCaptureDevice, one.capture) << one.text;
+    EXPECT_FALSE(settings.unreadable);
+  }
+}
+
+TEST_F(LifecycleTest, LeavingWritesTheSettingsAndKeepsWhatElseIsThere) {
+  stores.Write("quorvex.ini", "; mine\r\n[QUORVEX]\r\nDisableAPM=1\r\nother=5\r\n\r\n[CD]\r\nAutoPlay=0\r\n");
+  LoadSettings();
+  currentDevice = std::make_unique<RecordingDevice>(DeviceType::kCd, log);
+  currentDeviceType = DeviceType::kCd;
+  currentCaptureDevice = -1;
+  Press(kCommandPower);
+  EXPECT_EQ(log, "deleted\n");
+  EXPECT_EQ(currentDevice, nullptr);
+  EXPECT_FALSE(::IsWindow(mainWindow));
+  EXPECT_EQ(stores.Read("quorvex.ini"),
+            "; "
+            "mine\r\n[QUORVEX]\r\nDisableAPM=1\r\nother=5\r\nAutoStartDevice=1\r\nLastDevice="
+            "3\r\nDisableScreenSaver=0\r\n"
+            "\r\n[CD]\r\nAutoPlay=0\r\n[TV]\r\nLastCapDevice=-1\r\n");
+  MSG message{};
+  EXPECT_TRUE(::PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+}
+
+TEST_F(LifecycleTest, AnUnreadableConfigurationIsSaidAndNotWrittenOver) {
+  stores.Write("quorvex.ini", "[QUORVEX]\r\nLastDevice=3\r\n");
+  {
+    const UniqueHandle held =
+        OwnFile(::CreateFileA(configPath.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    LoadSettings();
+    EXPECT_TRUE(settings.unreadable);
+    EXPECT_EQ(currentDeviceType, DeviceType::kNone);
+    EndLampTest();
+    EXPECT_EQ(ShownText(), "Cannot read quorvex.ini");
+    ::DestroyWindow(mainWindow);
+  }
+  EXPECT_EQ(stores.Read("quorvex.ini"), "[QUORVEX]\r\nLastDevice=3\r\n");
+}
+
+TEST_F(LifecycleTest, TheScreenSaverIsOffWhileThePlayerRunsAndAsBeforeAfterwards) {
+  const bool before = ScreenSaverActive();
+  for (const bool active : {true, false}) {
+    SetScreenSaver(active);
+    stores.Write("quorvex.ini", "[QUORVEX]\r\nDisableScreenSaver=1\r\n");
+    LoadSettings();
+    EXPECT_FALSE(ScreenSaverActive());
+    settings.disableScreenSaver = false;
+    ApplyScreenSaverSetting();
+    EXPECT_EQ(ScreenSaverActive(), active);
+    settings.disableScreenSaver = true;
+    ApplyScreenSaverSetting();
+    EXPECT_FALSE(ScreenSaverActive());
+    SaveSettings();
+    EXPECT_EQ(ScreenSaverActive(), active);
+  }
+  SetScreenSaver(true);
+  settings.screenSaverWasActive = false;
+  ::SendMessageA(mainWindow, WM_SETTINGCHANGE, SPI_SETSCREENSAVEACTIVE, 0);
+  EXPECT_TRUE(settings.screenSaverWasActive) << "a change made elsewhere is what is put back";
+  SetScreenSaver(before);
+  settings.screenSaverWasActive = false;
+}
+
+TEST_F(LifecycleTest, SuspendingIsRefusedOnlyWhenTheUserSaidSo) {
+  const auto ask = [](WPARAM event) { return ::SendMessageA(mainWindow, WM_POWERBROADCAST, event, 0); };
+  EXPECT_EQ(ask(PBT_APMQUERYSUSPEND), TRUE);
+  settings.disableApm = true;
+  EXPECT_EQ(ask(PBT_APMQUERYSUSPEND), BROADCAST_QUERY_DENY);
+  EXPECT_EQ(ask(PBT_APMRESUMESUSPEND), TRUE);
+}
+
+}  // namespace
+}  // namespace quorvex

@@ -1,0 +1,196 @@
+#include "panel/status_display.h"
+
+#include <commctrl.h>
+
+#include <vector>
+
+#include "panel/skin.h"
+#include "tests/support/panel.h"
+
+namespace quorvex {
+namespace {
+
+class StatusDisplayTest : public PanelTest {
+ protected:
+  StatusDisplayTest() {
+    ::UpdateWindow(mainWindow);
+    ::SetWindowSubclass(mainWindow, Watch, 1, reinterpret_cast<DWORD_PTR>(&painted));
+  }
+  ~StatusDisplayTest() override { ::RemoveWindowSubclass(mainWindow, Watch, 1); }
+
+  static LRESULT CALLBACK Watch(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                DWORD_PTR painted) {
+    RECT update{};
+    if (message == WM_PAINT && ::GetUpdateRect(window, &update, FALSE) != FALSE) {
+      reinterpret_cast<std::vector<Rect>*>(painted)->push_back(
+          {update.left, update.top, update.right, update.bottom});
+    }
+    return ::DefSubclassProc(window, message, wParam, lParam);
+  }
+
+  // The pixels of an element as it would be painted now.
+  static std::vector<COLORREF> Pixels(int element) {
+    const Rect rect = kDisplayElements[static_cast<std::size_t>(element)].Rectangle();
+    const HDC screen = ::GetDC(mainWindow);
+    const UniqueBitmap bitmap(::CreateCompatibleBitmap(screen, kPanelWidth, kPanelHeight));
+    const BitmapDc dc(screen, bitmap.Get());
+    ::ReleaseDC(mainWindow, screen);
+    PaintPanelBackground(dc.Get());
+    PaintStatusDisplay(dc.Get(), {rect.left, rect.top, rect.right, rect.bottom});
+    std::vector<COLORREF> pixels;
+    for (int y = rect.top; y < rect.bottom; ++y) {
+      for (int x = rect.left; x < rect.right; ++x) pixels.push_back(::GetPixel(dc.Get(), x, y));
+    }
+    return pixels;
+  }
+
+  static std::ptrdiff_t Count(const std::vector<COLORREF>& pixels, COLORREF colour) {
+    return std::count(pixels.begin(), pixels.end(), colour);
+  }
+
+  std::vector<Rect> painted;
+};
+
+constexpr COLORREF kLit = RGB(0, 255, 64);  // green over the ghost
+constexpr COLORREF kGhost = RGB(0, 64, 64);
+
+TEST_F(StatusDisplayTest, AChangedElementRepaintsItsRectangleOnly) {
+  for (const int element :
+       {0, 12, static_cast<int>(kPauseLamp), static_cast<int>(kSecondColon), static_cast<int>(kCdLamp)}) {
+    painted.clear();
+    SetDisplayElement(element, 1);
+    ASSERT_EQ(painted.size(), 1U) << element;
+    EXPECT_EQ(painted[0], kDisplayElements[static_cast<std::size_t>(element)].Rectangle()) << element;
+    SetDisplayElement(element, 1);
+    EXPECT_EQ(painted.size(), 1U) << "an equal value paints nothing";
+  }
+  painted.clear();
+  SetDisplayElement(40, 1);
+  SetDisplayElement(-1, 1);
+  EXPECT_TRUE(painted.empty());
+}
+
+TEST_F(StatusDisplayTest, TheTextLineRepaintsWithEveryText) {
+  SetDisplayText("same");
+  painted.clear();
+  SetDisplayText("same");
+  ASSERT_EQ(painted.size(), 1U);
+  EXPECT_EQ(painted[0], kDisplayElements[kTextLine].Rectangle());
+  SetDisplayText(std::string(150, 'x'));
+  EXPECT_EQ(ShownText(), std::string(99, 'x'));
+  std::string umlauts;
+  for (int i = 0; i < 120; ++i) umlauts += "\xC3\xA9";
+  SetDisplayText(umlauts);
+  EXPECT_EQ(ShownText(), umlauts.substr(0, 198)) << "characters are counted, not bytes";
+}
+
+TEST_F(StatusDisplayTest, ALitDigitLiesOverAFaintEight) {
+  SetDisplayElement(0, kBlankDigit);
+  const std::ptrdiff_t eight = Count(Pixels(0), kGhost);
+  EXPECT_GT(eight, 30);
+  EXPECT_EQ(Count(Pixels(0), kLit), 0);
+  SetDisplayElement(0, 1);
+  const std::vector<COLORREF> one = Pixels(0);
+  EXPECT_GT(Count(one, kLit), 10);
+  EXPECT_GT(Count(one, kGhost), 10);
+  EXPECT_EQ(Count(one, kLit) + Count(one, kGhost) + Count(one, RGB(0, 0, 0)),
+            static_cast<std::ptrdiff_t>(one.size()));
+  SetDisplayElement(0, 8);
+  EXPECT_EQ(Count(Pixels(0), kLit), eight);
+  SetDisplayElement(0, 17);
+  EXPECT_EQ(Count(Pixels(0), kLit), 0) << "what is no digit is blank";
+}
+
+TEST_F(StatusDisplayTest, EveryLampAndDigitHasItsGlyph) {
+  SetAllDisplayElements(true);
+  for (int element = 0; element < kFileLamp; ++element) {
+    const ElementLayout& layout = kDisplayElements[static_cast<std::size_t>(element)];
+    const bool digit = layout.kind == ElementKind::kDigit;
+    const COLORREF lit = digit ? kLit : RGB(layout.lit.red, layout.lit.green, layout.lit.blue);
+    EXPECT_GT(Count(Pixels(element), lit), 2) << element;
+  }
+  std::vector<std::vector<COLORREF>> digits;
+  for (int digit = 0; digit < 10; ++digit) {
+    SetDisplayElement(0, digit);
+    digits.push_back(Pixels(0));
+    EXPECT_EQ(std::count(digits.begin(), digits.end(), digits.back()), 1)
+        << digit << " looks like another digit";
+  }
+}
+
+TEST_F(StatusDisplayTest, TextIsCentredAsLongAsItFits) {
+  const auto columns = [](const std::vector<COLORREF>& pixels) {
+    std::pair<int, int> ends{999, -1};
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+      if (pixels[i] == RGB(0, 0, 0)) continue;
+      ends.first = std::min(ends.first, static_cast<int>(i % 202));
+      ends.second = std::max(ends.second, static_cast<int>(i % 202));
+    }
+    return ends;
+  };
+  SetDisplayText("HHHH");
+  const auto [left, right] = columns(Pixels(kTextLine));
+  EXPECT_NEAR(left, 201 - right, 2);
+  SetDisplayText(std::string(60, 'H'));
+  const auto [longLeft, longRight] = columns(Pixels(kTextLine));
+  EXPECT_LE(longLeft, 2);
+  EXPECT_GE(longRight, 195);
+}
+
+TEST_F(StatusDisplayTest, NumbersTimesAndClockReachTheirElements) {
+  ShowDisplayNumber(105, false, false);
+  ShowDisplayNumber(9, false, true);
+  EXPECT_EQ(Shown(kFirstNumber) * 100 + Shown(kFirstNumber + 1) * 10 + Shown(kFirstNumber + 2), 105);
+  EXPECT_EQ(Shown(kSecondNumber + 1), kBlankDigit);
+  EXPECT_EQ(Shown(kSecondNumber + 2), 9);
+  ShowDisplayTimeTenths(0x07563412);
+  EXPECT_EQ(Shown(kHoursTens), 1);
+  EXPECT_EQ(Shown(kSecondsUnits), 6);
+  EXPECT_EQ(Shown(kTenths), 7);
+  EXPECT_EQ(Shown(kDecimalPoint), 1);
+  EXPECT_EQ(Shown(kFirstColon), 1);
+  SetDisplayElement(kPmLamp, 1);
+  ClearDisplayTime();
+  for (const int element : {kFirstColon, kSecondColon, kDecimalPoint, kPmLamp}) EXPECT_EQ(Shown(element), 0);
+  for (const int element : {kHoursTens, kSecondsUnits, kTenths}) EXPECT_EQ(Shown(element), kBlankDigit);
+  ShowClock();
+  SYSTEMTIME now{};
+  ::GetLocalTime(&now);
+  EXPECT_EQ(Shown(kPmLamp), now.wHour >= 12 ? 1 : 0);
+  EXPECT_EQ(Shown(kAmLamp), 1 - Shown(kPmLamp));
+  for (const int label : {kChannelLabel, kTrackLabel, kOfLabel, kChapterLabel, kFileLabel})
+    SetDisplayElement(label, 1);
+  ClearDisplayNumbers();
+  EXPECT_EQ(Shown(kChannelLabel), 1) << "the channel's label is the TV device's own";
+  for (const int label : {kTrackLabel, kOfLabel, kChapterLabel, kFileLabel}) EXPECT_EQ(Shown(label), 0);
+}
+
+TEST_F(StatusDisplayTest, NumbersGoOverThePictureWhereSomebodyShowsThem) {
+  static std::string shown;
+  ShowDisplayNumber(12, true, false);
+  SetOnScreenText([](const std::string& text) { shown = text; });
+  ShowDisplayNumber(12, false, false);
+  EXPECT_EQ(shown, "");
+  ShowDisplayNumber(12, true, false);
+  EXPECT_EQ(shown, " 12");
+  SetOnScreenText(nullptr);
+}
+
+TEST_F(StatusDisplayTest, BitmapResourcesAreDrawnInTheirSizeAndStretched) {
+  const HDC screen = ::GetDC(mainWindow);
+  const UniqueBitmap bitmap(::CreateCompatibleBitmap(screen, 40, 40));
+  const BitmapDc dc(screen, bitmap.Get());
+  ::ReleaseDC(mainWindow, screen);
+  ::PatBlt(dc.Get(), 0, 0, 40, 40, WHITENESS);
+  DrawBitmapResource(dc.Get(), 138, 5, 5);
+  EXPECT_EQ(::GetPixel(dc.Get(), 4, 4), RGB(255, 255, 255));
+  EXPECT_NE(::GetPixel(dc.Get(), 5 + 7, 5 + 6), RGB(255, 255, 255));
+  EXPECT_EQ(::GetPixel(dc.Get(), 5 + 15, 5), RGB(255, 255, 255)) << "a corner of the frame is 15 wide";
+  StretchBitmapResource(dc.Get(), 142, 0, 20, 40, 12);
+  EXPECT_EQ(::GetPixel(dc.Get(), 0, 25), ::GetPixel(dc.Get(), 39, 25))
+      << "the frame's top edge is the same all along";
+  EXPECT_NE(::GetPixel(dc.Get(), 39, 31), RGB(255, 255, 255));
+}
+
+}  // namespace
+}  // namespace quorvex
