@@ -80,4 +80,5 @@ add_custom_target(demo ALL DEPENDS ${demo_dir}/demo.cue)
 # ./run builds without the tests' packages; ./check installs them.
 if(EXISTS /usr/src/googletest)
   add_subdirectory(tests/win)
+  add_subdirectory(tests/bench)
 endif()

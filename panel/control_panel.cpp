@@ -73,22 +73,21 @@ std::size_t RowOf(HWND window) {
 }
 
 void PaintPanelBackground(HDC dc) {
-  const BitmapDc source(dc, skin.background.Get());
-  ::BitBlt(dc, 0, 0, kPanelWidth, kPanelHeight, source.Get(), 0, 0, SRCCOPY);
+  ::BitBlt(dc, 0, 0, kPanelWidth, kPanelHeight, skin.background.Get(), 0, 0, SRCCOPY);
 }
 
 void DrawPanelButton(const DRAWITEMSTRUCT& item) {
   const std::size_t row = ButtonIndex(static_cast<int>(item.CtlID));
   if (row == kButtonCount) return;
   const ButtonLayout& layout = kButtons[row];
-  const BitmapDc source(item.hDC, skin.background.Get());
+  const HDC source = skin.background.Get();
   if ((item.itemState & ODS_SELECTED) != 0) {
     // The key's face one pixel lower, inside a black border.
     ::PatBlt(item.hDC, 0, 0, layout.width, layout.height, BLACKNESS);
-    ::BitBlt(item.hDC, 2, 3, layout.width - 4, layout.height - 4, source.Get(), layout.x + 2, layout.y + 2,
+    ::BitBlt(item.hDC, 2, 3, layout.width - 4, layout.height - 4, source, layout.x + 2, layout.y + 2,
              SRCCOPY);
   } else {
-    ::BitBlt(item.hDC, 0, 0, layout.width, layout.height, source.Get(), layout.x, layout.y, SRCCOPY);
+    ::BitBlt(item.hDC, 0, 0, layout.width, layout.height, source, layout.x, layout.y, SRCCOPY);
   }
   if (buttons[row].look == ButtonLook::kLit) DrawLitFrame(item.hDC, layout);
 }

@@ -1,5 +1,7 @@
 #include "panel/skin.h"
 
+#include <utility>
+
 #include "panel/main_window.h"
 #include "resources/ids.h"
 
@@ -7,9 +9,34 @@ namespace quorvex {
 
 Skin skin;
 
+namespace {
+
+BitmapDc LoadBitmapResource(int bitmapId) {
+  return BitmapDc(UniqueBitmap(::LoadBitmapA(instance, MAKEINTRESOURCEA(bitmapId))));
+}
+
+}  // namespace
+
+BitmapDc::BitmapDc(UniqueBitmap held) : bitmap(std::move(held)) {
+  if (!bitmap) return;
+  dc = UniqueDc(::CreateCompatibleDC(nullptr));
+  ::SelectObject(dc.Get(), bitmap.Get());
+}
+
+SIZE BitmapDc::Extent() const {
+  BITMAP size{};
+  ::GetObjectA(bitmap.Get(), sizeof size, &size);
+  return {size.bmWidth, size.bmHeight};
+}
+
+void BitmapDc::Reset() {
+  dc.Reset();
+  bitmap.Reset();
+}
+
 bool LoadSkinBitmaps() {
-  skin.background = UniqueBitmap(::LoadBitmapA(instance, MAKEINTRESOURCEA(IDB_PANEL)));
-  skin.segments = UniqueBitmap(::LoadBitmapA(instance, MAKEINTRESOURCEA(IDB_SEGMENTS)));
+  skin.background = LoadBitmapResource(IDB_PANEL);
+  skin.segments = LoadBitmapResource(IDB_SEGMENTS);
   return skin.background && skin.segments;
 }
 
@@ -22,19 +49,15 @@ void CreateDisplayFont() {
 }
 
 void DrawBitmapResource(HDC dc, int bitmapId, int x, int y) {
-  const UniqueBitmap bitmap(::LoadBitmapA(instance, MAKEINTRESOURCEA(bitmapId)));
-  BITMAP size{};
-  if (::GetObjectA(bitmap.Get(), sizeof size, &size) == 0) return;
-  const BitmapDc source(dc, bitmap.Get());
-  ::BitBlt(dc, x, y, size.bmWidth, size.bmHeight, source.Get(), 0, 0, SRCCOPY);
+  const BitmapDc source = LoadBitmapResource(bitmapId);
+  const SIZE size = source.Extent();
+  ::BitBlt(dc, x, y, size.cx, size.cy, source.Get(), 0, 0, SRCCOPY);
 }
 
 void StretchBitmapResource(HDC dc, int bitmapId, int x, int y, int width, int height) {
-  const UniqueBitmap bitmap(::LoadBitmapA(instance, MAKEINTRESOURCEA(bitmapId)));
-  BITMAP size{};
-  if (::GetObjectA(bitmap.Get(), sizeof size, &size) == 0) return;
-  const BitmapDc source(dc, bitmap.Get());
-  ::StretchBlt(dc, x, y, width, height, source.Get(), 0, 0, size.bmWidth, size.bmHeight, SRCCOPY);
+  const BitmapDc source = LoadBitmapResource(bitmapId);
+  const SIZE size = source.Extent();
+  ::StretchBlt(dc, x, y, width, height, source.Get(), 0, 0, size.cx, size.cy, SRCCOPY);
 }
 
 }  // namespace quorvex

@@ -7,10 +7,26 @@
 
 namespace quorvex {
 
+// A bitmap ready to be copied from and drawn to: selected into a memory device context of its own.
+class BitmapDc {
+ public:
+  BitmapDc() = default;
+  explicit BitmapDc(UniqueBitmap held);
+
+  [[nodiscard]] HDC Get() const { return dc.Get(); }
+  [[nodiscard]] SIZE Extent() const;  // in pixels; 0 x 0 without a bitmap
+  explicit operator bool() const { return static_cast<bool>(bitmap); }
+  void Reset();
+
+ private:
+  UniqueBitmap bitmap;
+  UniqueDc dc;  // goes first: a selected bitmap cannot be deleted
+};
+
 struct Skin {
-  UniqueBitmap background;  // 534 x 115, the whole panel with every key
-  UniqueBitmap segments;    // 325 x 70, one bit per pixel: every glyph of the display, black
-  UniqueFont displayFont;   // of the display's text line
+  BitmapDc background;     // 534 x 115, the whole panel with every key
+  BitmapDc segments;       // 325 x 70, one bit per pixel: every glyph of the display, black
+  UniqueFont displayFont;  // of the display's text line
 };
 extern Skin skin;
 
@@ -21,17 +37,6 @@ inline constexpr int kPanelHeight = 115;
 bool LoadSkinBitmaps();
 
 void CreateDisplayFont();
-
-// A memory device context with a bitmap selected, for copying from it.
-class BitmapDc {
- public:
-  BitmapDc(HDC like, HBITMAP bitmap) : dc(::CreateCompatibleDC(like)), selected(dc.Get(), bitmap) {}
-  [[nodiscard]] HDC Get() const { return dc.Get(); }
-
- private:
-  UniqueDc dc;
-  Selected selected;
-};
 
 // Loads a bitmap resource, copies it to (x, y) in its natural size, frees it.
 void DrawBitmapResource(HDC dc, int bitmapId, int x, int y);

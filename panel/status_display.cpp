@@ -49,16 +49,16 @@ COLORREF ColourRef(Colour colour) {
 }
 
 // Copies the mask's glyph at (x, y) to an element, its pixels in `colour`, all others black.
-void CopyGlyph(HDC dc, HDC mask, const ElementLayout& to, int x, int y, Colour colour, DWORD operation) {
+void CopyGlyph(HDC dc, const ElementLayout& to, int x, int y, Colour colour, DWORD operation) {
   ::SetTextColor(dc, ColourRef(colour));
-  ::BitBlt(dc, to.x, to.y, to.width, to.height, mask, x, y, operation);
+  ::BitBlt(dc, to.x, to.y, to.width, to.height, skin.segments.Get(), x, y, operation);
 }
 
 // A lit digit lies over a faint 8; the glyph of digit d stands in the mask at element d.
-void DrawDigit(HDC dc, HDC mask, const ElementLayout& element, int value) {
-  CopyGlyph(dc, mask, element, Layout(8).x, Layout(8).y, element.unlit, SRCCOPY);
+void DrawDigit(HDC dc, const ElementLayout& element, int value) {
+  CopyGlyph(dc, element, Layout(8).x, Layout(8).y, element.unlit, SRCCOPY);
   if (value < 0 || value >= kBlankDigit) return;
-  CopyGlyph(dc, mask, element, Layout(value).x, Layout(value).y, element.lit, SRCPAINT);
+  CopyGlyph(dc, element, Layout(value).x, Layout(value).y, element.lit, SRCPAINT);
 }
 
 void DrawTextLine(HDC dc) {
@@ -76,13 +76,12 @@ void DrawTextLine(HDC dc) {
                 nullptr);
 }
 
-void DrawElement(HDC dc, HDC mask, int element) {
+void DrawElement(HDC dc, int element) {
   const ElementLayout& layout = Layout(element);
   switch (layout.kind) {
-    case ElementKind::kDigit: DrawDigit(dc, mask, layout, Value(element)); break;
+    case ElementKind::kDigit: DrawDigit(dc, layout, Value(element)); break;
     case ElementKind::kLamp:
-      CopyGlyph(dc, mask, layout, layout.x, layout.y, Value(element) != 0 ? layout.lit : layout.unlit,
-                SRCCOPY);
+      CopyGlyph(dc, layout, layout.x, layout.y, Value(element) != 0 ? layout.lit : layout.unlit, SRCCOPY);
       break;
     case ElementKind::kText: DrawTextLine(dc); break;
     case ElementKind::kNeverDrawn: break;
@@ -171,10 +170,9 @@ void ShowClock() {
 
 void PaintStatusDisplay(HDC dc, const RECT& update) {
   const Rect area{update.left, update.top, update.right, update.bottom};
-  const BitmapDc mask(dc, skin.segments.Get());
   ::SetBkColor(dc, RGB(0, 0, 0));
   for (int i = 0; i < kWholeDisplay; ++i) {
-    if (Layout(i).Rectangle().Intersects(area)) DrawElement(dc, mask.Get(), i);
+    if (Layout(i).Rectangle().Intersects(area)) DrawElement(dc, i);
   }
 }
 

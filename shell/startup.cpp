@@ -64,6 +64,12 @@ void PrepareDisplay() {
   SetAllDisplayElements(false);
 }
 
+// The skin shows every key at rest, as all are at first: the panel is painted once instead of 48 times.
+void PaintWholePanel() {
+  ::RedrawWindow(mainWindow, nullptr, nullptr, RDW_UPDATENOW | RDW_NOCHILDREN);
+  ::RedrawWindow(mainWindow, nullptr, nullptr, RDW_VALIDATE | RDW_ALLCHILDREN);
+}
+
 // Whether the platform can play DVDs here.
 bool ProbeDvd() {
   ComPtr<IDvdGraphBuilder> builder;
@@ -92,6 +98,7 @@ bool StartUp(HINSTANCE module) {
   InstallButtonAccessibility();
   ::UpdateWindow(mainWindow);
   ::ShowWindow(mainWindow, SW_SHOWNORMAL);
+  PaintWholePanel();
   StartSequence();
   return true;
 }

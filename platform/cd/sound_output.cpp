@@ -36,6 +36,7 @@ bool SoundOutput::Feed(const std::function<int(std::span<std::byte>)>& fill) {
     if (bytes <= 0) return bytes == 0;
     buffer.header.dwBufferLength = static_cast<DWORD>(bytes);
     if (::waveOutWrite(device, &buffer.header, sizeof buffer.header) != MMSYSERR_NOERROR) return false;
+    bytesFed += buffer.header.dwBufferLength;
   }
   return true;
 }
@@ -45,12 +46,13 @@ bool SoundOutput::IsDrained() const {
                       [](const Buffer& buffer) { return (buffer.header.dwFlags & WHDR_INQUEUE) != 0; });
 }
 
-int SoundOutput::FramesHeard() const {
+int SoundOutput::FramesHeard() {
   MMTIME time{};
   time.wType = TIME_BYTES;
-  if (::waveOutGetPosition(device, &time, sizeof time) != MMSYSERR_NOERROR || time.wType != TIME_BYTES)
-    return 0;
-  return static_cast<int>(time.u.cb / kAudioSectorBytes);
+  const bool told =
+      ::waveOutGetPosition(device, &time, sizeof time) == MMSYSERR_NOERROR && time.wType == TIME_BYTES;
+  if (told && time.u.cb <= bytesFed) framesHeard = static_cast<int>(time.u.cb / kAudioSectorBytes);
+  return framesHeard;
 }
 
 }  // namespace quorvex

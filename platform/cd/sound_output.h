@@ -36,8 +36,9 @@ class SoundOutput {
   // Whether everything that was fed has been played.
   [[nodiscard]] bool IsDrained() const;
 
-  // Frames (sectors) heard since the start.
-  [[nodiscard]] int FramesHeard() const;
+  // Frames (sectors) heard since the start. A device that claims to have played what it was never given (some
+  // do for a moment while they start) is not believed: the last credible answer stands.
+  [[nodiscard]] int FramesHeard();
 
  private:
   // A tenth of a second a buffer: a stalled machine has most of a second before the sound breaks, and a pause
@@ -51,6 +52,8 @@ class SoundOutput {
   UniqueHandle event;
   HWAVEOUT device = nullptr;
   std::array<Buffer, 8> buffers;
+  DWORD bytesFed = 0;
+  int framesHeard = 0;
 };
 
 }  // namespace quorvex

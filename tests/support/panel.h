@@ -9,6 +9,7 @@
 #include "devices/shared_state.h"
 #include "panel/control_panel.h"
 #include "panel/main_window.h"
+#include "panel/skin.h"
 #include "panel/status_display.h"
 #include "shell/lifecycle.h"
 #include "shell/settings.h"
@@ -39,6 +40,13 @@ class PanelTest : public testing::Test {
     ::CoUninitialize();
   }
 
+  // Something to draw on, as the screen is.
+  static BitmapDc Canvas(int width, int height) {
+    const HDC screen = ::GetDC(nullptr);
+    BitmapDc canvas{UniqueBitmap(::CreateCompatibleBitmap(screen, width, height))};
+    ::ReleaseDC(nullptr, screen);
+    return canvas;
+  }
   static int Shown(int element) { return ShownContent().values[static_cast<std::size_t>(element)]; }
   static const std::string& ShownText() { return ShownContent().text; }
   static void Press(int command) { ::SendMessageA(mainWindow, WM_COMMAND, static_cast<WPARAM>(command), 0); }

@@ -12,32 +12,30 @@
 namespace quorvex {
 namespace {
 
-using ControlPanelTest = PanelTest;
-
 struct Drawn {
-  UniqueBitmap bitmap;
   std::vector<COLORREF> pixels;
   int width;
   [[nodiscard]] COLORREF At(int x, int y) const { return pixels[static_cast<std::size_t>(y * width + x)]; }
 };
 
-// A button's face as it is drawn in a state.
-Drawn Draw(int command, UINT state) {
-  const ButtonLayout& layout = kButtons[ButtonIndex(command)];
-  const HDC screen = ::GetDC(mainWindow);
-  Drawn drawn{UniqueBitmap(::CreateCompatibleBitmap(screen, layout.width, layout.height)), {}, layout.width};
-  const BitmapDc dc(screen, drawn.bitmap.Get());
-  ::ReleaseDC(mainWindow, screen);
-  DRAWITEMSTRUCT item{};
-  item.CtlID = static_cast<UINT>(command);
-  item.itemState = state;
-  item.hDC = dc.Get();
-  DrawPanelButton(item);
-  for (int y = 0; y < layout.height; ++y) {
-    for (int x = 0; x < layout.width; ++x) drawn.pixels.push_back(::GetPixel(dc.Get(), x, y));
+class ControlPanelTest : public PanelTest {
+ protected:
+  // A button's face as it is drawn in a state.
+  static Drawn Draw(int command, UINT state) {
+    const ButtonLayout& layout = kButtons[ButtonIndex(command)];
+    Drawn drawn{{}, layout.width};
+    const BitmapDc dc = Canvas(layout.width, layout.height);
+    DRAWITEMSTRUCT item{};
+    item.CtlID = static_cast<UINT>(command);
+    item.itemState = state;
+    item.hDC = dc.Get();
+    DrawPanelButton(item);
+    for (int y = 0; y < layout.height; ++y) {
+      for (int x = 0; x < layout.width; ++x) drawn.pixels.push_back(::GetPixel(dc.Get(), x, y));
+    }
+    return drawn;
   }
-  return drawn;
-}
+};
 
 TEST_F(ControlPanelTest, AButtonIsACopyOfTheSkinAndSinksByOnePixelWhenPressed) {
   for (const ButtonLayout& layout : kButtons) {

@@ -31,10 +31,7 @@ class StatusDisplayTest : public PanelTest {
   // The pixels of an element as it would be painted now.
   static std::vector<COLORREF> Pixels(int element) {
     const Rect rect = kDisplayElements[static_cast<std::size_t>(element)].Rectangle();
-    const HDC screen = ::GetDC(mainWindow);
-    const UniqueBitmap bitmap(::CreateCompatibleBitmap(screen, kPanelWidth, kPanelHeight));
-    const BitmapDc dc(screen, bitmap.Get());
-    ::ReleaseDC(mainWindow, screen);
+    const BitmapDc dc = Canvas(kPanelWidth, kPanelHeight);
     PaintPanelBackground(dc.Get());
     PaintStatusDisplay(dc.Get(), {rect.left, rect.top, rect.right, rect.bottom});
     std::vector<COLORREF> pixels;
@@ -177,10 +174,7 @@ TEST_F(StatusDisplayTest, NumbersGoOverThePictureWhereSomebodyShowsThem) {
 }
 
 TEST_F(StatusDisplayTest, BitmapResourcesAreDrawnInTheirSizeAndStretched) {
-  const HDC screen = ::GetDC(mainWindow);
-  const UniqueBitmap bitmap(::CreateCompatibleBitmap(screen, 40, 40));
-  const BitmapDc dc(screen, bitmap.Get());
-  ::ReleaseDC(mainWindow, screen);
+  const BitmapDc dc = Canvas(40, 40);
   ::PatBlt(dc.Get(), 0, 0, 40, 40, WHITENESS);
   DrawBitmapResource(dc.Get(), 138, 5, 5);
   EXPECT_EQ(::GetPixel(dc.Get(), 4, 4), RGB(255, 255, 255));

@@ -1,0 +1,123 @@
+// Measures the panel from within and prints one "name microseconds" a line:
+// panel_bench display        one digit changed and repainted, and a bare BitBlt of its size to the same
+// window panel_bench insert STORE TRACKS  a disc of so many tracks found in the drive by a CD device with
+// this store
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "devices/cd/cd_device.h"
+#include "devices/shared_state.h"
+#include "panel/display_elements.h"
+#include "panel/main_window.h"
+#include "panel/skin.h"
+#include "panel/status_display.h"
+#include "shell/lifecycle.h"
+#include "shell/startup.h"
+#include "tests/support/pump.h"
+#include "tests/support/virtual_drive.h"
+
+namespace quorvex {
+namespace {
+
+double MicrosecondsOf(const std::function<void()>& work) {
+  LARGE_INTEGER begin{};
+  LARGE_INTEGER end{};
+  LARGE_INTEGER frequency{};
+  ::QueryPerformanceFrequency(&frequency);
+  ::QueryPerformanceCounter(&begin);
+  work();
+  ::QueryPerformanceCounter(&end);
+  return static_cast<double>(end.QuadPart - begin.QuadPart) * 1e6 / static_cast<double>(frequency.QuadPart);
+}
+
+double Median(std::vector<double> values) {
+  std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2),
+                   values.end());
+  return values[values.size() / 2];
+}
+
+constexpr int kDigit = 5;  // the clock's last
+constexpr Rect kPlace = kDisplayElements[kDigit].Rectangle();
+
+void BareBlit(HDC dc) {
+  ::BitBlt(dc, kPlace.left, kPlace.top, kPlace.Width(), kPlace.Height(), skin.background.Get(), kPlace.left,
+           kPlace.top, SRCCOPY);
+}
+
+// A window that paints nothing but a BitBlt.
+LRESULT CALLBACK PaintBarely(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR) {
+  if (message != WM_PAINT) return ::DefSubclassProc(window, message, wParam, lParam);
+  PAINTSTRUCT paint{};
+  BareBlit(::BeginPaint(window, &paint));
+  ::EndPaint(window, &paint);
+  return 0;
+}
+
+void MeasureDisplay() {
+  constexpr int kRounds = 30;
+  constexpr int kTimes = 250;
+  const RECT rect{kPlace.left, kPlace.top, kPlace.right, kPlace.bottom};
+  std::map<std::string, std::vector<double>> times;
+  const auto measure = [&](const std::string& name, const std::function<void(int)>& work) {
+    const double all = MicrosecondsOf([&] {
+      for (int i = 0; i < kTimes; ++i) work(i);
+    });
+    times[name].push_back(all / kTimes);
+  };
+  for (int round = 0; round < kRounds; ++round) {
+    measure("digit", [](int i) { SetDisplayElement(kDigit, i % 10); });
+    measure("equal", [](int) { SetDisplayElement(kDigit, 9); });
+    ::SetWindowSubclass(mainWindow, PaintBarely, 1, 0);
+    measure("repaint",
+            [&](int) { ::RedrawWindow(mainWindow, &rect, nullptr, RDW_INVALIDATE | RDW_UPDATENOW); });
+    ::RemoveWindowSubclass(mainWindow, PaintBarely, 1);
+    const HDC dc = ::GetDC(mainWindow);
+    measure("drawing", [&](int) { PaintStatusDisplay(dc, rect); });
+    measure("blit", [&](int) { BareBlit(dc); });
+    ::ReleaseDC(mainWindow, dc);
+  }
+  for (const auto& [name, values] : times) std::printf("%s %.3f\n", name.c_str(), Median(values));
+}
+
+bool MeasureInsert(const std::string& store, int tracks) {
+  VirtualDrive drive;
+  cdAlbumPath = store;
+  configPath = store + ".ini";  // there is none: every setting has its default
+  CCDDevice device;
+  device.OnTick();
+  drive.Insert(std::vector<int>(static_cast<std::size_t>(tracks), 10));
+  double spent = 0;
+  const bool found = PumpUntil([&] {
+    spent = MicrosecondsOf([&] { device.OnTick(); });
+    return device.itemCount == tracks;
+  });
+  device.Stop();
+  std::printf("insert %.0f\n", spent);
+  return found;
+}
+
+}  // namespace
+}  // namespace quorvex
+
+int main(int count, char** arguments) {
+  if (!quorvex::StartUp(::GetModuleHandleA(nullptr))) return 1;
+  ::KillTimer(quorvex::mainWindow, quorvex::kLampTestTimer);
+  const std::string what = count > 1 ? arguments[1] : "";
+  if (what == "display") {
+    quorvex::MeasureDisplay();
+    return 0;
+  }
+  if (what == "insert" && count == 4)
+    return quorvex::MeasureInsert(arguments[2], std::atoi(arguments[3])) ? 0 : 1;
+  std::fprintf(stderr, "panel_bench display | insert STORE TRACKS\n");
+  return 2;
+}

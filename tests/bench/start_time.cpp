@@ -1,0 +1,46 @@
+// start_time PROGRAM CLASS  Starts a program and prints the milliseconds from there until its window of that
+// class is visible, painted and waiting for its user; closes it again.
+#include <windows.h>
+
+#include <cstdio>
+#include <string>
+
+namespace {
+
+constexpr DWORD kPatienceMs = 20000;
+
+double Milliseconds() {
+  LARGE_INTEGER now{};
+  LARGE_INTEGER frequency{};
+  ::QueryPerformanceCounter(&now);
+  ::QueryPerformanceFrequency(&frequency);
+  return static_cast<double>(now.QuadPart) * 1000 / static_cast<double>(frequency.QuadPart);
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  if (count != 3) return 2;
+  std::string command = '"' + std::string(arguments[1]) + '"';
+  STARTUPINFOA startup{};
+  startup.cb = sizeof startup;
+  PROCESS_INFORMATION process{};
+  const double begin = Milliseconds();
+  if (::CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                       &process) == FALSE) {
+    std::fprintf(stderr, "%s does not start\n", arguments[1]);
+    return 1;
+  }
+  // Not by asking again and again for the window: the questions would slow down what they wait for.
+  const bool idle = ::WaitForInputIdle(process.hProcess, kPatienceMs) == 0;
+  const double end = Milliseconds();
+  const HWND window = ::FindWindowA(arguments[2], nullptr);
+  if (!idle || ::IsWindowVisible(window) == FALSE) {
+    std::fprintf(stderr, "%s shows no window\n", arguments[1]);
+    ::TerminateProcess(process.hProcess, 1);
+    return 1;
+  }
+  std::printf("%.1f\n", end - begin);
+  ::PostMessageA(window, WM_CLOSE, 0, 0);
+  return ::WaitForSingleObject(process.hProcess, kPatienceMs) == WAIT_OBJECT_0 ? 0 : 1;
+}
