@@ -55,10 +55,8 @@ add_executable(quorvex WIN32 shell/main.cpp $<TARGET_OBJECTS:quorvex_resources>)
 target_link_libraries(quorvex PRIVATE quorvex_player)
 
 # The platform layer's CD drive: an MCI driver, and the program that works the drive.
-set(deps ${CMAKE_SOURCE_DIR}/build/deps)
-add_library(quorvex_drive STATIC platform/cd/open_image.cpp platform/cd/nrg_image.cpp platform/cd/shared_drive.cpp)
-target_include_directories(quorvex_drive SYSTEM PUBLIC ${deps}/include)
-target_link_libraries(quorvex_drive PUBLIC quorvex_disc ${deps}/lib/libcdio.a shell32 winmm)
+add_library(quorvex_drive STATIC platform/cd/shared_drive.cpp)
+target_link_libraries(quorvex_drive PUBLIC quorvex_disc shell32 winmm)
 
 add_library(qvcd MODULE platform/cd/cd_engine.cpp platform/cd/mci_driver.cpp platform/cd/sound_output.cpp platform/cd/qvcd.def platform/cd/qvcd.rc)
 set_target_properties(qvcd PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})

@@ -5,8 +5,7 @@
 #include <fstream>
 
 #include "base/text.h"
-#include "platform/cd/nrg_image.h"
-#include "platform/cd/sheet_image.h"
+#include "platform/cd/planned_image.h"
 #include "platform/cd/utf8_path.h"
 
 namespace quorvex {
@@ -67,7 +66,7 @@ OpenedImage OpenDiscImage(const std::string& utf8) {
   };
   if (hasEnding(".cue")) return OpenCueImage(path);
   if (hasEnding(".toc")) return OpenTocImage(path);
-  if (hasEnding(".nrg")) return OpenNrgImage(utf8);
+  if (hasEnding(".nrg")) return OpenNrgImage(path);
   if (hasEnding(".bin")) {
     const fs::path sheet = fs::path(path).replace_extension(".cue");
     if (fs::exists(sheet, error)) return OpenCueImage(sheet);

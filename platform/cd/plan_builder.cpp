@@ -24,9 +24,7 @@ std::optional<std::string> PlanBuilder::AddSource(DiscSource source, const Sourc
 }
 
 int PlanBuilder::FramesLeft(int source, std::int64_t offset, int sectorBytes) const {
-  return FramesIn(
-      std::max<std::int64_t>(plan.sources[static_cast<std::size_t>(source)].dataBytes - offset, 0),
-      sectorBytes);
+  return FramesIn(std::max<std::int64_t>(BytesOf(source) - offset, 0), sectorBytes);
 }
 
 std::variant<DiscPlan, DiscError> PlanBuilder::Finish() {

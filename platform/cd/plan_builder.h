@@ -29,6 +29,10 @@ class PlanBuilder {
   // The file added last (a file that the sheet names again is the same source); -1 without any.
   [[nodiscard]] int LastSource() const { return lastSource; }
 
+  // How much data a file holds.
+  [[nodiscard]] std::int64_t BytesOf(int source) const {
+    return plan.sources[static_cast<std::size_t>(source)].dataBytes;
+  }
   // Frames of `sectorBytes` that a file holds from a byte of its data on.
   [[nodiscard]] int FramesLeft(int source, std::int64_t offset, int sectorBytes) const;
 

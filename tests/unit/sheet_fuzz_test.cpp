@@ -4,6 +4,7 @@
 #include <random>
 
 #include "platform/cd/cue_sheet.h"
+#include "platform/cd/nrg_trailer.h"
 #include "platform/cd/toc_sheet.h"
 #include "tests/unit/sheet_support.h"
 
@@ -94,6 +95,30 @@ TEST(SheetFuzz, AnySheetGivesASoundPlanOrAnError) {
     ASSERT_NO_FATAL_FAILURE(Check(toc, sheet));
   }
   EXPECT_GT(plans, 1000) << "the sheets must not all be refused";
+}
+
+TEST(SheetFuzz, AnyNrgTrailerGivesASoundPlanOrAnError) {
+  std::mt19937 random(12);
+  int plans = 0;
+  for (int round = 0; round < 40000; ++round) {
+    std::string table(22, '\0');
+    for (std::uint64_t track = 0, at = 0; track < 1 + random() % 3; ++track) {
+      const std::uint64_t start = at + random() % 200;
+      const int mode = random() % 2 == 0 ? 7 : static_cast<int>(random() % 20);
+      table += NrgRow(mode, 2352, at, start, start + random() % 300);
+      at = start;
+    }
+    std::string trailer = NrgChunk(random() % 8 == 0 ? "ETN2" : "DAOX", table);
+    for (std::size_t count = random() % 4; count > 0; --count) {
+      trailer[random() % trailer.size()] = static_cast<char>(random());
+      if (random() % 4 == 0) trailer.resize(1 + random() % trailer.size());
+    }
+    const auto file = static_cast<std::int64_t>(random() % 3'000'000);
+    const auto plan = PlanNrgTrailer(trailer, "a.nrg", FilesOf({{"a.nrg", file}}));
+    plans += static_cast<int>(plan.index() == 0);
+    ASSERT_NO_FATAL_FAILURE(Check(plan, std::to_string(round)));
+  }
+  EXPECT_GT(plans, 1000) << "the trailers must not all be refused";
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// What the tests of disc sheets share: files that exist only as sizes, and plans as text.
+// What the tests of disc images share: files that exist only as sizes, NRG trailers, plans as text.
 #pragma once
 
 #include <map>
@@ -20,6 +20,28 @@ inline SourceOpener FilesOf(std::map<std::string, std::int64_t> files) {
     source.dataBytes = found->second;
     return true;
   };
+}
+
+inline std::string BigEndianText(std::uint64_t value, int bytes) {
+  std::string text;
+  while (bytes-- > 0) text += static_cast<char>(value >> (8 * bytes) & 0xFFU);
+  return text;
+}
+
+// A chunk of an NRG image's trailer.
+inline std::string NrgChunk(const std::string& name, const std::string& data) {
+  return name + BigEndianText(data.size(), 4) + data;
+}
+
+// A row of the track table of a disc written in one go: mode, sector size and the offsets of pause, start and
+// end.
+inline std::string NrgRow(int mode, int sectorBytes, std::uint64_t pause, std::uint64_t start,
+                          std::uint64_t end, int offsetBytes = 8) {
+  const auto sector = static_cast<std::uint64_t>(sectorBytes);
+  return std::string(12, '\0') + BigEndianText(sector, 2) +
+         BigEndianText(static_cast<std::uint64_t>(mode), 1) + std::string("\0\0\1", 3) +
+         BigEndianText(pause * sector, offsetBytes) + BigEndianText(start * sector, offsetBytes) +
+         BigEndianText(end * sector, offsetBytes);
 }
 
 // "1a@0+100 2d@250+50 | 0:100<a.bin@0 100:150<silence ... | 300": tracks (audio or data, start, length),

@@ -1,4 +1,4 @@
-#include "platform/cd/sheet_image.h"
+#include "platform/cd/planned_image.h"
 
 #include <gtest/gtest.h>
 
@@ -10,10 +10,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class SheetImageTest : public testing::Test {
+class PlannedImageTest : public testing::Test {
  protected:
-  SheetImageTest() { fs::create_directories(folder); }
-  ~SheetImageTest() override { fs::remove_all(folder); }
+  PlannedImageTest() { fs::create_directories(folder); }
+  ~PlannedImageTest() override { fs::remove_all(folder); }
 
   fs::path Write(const fs::path& name, const std::string& bytes) const {
     std::ofstream(folder / name, std::ios::binary) << bytes;
@@ -64,10 +64,10 @@ class SheetImageTest : public testing::Test {
     return error != nullptr ? error->text : "";
   }
 
-  fs::path folder = fs::temp_directory_path() / ("quorvex-sheet-" + std::to_string(::getpid()));
+  fs::path folder = fs::temp_directory_path() / ("quorvex-image-" + std::to_string(::getpid()));
 };
 
-TEST_F(SheetImageTest, EverySectorComesFromItsPlace) {
+TEST_F(PlannedImageTest, EverySectorComesFromItsPlace) {
   Write("one.bin", Sectors(1, 100));
   Write("two.bin", Swapped(Sectors(101, 100)));
   Write("three.wav", Wave(Sectors(201, 50)));
@@ -91,7 +91,7 @@ TEST_F(SheetImageTest, EverySectorComesFromItsPlace) {
   EXPECT_EQ(across[2 * kAudioSectorBytes], std::byte{0});
 }
 
-TEST_F(SheetImageTest, AnIncompleteLastSectorEndsInSilence) {
+TEST_F(PlannedImageTest, AnIncompleteLastSectorEndsInSilence) {
   Write("short.bin", Sectors(1, 2).substr(0, kAudioSectorBytes + 400));
   const OpenedImage opened =
       OpenCueImage(Write("s.cue", "FILE short.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00\n"));
@@ -101,7 +101,7 @@ TEST_F(SheetImageTest, AnIncompleteLastSectorEndsInSilence) {
   EXPECT_EQ(SampleAt(image, 1, 100), 0);
 }
 
-TEST_F(SheetImageTest, AFileThatShrinksWhileThePlayerHasItFailsToRead) {
+TEST_F(PlannedImageTest, AFileThatShrinksWhileThePlayerHasItFailsToRead) {
   const fs::path sound = Write("gone.bin", Sectors(1, 10));
   const OpenedImage opened =
       OpenCueImage(Write("g.cue", "FILE gone.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00\n"));
@@ -111,7 +111,7 @@ TEST_F(SheetImageTest, AFileThatShrinksWhileThePlayerHasItFailsToRead) {
   EXPECT_EQ(SampleAt(image, 2), 3) << "and goes on where there still is something";
 }
 
-TEST_F(SheetImageTest, NamesInAnyScriptAndInOldCodePages) {
+TEST_F(PlannedImageTest, NamesInAnyScriptAndInOldCodePages) {
   Write(fs::path(u8"\u0434\u0438\u0441\u043A.bin"), Sectors(1, 1));
   Write(fs::path(u8"caf\u00E9.bin"), Sectors(2, 1));
   EXPECT_EQ(
@@ -124,7 +124,7 @@ TEST_F(SheetImageTest, NamesInAnyScriptAndInOldCodePages) {
             "");
 }
 
-TEST_F(SheetImageTest, RefusesWhatItCannotPlay) {
+TEST_F(PlannedImageTest, RefusesWhatItCannotPlay) {
   Write("fast.wav", Wave(Sectors(1, 1), 48000));
   Write("text.wav", "not a wave file at all");
   const std::string track = "TRACK 01 AUDIO\nINDEX 01 00:00:00\n";

@@ -1,4 +1,5 @@
-// Images that a text sheet describes: raw and WAV files beside it.
+// Images whose description says from which file each sector comes: sheets (CUE, TOC) with raw and WAV files
+// beside them, and NRG images, which hold both.
 #pragma once
 
 #include <filesystem>
@@ -10,5 +11,7 @@ namespace quorvex {
 // Opens a CUE or TOC sheet. Names in it are taken relative to its folder.
 OpenedImage OpenCueImage(const std::filesystem::path& sheet);
 OpenedImage OpenTocImage(const std::filesystem::path& sheet);
+
+OpenedImage OpenNrgImage(const std::filesystem::path& path);
 
 }  // namespace quorvex

@@ -1,13 +1,16 @@
-#include "platform/cd/sheet_image.h"
+#include "platform/cd/planned_image.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
 #include <fstream>
+#include <functional>
 #include <iterator>
+#include <optional>
 
 #include "platform/cd/cue_sheet.h"
+#include "platform/cd/nrg_trailer.h"
 #include "platform/cd/toc_sheet.h"
 #include "platform/cd/utf8_path.h"
 
@@ -53,9 +56,9 @@ bool FindWaveData(std::ifstream& file, DiscSource& source) {
   return false;
 }
 
-class SheetImage final : public DiscImage {
+class PlannedImage final : public DiscImage {
  public:
-  SheetImage(DiscPlan layout, std::vector<std::unique_ptr<std::ifstream>> opened)
+  PlannedImage(DiscPlan layout, std::vector<std::unique_ptr<std::ifstream>> opened)
       : plan(std::move(layout)), files(std::move(opened)) {}
 
   [[nodiscard]] const std::vector<DiscTrack>& Tracks() const override { return plan.tracks; }
@@ -103,17 +106,13 @@ class SheetImage final : public DiscImage {
   std::vector<std::unique_ptr<std::ifstream>> files;
 };
 
-using Planner = std::variant<DiscPlan, DiscError> (*)(std::string_view sheet, const SourceOpener& open);
+using Plan = std::variant<DiscPlan, DiscError>;
 
-OpenedImage OpenSheet(const fs::path& path, Planner planner) {
-  std::error_code error;
-  if (fs::file_size(path, error) > kLargestSheet || error)
-    return DiscError{error ? "it cannot be read" : "it is no text file"};
-  std::ifstream sheet(path, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(sheet), {}};
+// Makes an image of what `planner` plans with the files in a folder.
+OpenedImage OpenPlanned(const fs::path& folder, const std::function<Plan(const SourceOpener&)>& planner) {
   std::vector<std::unique_ptr<std::ifstream>> files;
   const SourceOpener open = [&](DiscSource& source, std::string& why) {
-    const fs::path name = path.parent_path() / PathFromUtf8(source.name);
+    const fs::path name = folder / PathFromUtf8(source.name);
     auto file = std::make_unique<std::ifstream>(name, std::ios::binary);
     std::error_code sizeError;
     source.dataBytes = static_cast<std::int64_t>(fs::file_size(name, sizeError));
@@ -125,14 +124,47 @@ OpenedImage OpenSheet(const fs::path& path, Planner planner) {
     files.push_back(std::move(file));
     return why.empty();
   };
-  std::variant<DiscPlan, DiscError> plan = planner(text, open);
+  Plan plan = planner(open);
   if (DiscError* problem = std::get_if<DiscError>(&plan)) return std::move(*problem);
-  return std::make_unique<SheetImage>(std::get<DiscPlan>(std::move(plan)), std::move(files));
+  return std::make_unique<PlannedImage>(std::get<DiscPlan>(std::move(plan)), std::move(files));
+}
+
+// A file's bytes from an offset to its end; fewer when it ends before.
+std::string ReadFrom(const fs::path& path, std::int64_t offset) {
+  std::ifstream file(path, std::ios::binary);
+  file.seekg(offset);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+using SheetPlanner = Plan (*)(std::string_view sheet, const SourceOpener& open);
+
+OpenedImage OpenSheet(const fs::path& path, SheetPlanner planner) {
+  std::error_code error;
+  if (fs::file_size(path, error) > kLargestSheet || error)
+    return DiscError{error ? "it cannot be read" : "it is no text file"};
+  const std::string text = ReadFrom(path, 0);
+  return OpenPlanned(path.parent_path(), [&](const SourceOpener& open) { return planner(text, open); });
 }
 
 }  // namespace
 
 OpenedImage OpenCueImage(const fs::path& sheet) { return OpenSheet(sheet, PlanCueSheet); }
 OpenedImage OpenTocImage(const fs::path& sheet) { return OpenSheet(sheet, PlanTocSheet); }
+
+OpenedImage OpenNrgImage(const fs::path& path) {
+  std::error_code error;
+  const auto size = static_cast<std::int64_t>(fs::file_size(path, error));
+  if (error) return DiscError{"it cannot be read"};
+  const auto foot = std::int64_t{kNrgFootBytes};
+  const std::optional<std::int64_t> begin =
+      NrgTrailerOffset(ReadFrom(path, std::max<std::int64_t>(size - foot, 0)));
+  if (!begin || *begin < 0 || *begin > size - foot || size - *begin > std::int64_t{kLargestSheet})
+    return DiscError{"it is no Nero image"};
+  const std::string trailer = ReadFrom(path, *begin);
+  const std::u8string name = path.filename().u8string();
+  return OpenPlanned(path.parent_path(), [&](const SourceOpener& open) {
+    return PlanNrgTrailer(trailer, {name.begin(), name.end()}, open);
+  });
+}
 
 }  // namespace quorvex
