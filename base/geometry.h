@@ -3,9 +3,16 @@
 
 namespace quorvex {
 
+struct Point {
+  int x = 0;
+  int y = 0;
+  friend constexpr bool operator==(const Point&, const Point&) = default;
+};
+
 struct Size {
   int width = 0;
   int height = 0;
+  friend constexpr bool operator==(const Size&, const Size&) = default;
 };
 
 // left and top lie inside, right and bottom just outside.
@@ -17,6 +24,10 @@ struct Rect {
 
   [[nodiscard]] constexpr int Width() const { return right - left; }
   [[nodiscard]] constexpr int Height() const { return bottom - top; }
+  [[nodiscard]] constexpr Size Extent() const { return {Width(), Height()}; }
+  [[nodiscard]] constexpr bool Contains(Point point) const {
+    return point.x >= left && point.x < right && point.y >= top && point.y < bottom;
+  }
   [[nodiscard]] constexpr bool Intersects(const Rect& other) const {
     return left < other.right && other.left < right && top < other.bottom && other.top < bottom;
   }

@@ -41,6 +41,7 @@ inline void EndDc(HDC dc) { ::DeleteDC(dc); }
 using UniqueHandle = Unique<HANDLE, EndHandle>;
 using UniqueBitmap = Unique<HBITMAP, EndGdiObject>;
 using UniqueFont = Unique<HFONT, EndGdiObject>;
+using UniqueBrush = Unique<HBRUSH, EndGdiObject>;
 using UniquePen = Unique<HPEN, EndGdiObject>;
 using UniqueMenu = Unique<HMENU, EndMenu>;
 using UniqueDc = Unique<HDC, EndDc>;

@@ -25,6 +25,7 @@ add_library(
   devices/cd/mci_error.cpp
   devices/current_device.cpp
   devices/device.cpp
+  devices/media/file_device.cpp
   devices/shared_state.cpp
   devices/tv/capture_devices.cpp
   panel/accessible_object.cpp
@@ -43,8 +44,12 @@ add_library(
   shell/media_select_menu.cpp
   shell/popup_menu.cpp
   shell/settings.cpp
-  shell/startup.cpp)
-target_link_libraries(quorvex_player PUBLIC quorvex_arithmetic comctl32 gdi32 ole32 oleacc oleaut32 strmiids uuid winmm)
+  shell/startup.cpp
+  video/on_screen_display.cpp
+  video/picture_user.cpp
+  video/renderer_window.cpp
+  video/video_window.cpp)
+target_link_libraries(quorvex_player PUBLIC quorvex_arithmetic comctl32 comdlg32 gdi32 ole32 oleacc oleaut32 strmiids uuid winmm)
 
 # The resources, linked into the program and into the tests that show the panel.
 add_library(quorvex_resources OBJECT resources/quorvex.rc)

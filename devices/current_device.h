@@ -10,4 +10,7 @@ namespace quorvex {
 // Null when no device is open.
 extern std::unique_ptr<CDevice> currentDevice;
 
+// Lets the video window and the status display reach the current device.
+void ConnectPicture();
+
 }  // namespace quorvex

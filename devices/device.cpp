@@ -86,6 +86,13 @@ void CDevice::SetPlayState(PlayState state) {
   UpdateButtonStates();
 }
 
+void CDevice::RefreshStillPicture() {
+  if (playState != PlayState::kPaused || !mediaSeeking) return;
+  LONGLONG position = 0;
+  if (FAILED(mediaSeeking->GetCurrentPosition(&position))) return;
+  mediaSeeking->SetPositions(&position, AM_SEEKING_AbsolutePositioning, nullptr, AM_SEEKING_NoPositioning);
+}
+
 void CDevice::UpdateStateLamps() const {
   SetDisplayElement(kPauseLamp, playState == PlayState::kPaused ? 1 : 0);
   SetDisplayElement(kMuteLamp, muted ? 1 : 0);

@@ -14,13 +14,14 @@
 #include "base/com_ptr.h"
 #include "devices/device_type.h"
 #include "devices/play_order.h"
+#include "video/on_screen_display.h"
 
 namespace quorvex {
 
 // Kinds of driver dialogs a capture device may have, as IAMVfwCaptureDialogs numbers them.
 enum class CaptureDialog : int { kSource = 1, kFormat = 2, kDisplay = 4 };
 
-class CDevice : public PlayOrder {
+class CDevice : public PlayOrder, public OnScreenDisplay {
  public:
   explicit CDevice(DeviceType deviceType);
   CDevice(const CDevice&) = delete;
@@ -142,6 +143,9 @@ class CDevice : public PlayOrder {
 
   void SetPlayState(PlayState state);
 
+  // A paused picture is drawn again by a seek to where it is.
+  void RefreshStillPicture() override;
+
   // Of the device's filter graph; null while there is none.
   ComPtr<IMediaControl> mediaControl;
   ComPtr<IMediaSeeking> mediaSeeking;
@@ -150,5 +154,8 @@ class CDevice : public PlayOrder {
 inline constexpr UINT_PTR kDeviceTimer = 100;
 inline constexpr UINT_PTR kEntryTimer = 104;
 inline constexpr UINT kEntryTimeoutMs = 4000;
+
+// The message by which a device is told of its graph's events.
+inline constexpr UINT kGraphMessage = WM_USER + 13;
 
 }  // namespace quorvex

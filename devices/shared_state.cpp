@@ -7,6 +7,7 @@ int currentCaptureDevice = -1;
 int startCaptureDevice = -1;
 bool muted = false;
 bool dvdAvailable = false;
+std::string currentPlaylist;
 std::string configPath;
 std::string mediaAlbumPath;
 std::string cdAlbumPath;

@@ -20,6 +20,9 @@ extern bool muted;
 // Whether a DVD could be played at start-up.
 extern bool dvdAvailable;
 
+// The section of the album store that the media-file device plays.
+extern std::string currentPlaylist;
+
 // The files in the Windows directory: quorvex.ini, mfiles.abm, cd.abm.
 extern std::string configPath;
 extern std::string mediaAlbumPath;

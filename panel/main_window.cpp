@@ -28,6 +28,10 @@ bool ReportErrorIf(long failed, const std::string& text) {
   return true;
 }
 
+void RaiseControlPanel() { ::SetWindowPos(mainWindow, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE); }
+
+void LowerControlPanel() { ::SetWindowPos(mainWindow, HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE); }
+
 void CenterWindow(HWND window, HWND reference) {
   RECT moved{};
   RECT fixed{};

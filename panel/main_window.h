@@ -13,6 +13,10 @@ extern HINSTANCE instance;
 // The control panel (window class PControl): owner of every timer and message box; null before it is made.
 extern HWND mainWindow;
 
+// The extra bytes of a window class whose procedure falls back to that of dialogs. A 64-bit Windows may use
+// more of them than DLGWINDOWEXTRA (30) says.
+inline constexpr int kDialogClassExtra = DLGWINDOWEXTRA + 18;
+
 // A string resource; empty when there is none of that number.
 std::string LoadText(int stringId);
 
@@ -23,6 +27,10 @@ int ReportError(const std::string& text);
 // Reports `text` when `failed` is not zero (a platform's result code may be passed whole: S_FALSE counts as
 // failed). Answers whether it did.
 bool ReportErrorIf(long failed, const std::string& text);
+
+// Puts the control panel in front of everything, or back among the other windows.
+void RaiseControlPanel();
+void LowerControlPanel();
 
 // Moves `window` so that its centre lies over the centre of `reference`; size and z-order stay.
 void CenterWindow(HWND window, HWND reference);

@@ -4,6 +4,7 @@
 
 #include "devices/current_device.h"
 #include "panel/main_window.h"
+#include "video/video_window.h"
 
 namespace quorvex {
 
@@ -14,15 +15,28 @@ void PlayAtRate(double rate) {
 }
 
 void PressUp() {
-  if (currentDevice) currentDevice->Up();
+  if (currentDevice) IsOsdLevelShown() ? currentDevice->AdjustUp() : currentDevice->Up();
 }
 
 void PressDown() {
-  if (currentDevice) currentDevice->Down();
+  if (currentDevice) IsOsdLevelShown() ? currentDevice->AdjustDown() : currentDevice->Down();
+}
+
+void PressRight() {
+  if (currentDevice && IsOsdLevelShown()) currentDevice->Increase();
+}
+
+void PressLeft() {
+  if (currentDevice && IsOsdLevelShown()) currentDevice->Decrease();
+}
+
+void ToggleFullScreen() {
+  if (theVideoWindow) theVideoWindow->ToggleFullScreen();
 }
 
 void HidePlayer() {
-  ::SetWindowPos(mainWindow, HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+  LowerControlPanel();
+  if (fullScreen) return;
   // The system menu no longer lists the command, but the default procedure still knows it.
   ::DefDlgProcA(mainWindow, WM_SYSCOMMAND, SC_MINIMIZE, 0);
 }

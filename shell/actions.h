@@ -9,7 +9,10 @@ void PlayAtRate(double rate);
 // The arrow keys, from a click, the keyboard or a held button.
 void PressUp();
 void PressDown();
+void PressRight();
+void PressLeft();
 
+void ToggleFullScreen();
 void HidePlayer();
 void Power();
 

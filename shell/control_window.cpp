@@ -19,8 +19,6 @@
 namespace quorvex {
 namespace {
 
-// The message that graph devices register for their graph's events.
-constexpr UINT kGraphMessage = WM_USER + 13;
 constexpr UINT_PTR kRecordTimer = 106;
 
 void OnPaint(HWND window) {
@@ -43,6 +41,9 @@ void OnTimer(HWND window, UINT_PTR timer) {
     case kLampTestTimer: BeginLampTest(); break;
     case kVersionTimer: EndLampTest(); break;
     case kEntryTimer: OnEntryTimeout(window); break;
+    case kOsdTimer:
+      if (currentDevice) currentDevice->OnOsdTimer();
+      break;
     case kRecordTimer:
       if (currentDevice) currentDevice->OnRecordTick();
       break;

@@ -7,10 +7,12 @@
 
 #include "devices/cd/cd_device.h"
 #include "devices/current_device.h"
+#include "devices/media/file_device.h"
 #include "devices/null_device.h"
 #include "devices/shared_state.h"
 #include "panel/status_display.h"
 #include "shell/actions.h"
+#include "video/video_window.h"
 
 namespace quorvex {
 namespace {
@@ -22,6 +24,7 @@ std::unique_ptr<CDevice> MakeDevice(DeviceType type) {
   switch (type) {
     case DeviceType::kNone: return std::make_unique<CNullDevice>();
     case DeviceType::kCd: return std::make_unique<CCDDevice>();
+    case DeviceType::kFile: return std::make_unique<CFileDevice>();
     default: return nullptr;
   }
 }
@@ -30,8 +33,7 @@ const char* NameOf(DeviceType type) {
   switch (type) {
     case DeviceType::kTv: return "TV/CAP";
     case DeviceType::kDvd: return "DVD";
-    case DeviceType::kCd: return "CD";
-    default: return "media files";
+    default: return "this";
   }
 }
 
@@ -56,6 +58,7 @@ void DropFailedDevice() {
   currentDevice->UpdateStateLamps();
   ClearDisplayText();
   currentDevice.reset();
+  DeleteVideoWindow();
 }
 
 // The open sequence: all three steps of the current device, or no device.
@@ -83,6 +86,7 @@ bool SwitchToDvd() {
 
 bool SwitchToCd() {
   if (IsCurrent(DeviceType::kCd)) return true;
+  DeleteVideoWindow();
   return Replace(DeviceType::kCd) && OpenCurrentDevice();
 }
 

@@ -7,6 +7,7 @@
 #include "panel/status_display.h"
 #include "shell/device_switch.h"
 #include "shell/settings.h"
+#include "video/video_window.h"
 
 namespace quorvex {
 namespace {
@@ -53,6 +54,7 @@ void ShutDown() {
   SaveSettings();
   skin.background.Reset();
   skin.segments.Reset();
+  DeleteVideoWindow();
   currentDevice.reset();
   skin.displayFont.Reset();
   ::PostQuitMessage(0);

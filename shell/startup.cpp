@@ -6,6 +6,7 @@
 
 #include "base/com_ptr.h"
 #include "base/geometry.h"
+#include "devices/current_device.h"
 #include "devices/shared_state.h"
 #include "panel/control_panel.h"
 #include "panel/main_window.h"
@@ -17,6 +18,8 @@
 #include "shell/control_window.h"
 #include "shell/lifecycle.h"
 #include "shell/settings.h"
+#include "video/on_screen_display.h"
+#include "video/video_window.h"
 
 namespace quorvex {
 namespace {
@@ -27,9 +30,7 @@ constexpr char kPanelClass[] = "PControl";
 bool RegisterPanelClass() {
   WNDCLASSA panel{};
   panel.lpfnWndProc = ControlWindowProcedure;
-  // The default dialog procedure keeps its data here; a 64-bit Windows may use more of it than DLGWINDOWEXTRA
-  // (30) says.
-  panel.cbWndExtra = DLGWINDOWEXTRA + 18;
+  panel.cbWndExtra = kDialogClassExtra;
   panel.hInstance = instance;
   panel.hIcon = ::LoadIconA(instance, MAKEINTRESOURCEA(IDI_QUORVEX));
   panel.hCursor = ::LoadCursorA(nullptr, IDC_ARROW);
@@ -87,7 +88,8 @@ bool StartUp(HINSTANCE module) {
   instance = module;
   ::InitCommonControls();
   ::CoInitialize(nullptr);
-  if (!RegisterPanelClass() || !CreatePanel()) return false;
+  if (!RegisterPanelClass() || !RegisterVideoClass() || !RegisterOsdClass() || !CreatePanel()) return false;
+  ConnectPicture();
   CreatePanelButtons(CreateToolTips());
   BuildPaths();
   LoadSettings();

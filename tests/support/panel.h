@@ -36,7 +36,7 @@ class PanelTest : public testing::Test {
     MSG message{};
     while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
     }
-    ::UnregisterClassA("PControl", instance);
+    for (const char* name : {"PControl", "PVideo", "myOSCtl"}) ::UnregisterClassA(name, instance);
     ::CoUninitialize();
   }
 

@@ -15,15 +15,15 @@ LAYERS = {
     "base": 0,
     "resources": 0,
     "panel": 1,
-    "devices": 2,
     "video": 2,
     "mixer": 2,
-    "devices/cd": 3,
-    "devices/dvd": 3,
-    "devices/tv": 3,
-    "devices/media": 3,
-    "setup": 4,
-    "shell": 5,
+    "devices": 3,
+    "devices/cd": 4,
+    "devices/dvd": 4,
+    "devices/tv": 4,
+    "devices/media": 4,
+    "setup": 5,
+    "shell": 6,
 }
 NATIVE = ("quorvex_arithmetic", "quorvex_disc")
 WINDOWS_HEADERS = {"windows.h", "windowsx.h", "mmsystem.h", "commctrl.h", "shlobj.h", "shellapi.h", "unknwn.h", "strmif.h", "oleacc.h"}

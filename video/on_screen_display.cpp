@@ -1,0 +1,221 @@
+#include "video/on_screen_display.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "panel/main_window.h"
+#include "video/video_window.h"
+
+namespace quorvex {
+
+AdjustmentInfo adjustmentInfo;
+
+namespace {
+
+constexpr char kOsdClass[] = "myOSCtl";
+constexpr UINT kHideAfterMs = 4000;
+constexpr COLORREF kOsdGreen = RGB(0, 255, 0);
+
+bool levelShown = false;
+int lastShownAdjustId = -1;
+
+LRESULT CALLBACK OsdProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message != WM_PAINT) return ::DefWindowProcA(window, message, wParam, lParam);
+  PAINTSTRUCT paint{};
+  const HDC dc = ::BeginPaint(window, &paint);
+  RECT client{};
+  ::GetClientRect(window, &client);
+  const UniqueBrush green(::CreateSolidBrush(kOsdGreen));
+  ::FillRect(dc, &client, green.Get());
+  ::EndPaint(window, &paint);
+  ::DefWindowProcA(window, WM_PAINT, 0, 0);
+  return 0;
+}
+
+// What the elements lie on: the renderer's window, or the desktop.
+HWND Host() { return theVideoWindow ? theVideoWindow->GetRendererWindow() : nullptr; }
+
+Size AreaSize() {
+  if (theVideoWindow) return theVideoWindow->GetVideoRect().Extent();
+  RECT desktop{};
+  ::GetWindowRect(::GetDesktopWindow(), &desktop);
+  return {desktop.right - desktop.left, desktop.bottom - desktop.top};
+}
+
+// The area's corner, in the coordinates of elements that belong to no renderer's window.
+Point AreaOrigin() {
+  if (!theVideoWindow || Host() != nullptr) return {};
+  POINT corner{theVideoWindow->GetVideoRect().left, theVideoWindow->GetVideoRect().top};
+  ::ClientToScreen(theVideoWindow->Frame(), &corner);
+  return {corner.x, corner.y};
+}
+
+HWND CreateElement(const std::string& text, DWORD visible) {
+  const HWND host = Host();
+  const DWORD style = (host != nullptr ? WS_CHILD : WS_POPUP) | visible;
+  const DWORD extended = host != nullptr ? 0 : WS_EX_TOPMOST | WS_EX_TOOLWINDOW;
+  return ::CreateWindowExA(extended, kOsdClass, text.c_str(), style, 0, 0, 1, 1, host, nullptr, instance,
+                           nullptr);
+}
+
+void Place(HWND element, const Rect& rect) {
+  const Point origin = AreaOrigin();
+  ::SetWindowPos(element, nullptr, origin.x + rect.left, origin.y + rect.top, rect.Width(), rect.Height(),
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+std::string TextOf(HWND element) {
+  char text[kLongestOsdText * 4 + 1] = "";
+  ::GetWindowTextA(element, text, sizeof text);
+  return std::string(FirstCharacters(text, kLongestOsdText));
+}
+
+Size MeasuredText(HDC dc, const std::string& text) {
+  SIZE size{};
+  ::GetTextExtentPoint32A(dc, text.c_str(), static_cast<int>(text.size()), &size);
+  return {size.cx, size.cy};
+}
+
+}  // namespace
+
+bool RegisterOsdClass() {
+  WNDCLASSA element{};
+  element.lpfnWndProc = OsdProcedure;
+  element.hInstance = instance;
+  element.hCursor = ::LoadCursorA(nullptr, IDC_ARROW);
+  element.hbrBackground = static_cast<HBRUSH>(::GetStockObject(NULL_BRUSH));
+  element.lpszClassName = kOsdClass;
+  return ::RegisterClassA(&element) != 0;
+}
+
+bool IsOsdLevelShown() { return levelShown; }
+
+void OnScreenDisplay::ShowOsdText(const std::string& text) {
+  if (!theVideoWindow) return;
+  HideOsd();
+  CreateOsdTextWindow(text);
+  LayoutOsdText();
+  RestartHideTimer();
+}
+
+void OnScreenDisplay::CreateOsdTextWindow(const std::string& text) {
+  if (Host() != nullptr) textWindow = CreateElement(text, 0);
+}
+
+void OnScreenDisplay::ShowOsdLevel(int segmentCount, const AdjustmentInfo& spec) {
+  if (levelShown && spec.adjustId == lastShownAdjustId) {
+    RefreshOsdLevel();
+    return;
+  }
+  if (levelShown) HideOsd();
+  CreateOsdLevelWindows(segmentCount, spec);
+  LayoutOsdLevel();
+  lastShownAdjustId = spec.adjustId;
+  levelShown = true;
+  RefreshOsdLevel();
+}
+
+void OnScreenDisplay::CreateOsdLevelWindows(int segmentCount, const AdjustmentInfo& spec) {
+  level = 0;
+  levelSpec = spec;
+  for (int i = 0; i < segmentCount; ++i) segments.push_back(CreateElement("", WS_VISIBLE));
+  titleWindow = CreateElement(spec.title, 0);
+}
+
+void OnScreenDisplay::LayoutOsd() {
+  LayoutOsdLevel();
+  LayoutOsdText();
+}
+
+void OnScreenDisplay::LayoutOsdText() {
+  if (textWindow == nullptr) return;
+  const Size area = AreaSize();
+  const std::string text = TextOf(textWindow);
+  const TextSizes sizes = CutToText(textWindow, text, OsdTextHeight(text, area.height));
+  Place(textWindow, PlaceOsdText(area, sizes.letter, sizes.text));
+  ::ShowWindow(textWindow, SW_SHOWNOACTIVATE);
+}
+
+void OnScreenDisplay::LayoutOsdLevel() {
+  if (segments.empty()) return;
+  SetOsdLevel(level);
+  if (titleWindow == nullptr) return;
+  const Size area = AreaSize();
+  const OsdLevelPlaces places = PlaceOsdLevel(area, static_cast<int>(segments.size()));
+  const TextSizes sizes = CutToText(titleWindow, TextOf(titleWindow), places.titleHeight);
+  Place(titleWindow, PlaceOsdTitle(area, places, sizes.text));
+  ::ShowWindow(titleWindow, SW_SHOWNOACTIVATE);
+}
+
+// Makes the outline of a text in bold Arial an element's shape.
+OnScreenDisplay::TextSizes OnScreenDisplay::CutToText(HWND element, const std::string& text, int height) {
+  LOGFONTA font{};
+  font.lfHeight = -height;
+  font.lfWeight = FW_BOLD;
+  lstrcpynA(font.lfFaceName, "Arial", LF_FACESIZE);
+  osdFont = UniqueFont(::CreateFontIndirectA(&font));
+  const HDC dc = ::GetDC(element);
+  TextSizes sizes;
+  {
+    const Selected selected(dc, osdFont.Get());
+    ::SetBkMode(dc, TRANSPARENT);
+    ::BeginPath(dc);
+    ::TextOutA(dc, 0, 0, text.c_str(), static_cast<int>(text.size()));
+    ::EndPath(dc);
+    ::SetWindowRgn(element, ::PathToRegion(dc), FALSE);  // the window owns the region
+    sizes = {MeasuredText(dc, text), MeasuredText(dc, "M")};
+  }
+  ::ReleaseDC(element, dc);
+  return sizes;
+}
+
+void OnScreenDisplay::RefreshOsdLevel() {
+  SetOsdLevel(OsdLevelOf(adjustmentInfo, static_cast<int>(segments.size())));
+  RestartHideTimer();
+}
+
+void OnScreenDisplay::SetOsdLevel(int shownLevel) {
+  const bool whole =
+      std::all_of(segments.begin(), segments.end(), [](HWND window) { return window != nullptr; });
+  if (segments.empty() || !whole) return;
+  level = shownLevel;
+  const int count = static_cast<int>(segments.size());
+  const OsdLevelPlaces places = PlaceOsdLevel(AreaSize(), count);
+  for (int i = 0; i < count; ++i) {
+    const OsdSegmentPlace& place = places.segments[static_cast<std::size_t>(i)];
+    const bool large = IsOsdSegmentLarge(i, level, count, levelSpec.barMode);
+    Place(segments[static_cast<std::size_t>(i)], large ? place.large : place.small);
+  }
+}
+
+void OnScreenDisplay::RestartHideTimer() {
+  if (hideTimer != 0) ::KillTimer(mainWindow, kOsdTimer);
+  hideTimer = ::SetTimer(mainWindow, kOsdTimer, kHideAfterMs, nullptr);
+}
+
+void OnScreenDisplay::HideOsd() {
+  if (hideTimer != 0) ::KillTimer(mainWindow, kOsdTimer);
+  hideTimer = 0;
+  levelShown = false;
+  if (DestroyOsdWindows()) RefreshStillPicture();
+}
+
+// Answers whether there were any.
+bool OnScreenDisplay::DestroyOsdWindows() {
+  std::vector<HWND> elements = std::move(segments);
+  elements.insert(elements.end(), {titleWindow, textWindow});
+  ResetOsd();
+  std::erase(elements, nullptr);
+  for (const HWND element : elements) ::ShowWindow(element, SW_HIDE);
+  for (const HWND element : elements) ::DestroyWindow(element);
+  return !elements.empty();
+}
+
+void OnScreenDisplay::ResetOsd() {
+  segments.clear();
+  titleWindow = nullptr;
+  textWindow = nullptr;
+  osdFont.Reset();
+}
+
+}  // namespace quorvex
