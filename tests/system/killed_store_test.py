@@ -29,6 +29,7 @@ class KilledStore(unittest.TestCase):
         for _ in range(ROUNDS):
             writer = subprocess.Popen([ROOT / "tools" / "in-wine", TESTS / "store_writer.exe", store], stdin=subprocess.DEVNULL,
                                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            self.addCleanup(writer.kill)
             while (changed := self.check(store.read_bytes().decode(), discs)) == discs:
                 pass
             end = time.monotonic() + chance.uniform(0, 0.4)
