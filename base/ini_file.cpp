@@ -174,6 +174,7 @@ IniFile::Result IniFile::Update(const std::function<void(IniDocument&)>& change)
   change(document);
   const std::string text = document.Text();
   if (text == loaded.text && loaded.state == IniSnapshot::State::kRead) return Result::kDone;
+  if (text.size() > kLargestStore) return Result::kFailed;  // nobody could read it again
   const bool done = Replace(path, loaded.utf16 ? std::string(kUtf16Mark) + Utf16FromUtf8(text) : text);
   return done ? Result::kDone : Result::kFailed;
 }
