@@ -10,5 +10,6 @@ bool dvdAvailable = false;
 std::string configPath;
 std::string mediaAlbumPath;
 std::string cdAlbumPath;
+std::string currentPlaylist;
 
 }  // namespace quorvex

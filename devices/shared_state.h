@@ -25,4 +25,7 @@ extern std::string configPath;
 extern std::string mediaAlbumPath;
 extern std::string cdAlbumPath;
 
+// The section of the album store that the media-file device plays; at most 32 characters, empty for none.
+extern std::string currentPlaylist;
+
 }  // namespace quorvex
