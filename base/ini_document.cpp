@@ -83,6 +83,10 @@ IniDocument::Line IniDocument::ParsedLine(std::string_view text, std::string_vie
 
 bool IniDocument::IsEntry(const Line& line) { return line.value && !line.key.starts_with(';'); }
 
+bool IniDocument::IsRemark(const Line& line) {
+  return Trimmed(line.text).empty() || line.key.starts_with(';');
+}
+
 std::string_view IniDocument::Keep(std::string text) { return texts.emplace_back(std::move(text)); }
 
 // The index of the first line of a section (for "" of the file), behind its header; npos without such a
@@ -135,19 +139,61 @@ void IniDocument::Set(std::string_view section, std::string_view key, std::strin
     line = ParsedLine(Keep(std::string(before) + '=' + Written(value)), line.end);
     return;
   }
-  std::size_t at = SectionBegin(section);
-  if (at == std::string_view::npos) {
-    InsertLine(lines.size(), '[' + std::string(section) + ']');
-    at = lines.size();
-  }
+  const std::size_t begin = MakeSection(section);
   // Behind the section's last entry: blank lines and remarks before the next header belong to that.
-  const std::size_t begin = at;
-  for (at = SectionEnd(begin); at > begin && !IsEntry(lines[at - 1]);) --at;
+  std::size_t at = SectionEnd(begin);
+  while (at > begin && !IsEntry(lines[at - 1])) --at;
   InsertLine(at, std::string(key) + '=' + Written(value));
 }
 
-void IniDocument::InsertLine(std::size_t at, std::string text) {
+// SectionBegin of a section that is made when it is missing.
+std::size_t IniDocument::MakeSection(std::string_view section) {
+  if (const std::size_t begin = SectionBegin(section); begin != std::string_view::npos) return begin;
+  InsertLine(lines.size(), '[' + std::string(section) + ']');
+  return lines.size();
+}
+
+// Where, in the section that begins there, the remarks about the next section begin.
+std::size_t IniDocument::RemarksOfNext(std::size_t begin) const {
+  const std::size_t end = SectionEnd(begin);
+  if (end == lines.size()) return end;
+  std::size_t first = end;
+  for (std::size_t i = end; i > begin && IsRemark(lines[i - 1]); --i) {
+    if (!Trimmed(lines[i - 1].text).empty()) first = i - 1;
+  }
+  return first;
+}
+
+void IniDocument::RemoveSection(std::string_view section) {
+  const std::size_t begin = SectionBegin(section);
+  if (section.empty() || begin == std::string_view::npos) return;
+  const auto at = [this](std::size_t index) { return lines.begin() + static_cast<std::ptrdiff_t>(index); };
+  lines.erase(at(begin - 1), at(RemarksOfNext(begin)));
+}
+
+void IniDocument::ReplaceSection(std::string_view section, std::span<const IniEntry> entries) {
+  const std::size_t begin = MakeSection(section);
+  const auto at = [this](std::size_t index) { return lines.begin() + static_cast<std::ptrdiff_t>(index); };
+  const auto isKey = [](const Line& line) { return !IsRemark(line); };
+  const std::size_t end = SectionEnd(begin);
+  const auto first = std::find_if(at(begin), at(end), isKey);
+  const std::size_t place = first == at(end) ? begin : begin + static_cast<std::size_t>(first - at(begin));
+  lines.erase(std::remove_if(at(begin), at(end), isKey), at(end));
+  std::vector<Line> fresh;
+  fresh.reserve(entries.size());
+  for (const IniEntry& entry : entries)
+    fresh.push_back(ParsedLine(Keep(std::string(entry.key) + '=' + Written(entry.value)), lineEnd));
+  if (!fresh.empty()) EndLineBefore(place);
+  lines.insert(at(place), fresh.begin(), fresh.end());
+}
+
+// Ends the line before, which lacks an end when it was the file's last.
+void IniDocument::EndLineBefore(std::size_t at) {
   if (at > 0 && lines[at - 1].end.empty()) lines[at - 1].end = lineEnd;
+}
+
+void IniDocument::InsertLine(std::size_t at, std::string text) {
+  EndLineBefore(at);
   lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(at), ParsedLine(Keep(std::move(text)), lineEnd));
 }
 

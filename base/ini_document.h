@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <list>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,6 +38,14 @@ class IniDocument {
   // breaks in the value become blanks, for a line cannot hold them.
   void Set(std::string_view section, std::string_view key, std::string_view value);
 
+  // Removes the first section of that name with its header and keys. Remarks directly before the next header
+  // belong to that and stay.
+  void RemoveSection(std::string_view section);
+
+  // Gives a section these keys and no others, at the cost of one pass; makes it (at the end) when it is
+  // missing. It keeps its place and its remarks.
+  void ReplaceSection(std::string_view section, std::span<const IniEntry> entries);
+
   [[nodiscard]] std::string Text() const;
 
  private:
@@ -52,10 +61,14 @@ class IniDocument {
 
   static Line ParsedLine(std::string_view text, std::string_view end);
   static bool IsEntry(const Line& line);
+  static bool IsRemark(const Line& line);
   std::string_view Keep(std::string text);
   [[nodiscard]] std::size_t SectionBegin(std::string_view section) const;
   [[nodiscard]] std::size_t SectionEnd(std::size_t begin) const;
   [[nodiscard]] const Line* FindLine(std::string_view section, std::string_view key) const;
+  std::size_t MakeSection(std::string_view section);
+  [[nodiscard]] std::size_t RemarksOfNext(std::size_t begin) const;
+  void EndLineBefore(std::size_t at);
   void InsertLine(std::size_t at, std::string text);
 
   std::list<std::string> texts;  // what the lines' views point into

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "base/file_bytes.h"
 #include "base/handles.h"
 #include "base/text.h"
 
@@ -60,15 +61,7 @@ std::optional<std::string> ReadBytes(const std::string& path, DWORD& error) {
     return static_cast<bool>(file);
   });
   error = file ? ERROR_READ_FAULT : ::GetLastError();
-  LARGE_INTEGER size{};
-  if (!file || ::GetFileSizeEx(file.Get(), &size) == FALSE || size.QuadPart > kLargestStore)
-    return std::nullopt;
-  std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
-  DWORD count = 0;
-  const auto wanted = static_cast<DWORD>(bytes.size());
-  if (::ReadFile(file.Get(), bytes.data(), wanted, &count, nullptr) == FALSE) return std::nullopt;
-  bytes.resize(count);
-  return bytes;
+  return ReadAll(file.Get(), kLargestStore);
 }
 
 Loaded Load(const std::string& path) {
@@ -174,6 +167,7 @@ IniFile::Result IniFile::Update(const std::function<void(IniDocument&)>& change)
   change(document);
   const std::string text = document.Text();
   if (text == loaded.text && loaded.state == IniSnapshot::State::kRead) return Result::kDone;
+  if (text.size() > kLargestStore) return Result::kFailed;  // nobody could read it again
   const bool done = Replace(path, loaded.utf16 ? std::string(kUtf16Mark) + Utf16FromUtf8(text) : text);
   return done ? Result::kDone : Result::kFailed;
 }

@@ -19,13 +19,20 @@ add_custom_command(
 # Everything of the player but its entry point.
 add_library(
   quorvex_player STATIC
+  base/file_bytes.cpp
   base/ini_file.cpp
   devices/cd/cd_device.cpp
   devices/cd/cd_drive.cpp
   devices/cd/mci_error.cpp
   devices/current_device.cpp
   devices/device.cpp
+  devices/media/album_file.cpp
   devices/media/file_device.cpp
+  devices/media/m3u_file.cpp
+  devices/media/media_select_panel.cpp
+  devices/media/open_file_dialog.cpp
+  devices/media/playlist_title_dialog.cpp
+  devices/media/preview_playlist.cpp
   devices/shared_state.cpp
   devices/tv/capture_devices.cpp
   panel/accessible_object.cpp
@@ -49,7 +56,7 @@ add_library(
   video/picture_user.cpp
   video/renderer_window.cpp
   video/video_window.cpp)
-target_link_libraries(quorvex_player PUBLIC quorvex_arithmetic comctl32 comdlg32 gdi32 ole32 oleacc oleaut32 strmiids uuid winmm)
+target_link_libraries(quorvex_player PUBLIC quorvex_arithmetic comctl32 comdlg32 gdi32 ole32 oleacc oleaut32 shell32 strmiids uuid winmm)
 
 # The resources, linked into the program and into the tests that show the panel.
 add_library(quorvex_resources OBJECT resources/quorvex.rc)

@@ -7,9 +7,9 @@ int currentCaptureDevice = -1;
 int startCaptureDevice = -1;
 bool muted = false;
 bool dvdAvailable = false;
-std::string currentPlaylist;
 std::string configPath;
 std::string mediaAlbumPath;
 std::string cdAlbumPath;
+std::string currentPlaylist;
 
 }  // namespace quorvex

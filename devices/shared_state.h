@@ -20,12 +20,12 @@ extern bool muted;
 // Whether a DVD could be played at start-up.
 extern bool dvdAvailable;
 
-// The section of the album store that the media-file device plays.
-extern std::string currentPlaylist;
-
 // The files in the Windows directory: quorvex.ini, mfiles.abm, cd.abm.
 extern std::string configPath;
 extern std::string mediaAlbumPath;
 extern std::string cdAlbumPath;
+
+// The section of the album store that the media-file device plays; at most 32 characters, empty for none.
+extern std::string currentPlaylist;
 
 }  // namespace quorvex

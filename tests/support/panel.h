@@ -26,6 +26,8 @@ class PanelTest : public testing::Test {
     ::KillTimer(mainWindow, kLampTestTimer);
     configPath = stores.Path("quorvex.ini");
     cdAlbumPath = stores.Path("cd.abm");
+    mediaAlbumPath = stores.Path("mfiles.abm");
+    currentPlaylist.clear();
     settings = {};
     currentDeviceType = DeviceType::kNone;
     SetAllDisplayElements(false);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <random>
 
@@ -81,6 +82,44 @@ TEST(IniDocument, ChangesOnlyWhatItIsAskedTo) {
             "d=4\n"
             "[Three]\n"
             "e=5 6 \n");
+}
+
+TEST(IniDocument, RemovesASectionButNotTheRemarksAboutTheNext) {
+  const std::string text =
+      "top=0\n"
+      "[One]\n"
+      "a=1\n"
+      "; about a\n"
+      "bare\n"
+      "\n"
+      "; about two\n"
+      "\n"
+      "[Two]\n"
+      "b=2\n"
+      "[one]\n"
+      "c=3\n"
+      "; the end";
+  IniDocument document(text);
+  document.RemoveSection("");
+  document.RemoveSection("missing");
+  EXPECT_EQ(document.Text(), text);
+  document.RemoveSection("ONE");
+  EXPECT_EQ(document.Text(), "top=0\n; about two\n\n[Two]\nb=2\n[one]\nc=3\n; the end");
+  document.RemoveSection("one");
+  EXPECT_EQ(document.Text(), "top=0\n; about two\n\n[Two]\nb=2\n");
+}
+
+TEST(IniDocument, ReplacesASectionInItsPlaceAndKeepsItsRemarks) {
+  IniDocument document("[One]\n; mine\n\na=1\nbare\n; also\nb=2\n; about two\n[Two]\nc=3\n[Last]");
+  const IniEntry entries[] = {{"x", "\"7\""}, {"b", *document.Find("one", "b")}};
+  document.ReplaceSection("one", entries);
+  EXPECT_EQ(document.Text(), "[One]\n; mine\n\nx=\"\"7\"\"\nb=2\n; also\n; about two\n[Two]\nc=3\n[Last]");
+  document.ReplaceSection("Two", {});
+  document.ReplaceSection("last", entries);
+  document.ReplaceSection("New", entries);
+  EXPECT_EQ(document.Text(),
+            "[One]\n; mine\n\nx=\"\"7\"\"\nb=2\n; also\n; about two\n[Two]\n"
+            "[Last]\nx=\"\"7\"\"\nb=2\n[New]\nx=\"\"7\"\"\nb=2\n");
 }
 
 TEST(IniDocument, WritesANewStoreWithWindowsLineEnds) {
@@ -168,6 +207,15 @@ TEST(IniDocument, AnyBytesSurviveAndAnyChangeCanBeReadBack) {
     ASSERT_EQ(Found(again, "a", "k"), "new value") << text;
     ASSERT_EQ(Found(again, "q", "k"), "x") << text;
     ASSERT_EQ(Found(again, "z", "other"), before) << text;
+    const IniEntry entry{"1", "x"};
+    document.ReplaceSection("a", {&entry, 1});
+    const IniDocument replaced(document.Text());
+    const std::vector<IniEntry> entries = replaced.Entries("a");
+    ASSERT_EQ(std::count_if(entries.begin(), entries.end(),
+                            [](const IniEntry& other) { return !other.key.starts_with(';'); }),
+              1)
+        << text;
+    ASSERT_EQ(Found(replaced, "q", "k"), "x") << text;
   }
 }
 

@@ -85,6 +85,13 @@ TEST(IniFile, RespectsAReadOnlyFile) {
   EXPECT_EQ(SetOne(IniFile(folder.Path("missing\\a.ini")), "2"), Result::kFailed);
 }
 
+TEST(IniFile, WritesNothingThatItCouldNotReadAgain) {
+  const TempFolder folder;
+  const IniFile file(folder.Write("a.ini", "[S]\r\nk=1\r\n"));
+  EXPECT_EQ(SetOne(file, std::string(65 << 20, 'x')), Result::kFailed);
+  EXPECT_EQ(file.Read().Integer("S", "k", 0), 1);
+}
+
 TEST(IniFile, WritesInPlaceWhereNoSecondFileCanBeMade) {
   const TempFolder folder;
   const IniFile file(folder.Write("a.ini", "[S]\r\nk=a long old value\r\n"));
@@ -151,6 +158,9 @@ class PlatformProfile {
   [[nodiscard]] int Integer(const char* section, const char* key) const {
     return static_cast<int>(::GetPrivateProfileIntA(section, key, 4711, path.c_str()));
   }
+  void RemoveSection(const char* section) const {
+    ::WritePrivateProfileStringA(section, nullptr, nullptr, path.c_str());
+  }
 
  private:
   std::string path;
@@ -193,6 +203,27 @@ TEST(IniFile, ReadsWhatThePlatformReadsAndWritesWhatItCanRead) {
     std::filesystem::remove(file.Path());
   }
   EXPECT_GT(found, 1000) << "most of the questions must have an answer to compare";
+}
+
+// Two copies of a random file, one for each: what can be read of them afterwards is the same.
+TEST(IniFile, RemovesTheSectionsThatThePlatformRemoves) {
+  const TempFolder folder;
+  std::mt19937 random(6);
+  int removed = 0;
+  for (int round = 0; round < 1000; ++round) {
+    const std::string text = RandomStore(random);
+    const IniFile file(folder.Write("ours" + std::to_string(round), text));
+    const PlatformProfile platform(folder.Write("theirs" + std::to_string(round), text));
+    const PlatformProfile ours(file.Path());
+    ASSERT_EQ(file.Update([](IniDocument& document) { document.RemoveSection("one"); }), Result::kDone);
+    platform.RemoveSection("one");
+    for (const char* section : {"one", "two", "x"}) {
+      for (const char* key : {"a", "b", "key", "12"})
+        ASSERT_EQ(ours.String(section, key), platform.String(section, key)) << text << section << " " << key;
+    }
+    removed += IniDocument(text).Text() != file.Read().document.Text() ? 1 : 0;
+  }
+  EXPECT_GT(removed, 100);
 }
 
 }  // namespace
