@@ -77,6 +77,8 @@ target_link_libraries(qvcd PRIVATE quorvex_drive)
 add_executable(qvdrive platform/drive/main.cpp platform/drive/qvdrive.rc)
 target_link_libraries(qvdrive PRIVATE quorvex_drive)
 
+include(cmake/media.cmake)
+
 # The demo disc, rendered from scores.
 file(GLOB demo_sources CONFIGURE_DEPENDS resources/demo/*.py)
 set(demo_dir ${CMAKE_BINARY_DIR}/demo)

@@ -1,10 +1,10 @@
 # The Debian packages that Quorvex needs, by what they are for; sourced.
 packages_build=(
-  g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 cmake ninja-build
+  g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 cmake ninja-build make nasm xz-utils bzip2 ca-certificates
   python3 python3-pil librsvg2-bin fonts-liberation fluidsynth timgm6mb-soundfont)
 packages_wine=(
   wine wine64 fonts-wine libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libxcomposite1
   x11-utils pulseaudio-utils)
 packages_virtual_display=(xvfb imagemagick)
 packages_virtual_sound=(pulseaudio)
-packages_check=(g++ googletest clang-format clang-tidy xdotool)
+packages_check=(g++ googletest clang-format clang-tidy xdotool ffmpeg)

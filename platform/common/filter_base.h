@@ -1,0 +1,67 @@
+// The ground of the platform layer's filters: state, clock, graph, name and pins. A filter says which pins it
+// has and what it does when its state changes.
+#pragma once
+
+#include <strmif.h>
+
+#include <atomic>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/com_ptr.h"
+#include "platform/common/com_object.h"
+
+namespace quorvex {
+
+class FilterBase : public ComObject<IBaseFilter> {
+ public:
+  HRESULT STDMETHODCALLTYPE GetClassID(CLSID* id) override;
+
+  HRESULT STDMETHODCALLTYPE Stop() override;
+  HRESULT STDMETHODCALLTYPE Pause() override;
+  HRESULT STDMETHODCALLTYPE Run(REFERENCE_TIME start) override;
+  HRESULT STDMETHODCALLTYPE GetState(DWORD timeoutMs, FILTER_STATE* current) override;
+  HRESULT STDMETHODCALLTYPE SetSyncSource(IReferenceClock* source) override;
+  HRESULT STDMETHODCALLTYPE GetSyncSource(IReferenceClock** source) override;
+
+  HRESULT STDMETHODCALLTYPE EnumPins(IEnumPins** pins) override;
+  HRESULT STDMETHODCALLTYPE FindPin(LPCWSTR id, IPin** pin) override;
+  HRESULT STDMETHODCALLTYPE QueryFilterInfo(FILTER_INFO* info) override;
+  HRESULT STDMETHODCALLTYPE JoinFilterGraph(IFilterGraph* joined, LPCWSTR givenName) override;
+  HRESULT STDMETHODCALLTYPE QueryVendorInfo(LPWSTR* vendor) override;
+
+  // The stream's time now: since the graph runs, in units of 100 ns. Nothing unless it runs by a clock.
+  std::optional<REFERENCE_TIME> StreamTime();
+
+  [[nodiscard]] FILTER_STATE State() const { return state; }
+
+ protected:
+  explicit FilterBase(const CLSID& ownClass) : classId(ownClass) {}
+
+  // The pins as they are now; the filter owns them.
+  virtual std::vector<IPin*> Pins() = 0;
+
+  // What a change of state takes beyond noting it. They are called one at a time, with stateLock held:
+  // from stopped to any other state, from any other to stopped, and before the running stream stands still.
+  virtual HRESULT OnStart() { return S_OK; }
+  virtual void OnStop() {}
+  virtual void OnHalt() {}
+
+  // Guards changes of state, and what must not happen beside one.
+  std::mutex stateLock;
+
+ private:
+  HRESULT StartWhenStopped();
+
+  const CLSID classId;
+  std::atomic<FILTER_STATE> state{State_Stopped};
+  std::mutex membersLock;  // guards what follows
+  ComPtr<IReferenceClock> clock;
+  REFERENCE_TIME runStart = 0;
+  IFilterGraph* graph = nullptr;  // it owns its filters, so they do not own it
+  std::wstring name;
+};
+
+}  // namespace quorvex

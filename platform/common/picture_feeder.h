@@ -1,0 +1,49 @@
+// Feeds a pin with pictures (MediaType::Rgb32). The first one is that which is to be seen at the segment's
+// start, however far before it the decoder had to begin; pictures that come too late for the clock are left
+// out.
+#pragma once
+
+#include <optional>
+
+#include "platform/common/decoder.h"
+#include "platform/common/filter_base.h"
+#include "platform/common/late_pictures.h"
+#include "platform/common/output_pin.h"
+#include "platform/common/stream_feeder.h"
+
+namespace quorvex {
+
+class PictureFeeder final : public StreamFeeder {
+ public:
+  // `frameTime`: how long a picture lasts when the stream does not say. The filter and the pin outlive the
+  // feeder.
+  PictureFeeder(FilterBase& owner, OutputPin& fed, const CodedStream& stream, MediaTime frameTime);
+
+  // Whether there is a decoder for the stream.
+  [[nodiscard]] bool IsOpen() const { return decoder.IsOpen(); }
+
+  void Begin(const Segment& played) override;
+  Fed Feed(const AVPacket* packet) override;
+
+ private:
+  [[nodiscard]] bool IsLongBefore(const AVPacket* packet) const;
+  Fed Show(const AVFrame& frame);
+  Fed Deliver(const AVFrame& frame, MediaTime begin, MediaTime end);
+  bool Convert(const AVFrame& frame, BYTE* target);
+  void ChooseScaler(const AVFrame& frame, int width, int height);
+
+  FilterBase& filter;
+  OutputPin& pin;
+  const TickClock clock;
+  const MediaTime usualTime;
+  Decoder decoder;
+  AvOwner<SwsContext> scaler;
+  int scalerColours = -1;
+  MediaType type;  // of the pin's samples
+  Segment segment;
+  MediaTime next = 0;  // when the picture after the last one begins, if it does not say so itself
+  bool first = true;
+  LatePictures late;
+};
+
+}  // namespace quorvex

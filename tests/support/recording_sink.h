@@ -1,0 +1,236 @@
+// A renderer of the tests' own: it notes what arrives and, like every renderer, holds the first sample while
+// the graph is paused.
+#pragma once
+
+#include <windows.h>
+
+#include <strmif.h>
+
+#include <control.h>
+#include <evcode.h>
+#include <uuids.h>
+#include <vfwmsgs.h>
+
+#include <condition_variable>
+#include <cstdint>
+#include <mutex>
+#include <vector>
+
+#include "platform/common/enumerators.h"
+#include "platform/common/filter_base.h"
+
+namespace quorvex {
+
+class RecordingSink final : public FilterBase, private IPin, private IMemInputPin {
+ public:
+  struct Sample {
+    std::int64_t start;  // of the segment, plus the sample's own time
+    std::int64_t end;
+    bool discontinuity;
+    int picture;                      // the number that the picture shows
+    std::vector<std::int16_t> sound;  // of the left channel
+  };
+  struct Segment {
+    std::int64_t start;
+    std::int64_t stop;
+    std::vector<Sample> samples;
+    bool ended = false;
+  };
+
+  explicit RecordingSink(const GUID& majorType) : FilterBase(CLSID_NULL), major(majorType) {}
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+    return FilterBase::QueryInterface(iid, object);
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return FilterBase::AddRef(); }
+  ULONG STDMETHODCALLTYPE Release() override { return FilterBase::Release(); }
+
+  // What has arrived since the last Clear, or since the last seek.
+  std::vector<Segment> Segments() {
+    const std::scoped_lock guard(lock);
+    return segments;
+  }
+  int Flushes() {
+    const std::scoped_lock guard(lock);
+    return flushes;
+  }
+  void Clear() {
+    const std::scoped_lock guard(lock);
+    segments.clear();
+    flushes = 0;
+  }
+  IPin* Pin() { return this; }
+  [[nodiscard]] MediaType ConnectedType() { return type; }
+
+ protected:
+  ~RecordingSink() override = default;
+  void* Find(REFIID iid) override {
+    if (iid == __uuidof(IPin)) return static_cast<IPin*>(this);
+    if (iid == __uuidof(IMemInputPin)) return static_cast<IMemInputPin*>(this);
+    if (iid == __uuidof(IMediaSeeking) && peer) return Seeking();
+    return FilterBase::Find(iid);
+  }
+  std::vector<IPin*> Pins() override { return {this}; }
+  HRESULT OnStart() override {
+    const std::scoped_lock guard(lock);
+    stopped = false;
+    return S_OK;
+  }
+  void OnStop() override {
+    const std::scoped_lock guard(lock);
+    stopped = true;
+    changed.notify_all();
+  }
+
+ public:
+  HRESULT STDMETHODCALLTYPE Run(REFERENCE_TIME start) override {
+    const HRESULT result = FilterBase::Run(start);
+    const std::scoped_lock guard(lock);
+    changed.notify_all();
+    return result;
+  }
+  HRESULT STDMETHODCALLTYPE GetState(DWORD timeoutMs, FILTER_STATE* current) override {
+    FilterBase::GetState(timeoutMs, current);
+    std::unique_lock guard(lock);
+    if (*current != State_Paused || !peer) return S_OK;
+    const bool cued = changed.wait_for(guard, std::chrono::milliseconds(std::min<DWORD>(timeoutMs, 5000)),
+                                       [this] { return stopped || (!segments.empty() && IsCued()); });
+    return cued ? S_OK : VFW_S_STATE_INTERMEDIATE;
+  }
+
+ private:
+  bool IsCued() { return segments.back().ended || !segments.back().samples.empty(); }
+
+  void* Seeking() {
+    if (!passThrough) {
+      ::CoCreateInstance(CLSID_SeekingPassThru, static_cast<IBaseFilter*>(this), CLSCTX_INPROC_SERVER,
+                         __uuidof(IUnknown), passThrough.ReceiveVoid());
+      passThrough.As<ISeekingPassThru>()->Init(TRUE, this);
+    }
+    // The reference it adds is the sink's own, so it is given back.
+    IMediaSeeking* seeking = nullptr;
+    passThrough->QueryInterface(__uuidof(IMediaSeeking), reinterpret_cast<void**>(&seeking));
+    if (seeking != nullptr) Release();
+    return seeking;
+  }
+
+  HRESULT STDMETHODCALLTYPE Connect(IPin*, const AM_MEDIA_TYPE*) override { return E_UNEXPECTED; }
+  HRESULT STDMETHODCALLTYPE ReceiveConnection(IPin* connector, const AM_MEDIA_TYPE* offered) override {
+    if (peer) return VFW_E_ALREADY_CONNECTED;
+    if (offered->majortype != major) return VFW_E_TYPE_NOT_ACCEPTED;
+    peer = ComPtr<IPin>::Share(connector);
+    type = MediaType(*offered);
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE Disconnect() override {
+    peer.Reset();
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE ConnectedTo(IPin** pin) override {
+    *pin = ComPtr<IPin>(peer).Detach();
+    return peer ? S_OK : VFW_E_NOT_CONNECTED;
+  }
+  HRESULT STDMETHODCALLTYPE ConnectionMediaType(AM_MEDIA_TYPE* connected) override {
+    type.CopyTo(*connected);
+    return peer ? S_OK : VFW_E_NOT_CONNECTED;
+  }
+  HRESULT STDMETHODCALLTYPE QueryPinInfo(PIN_INFO* info) override {
+    *info = {ComPtr<IBaseFilter>::Share(this).Detach(), PINDIR_INPUT, L"In"};
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE QueryDirection(PIN_DIRECTION* direction) override {
+    *direction = PINDIR_INPUT;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE QueryId(LPWSTR* id) override {
+    *id = static_cast<LPWSTR>(::CoTaskMemAlloc(sizeof(L"In")));
+    ::lstrcpyW(*id, L"In");
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE QueryAccept(const AM_MEDIA_TYPE* offered) override {
+    return offered->majortype == major ? S_OK : S_FALSE;
+  }
+  HRESULT STDMETHODCALLTYPE EnumMediaTypes(IEnumMediaTypes** types) override {
+    *types = new MediaTypeEnumerator({});
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE QueryInternalConnections(IPin**, ULONG*) override { return E_NOTIMPL; }
+
+  HRESULT STDMETHODCALLTYPE EndOfStream() override {
+    {
+      const std::scoped_lock guard(lock);
+      if (flushing || segments.empty()) return S_FALSE;
+      segments.back().ended = true;
+      changed.notify_all();
+    }
+    FILTER_INFO info{};
+    QueryFilterInfo(&info);
+    const auto joined = ComPtr<IFilterGraph>::Attach(info.pGraph);
+    if (const auto events = joined.As<IMediaEventSink>()) events->Notify(EC_COMPLETE, S_OK, 0);
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE BeginFlush() override {
+    const std::scoped_lock guard(lock);
+    flushing = true;
+    ++flushes;
+    changed.notify_all();
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE EndFlush() override {
+    const std::scoped_lock guard(lock);
+    flushing = false;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE NewSegment(REFERENCE_TIME start, REFERENCE_TIME stop, double) override {
+    const std::scoped_lock guard(lock);
+    segments.push_back({start, stop, {}});
+    return S_OK;
+  }
+
+  HRESULT STDMETHODCALLTYPE GetAllocator(IMemAllocator**) override { return VFW_E_NO_ALLOCATOR; }
+  HRESULT STDMETHODCALLTYPE NotifyAllocator(IMemAllocator*, BOOL) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE GetAllocatorRequirements(ALLOCATOR_PROPERTIES*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE Receive(IMediaSample* sample) override {
+    std::unique_lock guard(lock);
+    if (stopped) return VFW_E_WRONG_STATE;
+    if (flushing || segments.empty()) return S_FALSE;
+    Note(*sample);
+    changed.notify_all();
+    changed.wait(guard, [this] { return flushing || stopped || State() == State_Running; });
+    return flushing ? S_FALSE : stopped ? VFW_E_WRONG_STATE : S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE ReceiveMultiple(IMediaSample**, LONG, LONG*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE ReceiveCanBlock() override { return S_OK; }
+
+  void Note(IMediaSample& sample) {
+    Sample noted{};
+    sample.GetTime(&noted.start, &noted.end);
+    noted.start += segments.back().start;
+    noted.end += segments.back().start;
+    noted.discontinuity = sample.IsDiscontinuity() == S_OK;
+    BYTE* data = nullptr;
+    sample.GetPointer(&data);
+    if (const VIDEOINFOHEADER* picture = type.Picture()) {
+      for (int stripe = 0; stripe < picture->bmiHeader.biWidth / 16; ++stripe)
+        noted.picture |=
+            data[(picture->bmiHeader.biWidth * 4 * 20) + (stripe * 16 + 8) * 4] > 125 ? 1 << stripe : 0;
+    } else {
+      const auto* samples = reinterpret_cast<const std::int16_t*>(data);
+      for (int i = 0; i < sample.GetActualDataLength() / 4; ++i) noted.sound.push_back(samples[2 * i]);
+    }
+    segments.back().samples.push_back(std::move(noted));
+  }
+
+  const GUID major;
+  ComPtr<IPin> peer;
+  ComPtr<IUnknown> passThrough;  // to the end: the graph keeps what it gave out
+  MediaType type;
+  std::mutex lock;  // guards what follows
+  std::condition_variable changed;
+  std::vector<Segment> segments;
+  int flushes = 0;
+  bool flushing = false;
+  bool stopped = true;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,89 @@
+// The times of media: streams' ticks, sound counted by its samples, pictures that come too late, seeks that
+// arrive twice.
+#include <gtest/gtest.h>
+
+#include "platform/common/late_pictures.h"
+#include "platform/common/media_time.h"
+#include "platform/common/sound_clock.h"
+#include "platform/media/shared_seeks.h"
+
+namespace quorvex {
+namespace {
+
+TEST(MediaTimeTest, TicksAndTimesAgreeForUsualTimeBases) {
+  const TickClock mpeg{1, 90000, 126000};
+  EXPECT_EQ(mpeg.Time(126000), 0);
+  EXPECT_EQ(mpeg.Time(126000 + 90000 * 3), 3 * kSecond);
+  EXPECT_EQ(mpeg.Time(126000 - 45000), -kSecond / 2);
+  const TickClock ntsc{1001, 30000, 0};
+  EXPECT_EQ(ntsc.Time(1), 333667) << "rounded to the nearest";
+  for (const TickClock& clock : {mpeg, ntsc, TickClock{1, 1000, -21}, TickClock{1, 44100, 0}}) {
+    for (const std::int64_t tick : {0LL, 1LL, 12'345LL, 987'654'321LL}) {
+      EXPECT_EQ(clock.Tick(clock.Time(tick)), tick);
+    }
+  }
+}
+
+TEST(MediaTimeTest, RescalingDoesNotOverflowOnTheWay) {
+  EXPECT_EQ(Rescale(std::int64_t{1} << 40, kSecond, 90000), 122'167'958'641'778);
+  EXPECT_EQ(Rescale(-3, 1, 2), -2) << "halves go away from zero on both sides";
+  EXPECT_EQ(Rescale(3, 1, 2), 2);
+}
+
+TEST(SoundClockTest, CoarseTimeStampsDoNotMakeGapsButRealOnesDo) {
+  SoundClock clock(44100);
+  EXPECT_EQ(clock.Begin(5 * kSecond), 5 * kSecond);
+  clock.Advance(1152);
+  const MediaTime second = 5 * kSecond + Rescale(1152, kSecond, 44100);
+  EXPECT_EQ(clock.Begin(5 * kSecond + 26 * kMillisecond), second) << "the stamp was rounded";
+  clock.Advance(1152);
+  EXPECT_EQ(clock.Begin(std::nullopt), 5 * kSecond + Rescale(2304, kSecond, 44100));
+  EXPECT_EQ(clock.Begin(9 * kSecond), 9 * kSecond) << "a gap in the stream";
+  EXPECT_EQ(clock.Begin(2 * kSecond), 2 * kSecond) << "a jump back";
+}
+
+TEST(SoundClockTest, CountingStaysExactOverHours) {
+  SoundClock clock(44100);
+  clock.Begin(0);
+  for (int i = 0; i < 441 * 360; ++i) clock.Advance(1000);
+  EXPECT_EQ(clock.Now(), 3600 * kSecond);
+}
+
+TEST(LatePicturesTest, LatePicturesAreLeftOutButSomeAreAlwaysShown) {
+  LatePictures late;
+  EXPECT_FALSE(late.LeaveOut(-40 * kMillisecond));
+  EXPECT_FALSE(late.LeaveOut(20 * kMillisecond));
+  int shown = 0;
+  for (int i = 0; i < 80; ++i) shown += late.LeaveOut(200 * kMillisecond) ? 0 : 1;
+  EXPECT_EQ(shown, 10);
+  EXPECT_FALSE(late.IsFarBehind());
+  EXPECT_FALSE(late.LeaveOut(0)) << "in time again";
+}
+
+TEST(LatePicturesTest, FarBehindUntilCaughtUp) {
+  LatePictures late;
+  late.LeaveOut(400 * kMillisecond);
+  EXPECT_TRUE(late.IsFarBehind());
+  late.LeaveOut(100 * kMillisecond);
+  EXPECT_TRUE(late.IsFarBehind());
+  late.LeaveOut(10 * kMillisecond);
+  EXPECT_FALSE(late.IsFarBehind());
+}
+
+TEST(SharedSeeksTest, ASeekIsDoneOnceForAllPinsAndAgainWhenItIsMeantAgain) {
+  SharedSeeks seeks;
+  const SeekWish three{3 * kSecond, std::nullopt};
+  const SeekWish four{4 * kSecond, std::nullopt};
+  EXPECT_TRUE(seeks.Arrives(0, three));
+  EXPECT_FALSE(seeks.Arrives(1, three));
+  EXPECT_TRUE(seeks.Arrives(0, three)) << "the same place once more";
+  EXPECT_FALSE(seeks.Arrives(1, three));
+  EXPECT_TRUE(seeks.Arrives(1, four));
+  EXPECT_FALSE(seeks.Arrives(0, four));
+  EXPECT_TRUE(seeks.Arrives(0, {4 * kSecond, 5 * kSecond})) << "another end is another seek";
+  seeks.Forget();
+  EXPECT_TRUE(seeks.Arrives(1, {4 * kSecond, 5 * kSecond}));
+}
+
+}  // namespace
+}  // namespace quorvex
