@@ -20,6 +20,7 @@ add_custom_command(
 add_library(
   quorvex_player STATIC
   base/file_bytes.cpp
+  base/full_path.cpp
   base/ini_file.cpp
   devices/cd/cd_device.cpp
   devices/cd/cd_drive.cpp
@@ -49,7 +50,9 @@ add_library(
   shell/device_switch.cpp
   shell/lifecycle.cpp
   shell/media_select_menu.cpp
+  shell/open_files.cpp
   shell/popup_menu.cpp
+  shell/remote_control.cpp
   shell/settings.cpp
   shell/startup.cpp
   video/on_screen_display.cpp
@@ -66,6 +69,10 @@ set_source_files_properties(resources/quorvex.rc PROPERTIES OBJECT_DEPENDS "${ar
 add_executable(quorvex WIN32 shell/main.cpp $<TARGET_OBJECTS:quorvex_resources>)
 target_link_libraries(quorvex PRIVATE quorvex_player)
 
+# Works the running program from scripts.
+add_executable(qvremote remote/main.cpp base/full_path.cpp platform/drive/qvdrive.rc)
+target_link_libraries(qvremote PRIVATE quorvex_options)
+
 # The platform layer's CD drive: an MCI driver, and the program that works the drive.
 add_library(quorvex_drive STATIC platform/cd/shared_drive.cpp)
 target_link_libraries(quorvex_drive PUBLIC quorvex_disc shell32 winmm)
@@ -74,7 +81,7 @@ add_library(qvcd MODULE platform/cd/cd_engine.cpp platform/cd/mci_driver.cpp pla
 set_target_properties(qvcd PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
 target_link_libraries(qvcd PRIVATE quorvex_drive)
 
-add_executable(qvdrive platform/drive/main.cpp platform/drive/qvdrive.rc)
+add_executable(qvdrive platform/drive/main.cpp base/full_path.cpp platform/drive/qvdrive.rc)
 target_link_libraries(qvdrive PRIVATE quorvex_drive)
 
 include(cmake/media.cmake)

@@ -36,7 +36,9 @@ void Append(std::string& list, const std::string& part, const char* separator) {
   list += part;
 }
 
-std::string TimeText(const Values& values) {
+}  // namespace
+
+std::string TimeAsText(const std::array<int, kDisplayElementCount>& values) {
   std::string time;
   for (const int pair : {kHoursTens, kMinutesTens, kSecondsTens}) Append(time, Digits(values, pair, 2), ":");
   if (At(values, kDecimalPoint) != 0) Append(time, Digits(values, kTenths, 1), ".");
@@ -44,6 +46,16 @@ std::string TimeText(const Values& values) {
   if (At(values, kPmLamp) != 0) Append(time, "PM", " ");
   return time;
 }
+
+std::string LampsAsText(const std::array<int, kDisplayElementCount>& values) {
+  std::string lamps;
+  for (const Word& lamp : kLampWords) {
+    if (At(values, lamp.element) != 0) Append(lamps, lamp.text, ", ");
+  }
+  return lamps;
+}
+
+namespace {
 
 std::string NumbersText(const Values& values) {
   std::string numbers;
@@ -66,11 +78,9 @@ KeyText SplitToolTip(std::string_view toolTip) {
 }
 
 std::string DisplayAsText(const Values& values, std::string_view textLine) {
-  std::string text = TimeText(values);
+  std::string text = TimeAsText(values);
   Append(text, NumbersText(values), ", ");
-  for (const Word& lamp : kLampWords) {
-    if (At(values, lamp.element) != 0) Append(text, lamp.text, ", ");
-  }
+  Append(text, LampsAsText(values), ", ");
   Append(text, std::string(textLine), ", ");
   return text;
 }

@@ -5,10 +5,10 @@
 
 #include "devices/current_device.h"
 #include "panel/commands.h"
-#include "panel/status_display.h"
 #include "shell/actions.h"
 #include "shell/device_switch.h"
 #include "shell/media_select_menu.h"
+#include "shell/open_files.h"
 
 namespace quorvex {
 namespace {
@@ -37,7 +37,7 @@ constexpr CommandRow DigitRow() {
 constexpr auto kTable = std::to_array<CommandRow>({
     {kCommandPlay, kNoKey, [] { PlayAtRate(1.0); }},
     {kCommandStop, kNoKey, OnDevice<&CDevice::Stop>},
-    {kCommandOpenMediaFile, Control('F'), [] { SetDisplayText("No player for media files"); }},
+    {kCommandOpenMediaFile, Control('F'), OpenMediaFile},
     {kCommandDvd, kNoKey, [] { SwitchToDvd(); }},
     {kCommandFastForward, kNoKey, Nothing},  // the button acts while it is held
     {kCommandRewind, kNoKey, Nothing},

@@ -12,8 +12,9 @@
 #include "panel/skin.h"
 #include "panel/status_display.h"
 #include "shell/command_table.h"
-#include "shell/device_switch.h"
 #include "shell/lifecycle.h"
+#include "shell/open_files.h"
+#include "shell/remote_control.h"
 #include "shell/settings.h"
 
 namespace quorvex {
@@ -52,12 +53,6 @@ void OnTimer(HWND window, UINT_PTR timer) {
   }
 }
 
-// Only the first of the files dropped is played.
-void OnDropFiles(HDROP drop) {
-  ::DragFinish(drop);
-  SwitchToFile();
-}
-
 }  // namespace
 
 LRESULT CALLBACK ControlWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -74,6 +69,9 @@ LRESULT CALLBACK ControlWindowProcedure(HWND window, UINT message, WPARAM wParam
     case WM_TIMER: OnTimer(window, wParam); break;
     case WM_POWERBROADCAST: return OnPowerBroadcast(wParam);
     case WM_DROPFILES: OnDropFiles(reinterpret_cast<HDROP>(wParam)); return 0;
+    case WM_COPYDATA:
+      return OnCopyData(reinterpret_cast<HWND>(wParam), *reinterpret_cast<const COPYDATASTRUCT*>(lParam));
+    case kHandedOverMessage: OnHandedOver(); return 0;
     case MM_MCINOTIFY:
       if (currentDevice) currentDevice->OnMciNotify(static_cast<std::uint32_t>(wParam));
       return 0;

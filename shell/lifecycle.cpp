@@ -6,6 +6,7 @@
 #include "panel/skin.h"
 #include "panel/status_display.h"
 #include "shell/device_switch.h"
+#include "shell/open_files.h"
 #include "shell/settings.h"
 #include "video/video_window.h"
 
@@ -16,6 +17,8 @@ constexpr UINT kLampTestDelayMs = 250;
 constexpr UINT kLampTestMs = 500;
 constexpr UINT kClockPeriodMs = 300;
 constexpr char kVersionText[] = "ver 04.09.1999";
+
+bool started = false;  // the lamp test is over
 
 void StartLastDevice() {
   switch (currentDeviceType) {
@@ -41,8 +44,18 @@ void EndLampTest() {
   SetAllDisplayElements(false);
   SetDisplayElement(kIdleLamp, 1);
   SetDisplayText(settings.unreadable ? "Cannot read quorvex.ini" : kVersionText);
-  if (settings.autoStartDevice != 0) StartLastDevice();
+  started = true;
+  // Files that were handed over meanwhile go before the last device.
+  if (HasHandedOver()) {
+    PlayHandedOver();
+  } else if (settings.autoStartDevice != 0) {
+    StartLastDevice();
+  }
   ::SetTimer(mainWindow, kClockTimer, kClockPeriodMs, nullptr);
+}
+
+void OnHandedOver() {
+  if (started) PlayHandedOver();
 }
 
 void TickClock() {

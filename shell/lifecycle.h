@@ -18,6 +18,9 @@ void BeginLampTest();
 void EndLampTest();
 void TickClock();
 
+// Files were handed over: they are played now, or when the lamp test is over.
+void OnHandedOver();
+
 // The panel goes: settings are saved, the device closed, the message loop ended.
 void ShutDown();
 

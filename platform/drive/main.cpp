@@ -13,6 +13,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/full_path.h"
 #include "platform/cd/open_image.h"
 #include "platform/cd/shared_drive.h"
 #include "platform/cd/time_format.h"
@@ -41,28 +42,9 @@ int Complain(const std::string& text) {
   return 1;
 }
 
-// An existing file's full path as Windows names it. Wine knows where a Unix path lies on its drives.
-std::string FullPath(const std::string& name) {
-  std::string path = name;
-  using UnixToDos = WCHAR*(CDECL*)(const char*);
-  const auto unixToDos = reinterpret_cast<UnixToDos>(reinterpret_cast<void*>(
-      ::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "wine_get_dos_file_name")));
-  if (name.starts_with('/') && unixToDos != nullptr) {
-    if (WCHAR* dos = unixToDos(name.c_str())) {
-      char utf8[DriveState::kLongestPath] = "";
-      ::WideCharToMultiByte(CP_UTF8, 0, dos, -1, utf8, sizeof utf8, nullptr, nullptr);
-      ::HeapFree(::GetProcessHeap(), 0, dos);
-      if (utf8[0] != '\0') path = utf8;
-    }
-  }
-  char full[DriveState::kLongestPath] = "";
-  const DWORD length = ::GetFullPathNameA(path.c_str(), sizeof full, full, nullptr);
-  return length > 0 && length < sizeof full ? full : "";
-}
-
 int Insert(SharedDrive& drive, const std::string& name) {
   const std::string path = FullPath(name);
-  if (path.empty()) return Complain(name + ": the path is too long");
+  if (path.empty() || path.size() >= DriveState::kLongestPath) return Complain(name + ": the path is too long");
   const OpenedImage image = OpenDiscImage(path);
   if (const auto* error = std::get_if<DiscError>(&image)) return Complain(name + ": " + error->text);
   SharedDrive::Turn(drive)->Insert(path);

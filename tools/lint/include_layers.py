@@ -15,6 +15,7 @@ LAYERS = {
     "base": 0,
     "resources": 0,
     "panel": 1,
+    "remote": 2,
     "video": 2,
     "mixer": 2,
     "devices": 3,

@@ -1,0 +1,158 @@
+#include "shell/remote_control.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/handles.h"
+#include "devices/current_device.h"
+#include "devices/shared_state.h"
+#include "panel/accessible_text.h"
+#include "panel/control_panel.h"
+#include "panel/main_window.h"
+#include "panel/status_display.h"
+#include "remote/remote_protocol.h"
+#include "shell/open_files.h"
+
+namespace quorvex {
+namespace {
+
+constexpr std::size_t kMostFiles = 10000;
+
+// A process's user, as its token names him; empty when it cannot be asked.
+std::vector<BYTE> UserOf(HANDLE process) {
+  HANDLE opened = nullptr;
+  if (::OpenProcessToken(process, TOKEN_QUERY, &opened) == FALSE) return {};
+  const UniqueHandle token(opened);
+  DWORD size = 0;
+  ::GetTokenInformation(token.Get(), TokenUser, nullptr, 0, &size);
+  std::vector<BYTE> user(size);
+  if (::GetTokenInformation(token.Get(), TokenUser, user.data(), size, &size) == FALSE) return {};
+  return user;
+}
+
+bool IsOurUsers(HWND sender) {
+  DWORD id = 0;
+  ::GetWindowThreadProcessId(sender, &id);
+  const UniqueHandle process(::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id));
+  if (!process) return false;
+  std::vector<BYTE> theirs = UserOf(process.Get());
+  std::vector<BYTE> ours = UserOf(::GetCurrentProcess());
+  if (theirs.empty() || ours.empty()) return false;
+  return ::EqualSid(reinterpret_cast<TOKEN_USER*>(theirs.data())->User.Sid,
+                    reinterpret_cast<TOKEN_USER*>(ours.data())->User.Sid) != FALSE;
+}
+
+// Full paths, each ended by a zero; none when the list is not in order.
+std::vector<std::string> PathsIn(std::string_view bytes) {
+  std::vector<std::string> paths;
+  if (bytes.empty() || bytes.back() != '\0') return {};
+  for (std::size_t end = 0; !bytes.empty(); bytes.remove_prefix(end + 1)) {
+    end = bytes.find('\0');
+    if (end == 0 || paths.size() == kMostFiles) return {};
+    paths.emplace_back(bytes.substr(0, end));
+  }
+  return paths;
+}
+
+RemoteAnswer OpenFiles(std::string_view bytes) {
+  std::vector<std::string> paths = PathsIn(bytes);
+  if (paths.empty()) return RemoteAnswer::kRefused;
+  HandOver(std::move(paths));
+  return RemoteAnswer::kDone;
+}
+
+RemoteAnswer PressKey(std::string_view bytes) {
+  int command = 0;
+  if (bytes.size() != sizeof command) return RemoteAnswer::kRefused;
+  std::memcpy(&command, bytes.data(), sizeof command);
+  // These two act while they are held.
+  if (command == kCommandRewind || command == kCommandFastForward) {
+    const HWND key = ButtonWindow(ButtonIndex(command));
+    ::PostMessageA(key, WM_LBUTTONDOWN, MK_LBUTTON, 0);
+    ::PostMessageA(key, WM_LBUTTONUP, 0, 0);
+  } else {
+    ::PostMessageA(mainWindow, WM_COMMAND, static_cast<WPARAM>(command), 0);
+  }
+  return RemoteAnswer::kDone;
+}
+
+const char* DeviceName() {
+  switch (currentDeviceType) {
+    case DeviceType::kTv: return "tv";
+    case DeviceType::kDvd: return "dvd";
+    case DeviceType::kCd: return "cd";
+    case DeviceType::kFile: return "file";
+    case DeviceType::kNone: break;
+  }
+  return "none";
+}
+
+const char* StateName(PlayState state) {
+  switch (state) {
+    case PlayState::kPlaying: return "playing";
+    case PlayState::kPaused: return "paused";
+    case PlayState::kStopped: break;
+  }
+  return "stopped";
+}
+
+const char* RepeatName(RepeatMode mode) {
+  switch (mode) {
+    case RepeatMode::kOne: return "one";
+    case RepeatMode::kAll: return "all";
+    case RepeatMode::kOff: break;
+  }
+  return "off";
+}
+
+std::string DescribeState() {
+  const DisplayContent& shown = ShownContent();
+  const auto line = [](const char* name, const std::string& value) {
+    return std::string(name) + '=' + value + '\n';
+  };
+  const auto onOff = [](bool on) { return std::string(on ? "on" : "off"); };
+  std::string text = line("device", currentDevice ? DeviceName() : "none");
+  if (currentDevice) {
+    text += line("state", StateName(currentDevice->playState));
+    text += line("item", std::to_string(currentDevice->CurrentEntry()));
+    text += line("items", std::to_string(currentDevice->itemCount));
+    text += line("repeat", RepeatName(currentDevice->repeatMode));
+    text += line("random", onOff(currentDevice->randomOn));
+  }
+  text += line("time", TimeAsText(shown.values));
+  text += line("title", shown.text);
+  text += line("mute", onOff(muted));
+  return text + line("lamps", LampsAsText(shown.values));
+}
+
+RemoteAnswer SendState(HWND asker) {
+  const std::string text = DescribeState();
+  COPYDATASTRUCT answer{kRemoteState, static_cast<DWORD>(text.size()), const_cast<char*>(text.data())};
+  const LRESULT taken = ::SendMessageA(asker, WM_COPYDATA, reinterpret_cast<WPARAM>(mainWindow),
+                                       reinterpret_cast<LPARAM>(&answer));
+  return taken != 0 ? RemoteAnswer::kDone : RemoteAnswer::kRefused;
+}
+
+RemoteAnswer Answer(HWND sender, const COPYDATASTRUCT& data) {
+  if (data.cbData > kLargestRemoteMessage || !IsOurUsers(sender)) return RemoteAnswer::kRefused;
+  if (data.dwData == kRemoteAskState) return SendState(sender);
+  // While a dialog is open its owner, the panel, takes no keys.
+  if (::IsWindowEnabled(mainWindow) == FALSE) return RemoteAnswer::kBusy;
+  const std::string_view bytes(static_cast<const char*>(data.lpData), data.cbData);
+  switch (data.dwData) {
+    case kRemoteOpenFiles: return OpenFiles(bytes);
+    case kRemotePressKey: return PressKey(bytes);
+    default: return RemoteAnswer::kRefused;
+  }
+}
+
+}  // namespace
+
+LRESULT OnCopyData(HWND sender, const COPYDATASTRUCT& data) {
+  return static_cast<LRESULT>(Answer(sender, data));
+}
+
+}  // namespace quorvex

@@ -1,0 +1,11 @@
+// What other programs of the same user may ask of the running panel (remote/remote_protocol.h).
+#pragma once
+
+#include <windows.h>
+
+namespace quorvex {
+
+// Answers a WM_COPYDATA message; `sender` is the window that it says it comes from.
+LRESULT OnCopyData(HWND sender, const COPYDATASTRUCT& data);
+
+}  // namespace quorvex
