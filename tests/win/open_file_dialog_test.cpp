@@ -49,6 +49,19 @@ class OpenFileDialogTest : public PanelTest {
     return RunOpenFileDialog();
   }
 
+  // Whether a control is as wide as its text.
+  static bool ShowsWholeText(HWND control) {
+    const std::string text = FileDialogUser::TextOf(control);
+    const HDC dc = ::GetDC(control);
+    SIZE size{};
+    {
+      const Selected font(dc, reinterpret_cast<HFONT>(::SendMessageA(control, WM_GETFONT, 0, 0)));
+      ::GetTextExtentPoint32A(dc, text.c_str(), static_cast<int>(text.size()), &size);
+    }
+    ::ReleaseDC(control, dc);
+    return size.cx <= Place(control).right - Place(control).left;
+  }
+
   static RECT Place(HWND window) {
     RECT rect{};
     ::GetWindowRect(window, &rect);
@@ -70,6 +83,8 @@ TEST_F(OpenFileDialogTest, StartsCollapsedAndExpands) {
     EXPECT_EQ(full.top, collapsed.top);
     EXPECT_NEAR(full.top + full.bottom, ::GetSystemMetrics(SM_CYSCREEN), 1);
     for (const int id : {IDC_OPEN_PLAYLIST, IDC_DRAG_HINT}) EXPECT_TRUE(::IsWindowVisible(user.Control(id)));
+    for (const int id : {IDC_EXPAND, IDC_OPEN_PLAYLIST, IDC_DRAG_HINT, IDC_EDIT_ALBUM})
+      EXPECT_TRUE(ShowsWholeText(user.Control(id))) << user.Text(id);
     EXPECT_GT(full.bottom, Place(user.Control(IDC_DELETE_ENTRY)).bottom);
     EXPECT_GT(full.right, Place(user.Control(IDC_CONTENT_LIST)).right);
     EXPECT_EQ(user.List(IDC_ALBUM_LIST), "Evening|[Party]");
