@@ -40,10 +40,30 @@ std::vector<std::string> EntriesOf(const std::vector<std::string>& paths) {
   return entries;
 }
 
+// The width in pixels that a list needs for its longest text.
+int WidthOf(HWND list, const std::vector<std::string>& texts) {
+  if (texts.empty()) return 0;
+  constexpr int kMargin = 8;
+  const std::string& longest = *std::max_element(
+      texts.begin(), texts.end(), [](const auto& a, const auto& b) { return a.size() < b.size(); });
+  const HDC dc = ::GetDC(list);
+  SIZE size{};
+  {
+    const Selected font(dc, reinterpret_cast<HFONT>(::SendMessageA(list, WM_GETFONT, 0, 0)));
+    ::GetTextExtentPoint32A(dc, longest.c_str(), static_cast<int>(longest.size()), &size);
+  }
+  ::ReleaseDC(list, dc);
+  return size.cx + kMargin;
+}
+
 }  // namespace
 
 MediaSelectPanel::MediaSelectPanel(HWND panel, HWND dialog) : window(panel), owner(dialog) {
   ::DragAcceptFiles(window, TRUE);
+  // The panel's own font, in which its texts fit, lacks the letters of many languages.
+  const LRESULT font = ::SendMessageA(owner, WM_GETFONT, 0, 0);
+  for (const int control : {IDC_ALBUM_LIST, IDC_CONTENT_LIST, IDC_ALBUM_TITLE})
+    ::SendDlgItemMessageA(window, control, WM_SETFONT, static_cast<WPARAM>(font), FALSE);
   LoadAlbumList(ReadAlbumStore());
 }
 
@@ -90,7 +110,6 @@ void MediaSelectPanel::ShowSelectedAlbum(const IniDocument& store) {
 void MediaSelectPanel::LoadAlbumContent(const IniDocument& store) {
   content = quorvex::LoadAlbumContent(store, currentPlaylist);
   FillList(IDC_CONTENT_LIST, content);
-  ::SendDlgItemMessageA(window, IDC_CONTENT_LIST, LB_SETHORIZONTALEXTENT, WidestText(), 0);
 }
 
 void MediaSelectPanel::FillList(int control, const std::vector<std::string>& texts) const {
@@ -99,25 +118,9 @@ void MediaSelectPanel::FillList(int control, const std::vector<std::string>& tex
   ::SendMessageA(list, LB_RESETCONTENT, 0, 0);
   for (const std::string& text : texts)
     ::SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+  ::SendMessageA(list, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(WidthOf(list, texts)), 0);
   ::SendMessageA(list, WM_SETREDRAW, TRUE, 0);
   ::InvalidateRect(list, nullptr, TRUE);
-}
-
-// The width in pixels to scroll over.
-WPARAM MediaSelectPanel::WidestText() const {
-  if (content.empty()) return 0;
-  constexpr int kMargin = 8;
-  const std::string& longest = *std::max_element(
-      content.begin(), content.end(), [](const auto& a, const auto& b) { return a.size() < b.size(); });
-  const HWND list = ::GetDlgItem(window, IDC_CONTENT_LIST);
-  const HDC dc = ::GetDC(list);
-  SIZE size{};
-  {
-    const Selected font(dc, reinterpret_cast<HFONT>(::SendMessageA(list, WM_GETFONT, 0, 0)));
-    ::GetTextExtentPoint32A(dc, longest.c_str(), static_cast<int>(longest.size()), &size);
-  }
-  ::ReleaseDC(list, dc);
-  return static_cast<WPARAM>(size.cx + kMargin);
 }
 
 int MediaSelectPanel::SelectedIn(int control) const {

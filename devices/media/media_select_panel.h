@@ -33,7 +33,6 @@ class MediaSelectPanel {
   void ShowSelectedAlbum(const IniDocument& store);
   void LoadAlbumContent(const IniDocument& store);
   void FillList(int control, const std::vector<std::string>& texts) const;
-  [[nodiscard]] WPARAM WidestText() const;
   [[nodiscard]] int SelectedIn(int control) const;
   void SelectAlbum();
   void ChangeAlbums(const std::function<void(IniDocument&)>& change);

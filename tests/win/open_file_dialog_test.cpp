@@ -1,0 +1,312 @@
+#include "devices/media/open_file_dialog.h"
+
+#include "base/geometry.h"
+#include "base/ini_file.h"
+#include "devices/media/preview_playlist.h"
+#include "tests/support/file_dialog.h"
+#include "tests/support/panel.h"
+
+namespace quorvex {
+namespace {
+
+using Outcome = OpenFileOutcome;
+
+constexpr char kAlbums[] =
+    "[List of Albums]\r\nAlbums=2\r\nSelection=2\r\n1=Evening\r\n2=Party\r\n"
+    "[Evening]\r\nTracks=2\r\n1=C:\\night.mp3\r\n2=C:\\clip.avi\r\n"
+    "[Party]\r\nTracks=1\r\n1=C:\\loud.mp3\r\n";
+
+constexpr char kSong[] = "\xD0\xBF\xD0\xB5\xD1\x81\xD0\xBD\xD1\x8F.mp3";
+constexpr char kSongs[] = "\xD0\xBF\xD0\xB5\xD1\x81\xD0\xBD\xD0\xB8.m3u";
+
+class OpenFileDialogTest : public PanelTest {
+ protected:
+  OpenFileDialogTest() {
+    currentPlaylist = "before";
+    std::filesystem::create_directories(stores.Path("media\\inner"));
+    for (const char* name : {"a.mp3", "b.avi", "two words.wav", kSong}) MakeFile(name);
+    for (const char* name : {"list.m3u", kSongs}) MakeFile(name, "; mine\r\n\r\nC:\\x.mp3\r\ny.mp3\r\n");
+  }
+
+  // The store's text with the folder of the media files as the last one visited.
+  [[nodiscard]] std::string LastVisit() const {
+    return "[Last Visit]\r\nDir=" + stores.Path("media") + "\r\n";
+  }
+  void Store(const std::string& text) const { stores.Write("mfiles.abm", text + LastVisit()); }
+  [[nodiscard]] std::string Stored() const { return stores.Read("mfiles.abm"); }
+
+  // Paths of the library that are made of parts lose letters that are not plain ASCII.
+  void MakeFile(const std::string& name, const std::string& bytes = "") const {
+    const std::string path = stores.Path("media") + '\\' + name;
+    const UniqueHandle file =
+        OwnFile(::CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+    DWORD written = 0;
+    EXPECT_TRUE(::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr));
+  }
+
+  static OpenFileResult Run(FileDialogUser::Script script) {
+    const FileDialogUser user(std::move(script));
+    return RunOpenFileDialog();
+  }
+
+  // Whether a control is as wide as its text.
+  static bool ShowsWholeText(HWND control) {
+    const std::string text = FileDialogUser::TextOf(control);
+    const HDC dc = ::GetDC(control);
+    SIZE size{};
+    {
+      const Selected font(dc, reinterpret_cast<HFONT>(::SendMessageA(control, WM_GETFONT, 0, 0)));
+      ::GetTextExtentPoint32A(dc, text.c_str(), static_cast<int>(text.size()), &size);
+    }
+    ::ReleaseDC(control, dc);
+    return size.cx <= Place(control).right - Place(control).left;
+  }
+
+  static RECT Place(HWND window) {
+    RECT rect{};
+    ::GetWindowRect(window, &rect);
+    return rect;
+  }
+};
+
+TEST_F(OpenFileDialogTest, StartsCollapsedAndExpands) {
+  Store(kAlbums);
+  const OpenFileResult result = Run([](FileDialogUser& user) {
+    const RECT collapsed = Place(user.Dialog());
+    const RECT panel = Place(mainWindow);
+    EXPECT_EQ(FileDialogUser::TextOf(::GetDlgItem(user.Dialog(), IDOK)), "Open File");
+    EXPECT_EQ(collapsed.bottom, Place(user.Control(IDC_COLLAPSED_EDGE)).top);
+    EXPECT_NEAR(collapsed.left + collapsed.right, panel.left + panel.right, 1);
+    for (const int id : {IDC_OPEN_PLAYLIST, IDC_DRAG_HINT}) EXPECT_FALSE(::IsWindowVisible(user.Control(id)));
+    user.Press(IDC_EXPAND);
+    const RECT full = Place(user.Dialog());
+    EXPECT_EQ(full.top, collapsed.top);
+    EXPECT_NEAR(full.top + full.bottom, ::GetSystemMetrics(SM_CYSCREEN), 1);
+    for (const int id : {IDC_OPEN_PLAYLIST, IDC_DRAG_HINT}) EXPECT_TRUE(::IsWindowVisible(user.Control(id)));
+    for (const int id : {IDC_EXPAND, IDC_OPEN_PLAYLIST, IDC_DRAG_HINT, IDC_EDIT_ALBUM})
+      EXPECT_TRUE(ShowsWholeText(user.Control(id))) << user.Text(id);
+    EXPECT_GT(full.bottom, Place(user.Control(IDC_DELETE_ENTRY)).bottom);
+    EXPECT_GT(full.right, Place(user.Control(IDC_CONTENT_LIST)).right);
+    EXPECT_EQ(user.List(IDC_ALBUM_LIST), "Evening|[Party]");
+    EXPECT_EQ(user.List(IDC_CONTENT_LIST), "C:\\loud.mp3");
+    EXPECT_EQ(user.Text(IDC_ALBUM_TITLE), "Party");
+    user.Press(IDC_EXPAND);
+    const RECT again = Place(user.Dialog());
+    EXPECT_TRUE(::EqualRect(&again, &collapsed));
+    EXPECT_FALSE(::IsWindowVisible(user.Control(IDC_OPEN_PLAYLIST)));
+    user.SelectAlbum(0);
+    EXPECT_EQ(user.List(IDC_CONTENT_LIST), "C:\\night.mp3|C:\\clip.avi");
+  });
+  EXPECT_EQ(result.outcome, Outcome::kCancelled);
+  EXPECT_EQ(currentPlaylist, "Evening") << "the album that was chosen stays, though nothing is opened";
+  EXPECT_EQ(IniFile(mediaAlbumPath).Read().Integer("List of Albums", "Selection", 0), 1);
+}
+
+TEST_F(OpenFileDialogTest, AlbumsAreMadeRenamedAndDeleted) {
+  Store("; mine\r\n");
+  Run([&](FileDialogUser& user) {
+    user.Press(IDC_DELETE_ALBUM);
+    user.Press(IDC_DELETE_ENTRY);
+    user.Press(IDC_EDIT_ALBUM);
+    const auto enter = [](HWND dialog, const char* title) { ::SetDlgItemTextA(dialog, IDC_TITLE, title); };
+    const auto create = [&](const char* title) {
+      const HWND dialog = user.PressFor(IDC_NEW_ALBUM, "New Playlist");
+      EXPECT_EQ(FileDialogUser::TextOf(::GetDlgItem(dialog, IDC_TITLE)), "");
+      EXPECT_EQ(::SendDlgItemMessageA(dialog, IDC_TITLE, EM_GETLIMITTEXT, 0, 0), 32);
+      ::SendMessageA(dialog, WM_COMMAND, IDOK, 0);
+      EXPECT_TRUE(::IsWindow(dialog)) << "OK without a title does nothing";
+      enter(dialog, title);
+      FileDialogUser::Close(dialog, IDOK);
+    };
+    create("Evening");
+    EXPECT_EQ(user.Text(IDC_ALBUM_TITLE), "Evening");
+    create("  Party ]= ");
+    EXPECT_EQ(user.Text(IDC_ALBUM_TITLE), "Party ]=");
+    EXPECT_EQ(currentPlaylist, "Party ]=");
+    EXPECT_EQ(user.List(IDC_ALBUM_LIST), "Evening|[Party ]=]");
+    create("\xD0\x9C\xD1\x83\xD0\xB7");
+    EXPECT_EQ(user.Text(IDC_ALBUM_TITLE), "\xD0\x9C\xD1\x83\xD0\xB7");
+    FileDialogUser::Close(user.PressFor(IDC_NEW_ALBUM, "New Playlist"), IDCANCEL);
+    HWND dialog = user.PressFor(IDC_NEW_ALBUM, "New Playlist");
+    for (const char* taken : {"EVENING", "last visit", "\xD0\xBC\xD0\xA3\xD0\xB7"}) {
+      enter(dialog, taken);
+      ::PostMessageA(dialog, WM_COMMAND, IDOK, 0);
+      EXPECT_EQ(FileDialogUser::AnswerBox(dialog),
+                "Duplicate playlist title entered.  Please select a new name.");
+      EXPECT_EQ(LOWORD(::SendDlgItemMessageA(dialog, IDC_TITLE, EM_GETSEL, 0, 0)), 0);
+    }
+    FileDialogUser::Close(dialog, IDCANCEL);
+    user.SelectAlbum(1);
+    dialog = user.PressFor(IDC_EDIT_ALBUM, "Edit Playlist Title");
+    EXPECT_EQ(FileDialogUser::TextOf(::GetDlgItem(dialog, IDC_TITLE)), "Party ]=");
+    enter(dialog, "PARTY ]=");
+    FileDialogUser::Close(dialog, IDOK);
+    EXPECT_EQ(user.List(IDC_ALBUM_LIST), "Evening|[Party ]=]|\xD0\x9C\xD1\x83\xD0\xB7");
+    dialog = user.PressFor(IDC_EDIT_ALBUM, "Edit Playlist Title");
+    enter(dialog, "Dance");
+    FileDialogUser::Close(dialog, IDOK);
+    EXPECT_EQ(user.Text(IDC_ALBUM_TITLE), "Dance");
+    EXPECT_EQ(user.List(IDC_ALBUM_LIST), "Evening|[Dance]|\xD0\x9C\xD1\x83\xD0\xB7");
+    user.SelectAlbum(2);
+    user.Press(IDC_DELETE_ALBUM);
+    EXPECT_EQ(user.List(IDC_ALBUM_LIST), "Evening|[Dance]") << "the one before, for it was the last";
+    user.SelectAlbum(0);
+    user.Press(IDC_DELETE_ALBUM);
+    EXPECT_EQ(user.List(IDC_ALBUM_LIST), "[Dance]");
+  });
+  EXPECT_EQ(currentPlaylist, "Dance");
+  EXPECT_EQ(Stored(),
+            "; mine\r\n" + LastVisit() +
+                "[List of Albums]\r\nAlbums=1\r\nSelection=1\r\n1=Dance\r\n[Dance]\r\nTracks=0\r\n");
+  Run([&](FileDialogUser& user) {
+    user.Press(IDC_DELETE_ALBUM);
+    EXPECT_EQ(user.Text(IDC_ALBUM_TITLE) + user.List(IDC_ALBUM_LIST), "");
+  });
+  EXPECT_EQ(currentPlaylist, "");
+}
+
+TEST_F(OpenFileDialogTest, FilesDroppedJoinTheSelectedAlbum) {
+  constexpr char kHint[] = "You must create a new album first.";
+  Run([&](FileDialogUser& user) {
+    user.Drop({"C:\\a.mp3"});
+    EXPECT_EQ(FileDialogUser::AnswerBox(user.Dialog()), kHint);
+  });
+  EXPECT_EQ(Stored().find("a.mp3"), std::string::npos);
+  Store(kAlbums);
+  Run([&](FileDialogUser& user) {
+    user.Drop(
+        {"C:\\new.mp3", stores.Path("media\\list.m3u"), stores.Path("media\\missing.M3U"), "C:\\LOUD.mp3"});
+    const std::string dropped = "C:\\loud.mp3|C:\\new.mp3|C:\\x.mp3|y.mp3|C:\\LOUD.mp3";
+    EXPECT_TRUE(FileDialogUser::WaitUntil([&] { return user.List(IDC_CONTENT_LIST) == dropped; }));
+    ::SendMessageA(user.Control(IDC_CONTENT_LIST), LB_SETCURSEL, 4, 0);
+    user.Press(IDC_DELETE_ENTRY);
+    EXPECT_EQ(user.List(IDC_CONTENT_LIST), "[C:\\new.mp3]|C:\\x.mp3|y.mp3|C:\\LOUD.mp3")
+        << "the first of two that are equal but for their case";
+    ::SendMessageA(user.Control(IDC_CONTENT_LIST), LB_SETCURSEL, 3, 0);
+    user.Press(IDC_DELETE_ENTRY);
+    EXPECT_EQ(user.List(IDC_CONTENT_LIST), "C:\\new.mp3|C:\\x.mp3|[y.mp3]");
+    user.SelectAlbum(-1);
+    EXPECT_EQ(user.Text(IDC_ALBUM_TITLE) + user.List(IDC_CONTENT_LIST), "");
+    user.Drop({"C:\\a.mp3"});
+    EXPECT_EQ(FileDialogUser::AnswerBox(user.Dialog()), kHint);
+  });
+  const std::string expected = kAlbums;
+  EXPECT_EQ(Stored(), expected.substr(0, expected.find("[Party]")) +
+                          "[Party]\r\nTracks=3\r\n1=C:\\new.mp3\r\n2=C:\\x.mp3\r\n3=y.mp3\r\n" + LastVisit());
+}
+
+TEST_F(OpenFileDialogTest, OpensTheAlbumThatIsSelected) {
+  Store(kAlbums);
+  const OpenFileResult result = Run([](FileDialogUser& user) {
+    user.Press(IDC_EXPAND);
+    user.SelectAlbum(0);
+    user.Press(IDC_OPEN_PLAYLIST);
+    EXPECT_TRUE(FileDialogUser::WaitUntil([&] { return !::IsWindow(user.Dialog()); }));
+  });
+  EXPECT_EQ(result.outcome, Outcome::kOpenPlaylist);
+  EXPECT_EQ(result.selection, "");
+  EXPECT_EQ(currentPlaylist, "Evening");
+}
+
+TEST_F(OpenFileDialogTest, PickedFilesMakeTheTemporaryPlayList) {
+  const std::string media = stores.Path("media") + '\\';
+  const std::string song = kSong;
+  const std::pair<std::string, std::string> cases[] = {
+      {"\"two words.wav\"", "1=" + media + "two words.wav\r\nTracks=1\r\n"},
+      {song, "1=" + media + song + "\r\nTracks=1\r\n"},
+      {kSongs, "1=C:\\x.mp3\r\n2=y.mp3\r\nTracks=2\r\n"},
+      {"\"a.mp3\" \"list.m3u\" \"" + song + "\" \"b.avi\"",
+       "1=" + media + "a.mp3\r\n2=C:\\x.mp3\r\n3=y.mp3\r\n4=" + media + song + "\r\n5=" + media +
+           "b.avi\r\nTracks=5\r\n"},
+  };
+  for (const auto& [names, section] : cases) {
+    Store("");
+    const OpenFileResult result = Run([&](FileDialogUser& user) {
+      user.Open(names);
+      EXPECT_TRUE(FileDialogUser::WaitUntil([&] { return !::IsWindow(user.Dialog()); }));
+    });
+    ASSERT_EQ(result.outcome, Outcome::kFilesPicked) << names;
+    EXPECT_EQ(BuildPreviewPlaylist(result.selection), "P-r-e-v-i-e-W");
+    EXPECT_EQ(currentPlaylist, "P-r-e-v-i-e-W");
+    EXPECT_EQ(Stored(), LastVisit() + "[P-r-e-v-i-e-W]\r\n" + section);
+  }
+}
+
+TEST_F(OpenFileDialogTest, ASelectionThatDoesNotFitOpensNothingAndSaysSo) {
+  Store("");
+  std::string names;
+  for (int i = 0; i < 30; ++i) {
+    const std::string name = "track number " + std::to_string(i) + ".mp3";
+    MakeFile(name);
+    names += '"' + name + "\" ";
+  }
+  const OpenFileResult result = Run([&](FileDialogUser& user) {
+    user.Open(names);
+    EXPECT_TRUE(FileDialogUser::WaitUntil([&] { return !::IsWindow(user.Dialog()); }));
+  });
+  EXPECT_EQ(result.outcome, Outcome::kCancelled) << testing::PrintToString(result.selection);
+  EXPECT_EQ(ShownText(), "Too many files selected");
+}
+
+TEST_F(OpenFileDialogTest, TheNextDialogStartsInTheFolderShownLast) {
+  Store("");
+  Run([&](FileDialogUser& user) {
+    user.Open("inner");
+    EXPECT_TRUE(FileDialogUser::WaitUntil([&] { return Stored().find("inner") != std::string::npos; }));
+  });
+  EXPECT_EQ(Stored(), "[Last Visit]\r\nDir=" + stores.Path("media\\inner") + "\r\n");
+  Run([&](FileDialogUser& user) {
+    char folder[MAX_PATH] = "";
+    ::SendMessageA(user.Dialog(), CDM_GETFOLDERPATH, MAX_PATH, reinterpret_cast<LPARAM>(folder));
+    EXPECT_EQ(folder, stores.Path("media\\inner"));
+  });
+}
+
+// A store that cannot be read or written loses nothing, and the lists show what it holds.
+TEST_F(OpenFileDialogTest, AStoreThatIsHeldKeepsWhatItHas) {
+  Store(kAlbums);
+  UniqueHandle held;
+  Run([&](FileDialogUser& user) {
+    ::SetFileAttributesA(mediaAlbumPath.c_str(), FILE_ATTRIBUTE_READONLY);
+    user.Press(IDC_DELETE_ALBUM);
+    EXPECT_EQ(user.List(IDC_ALBUM_LIST), "Evening|[Party]");
+    EXPECT_EQ(ShownText(), "Cannot write mfiles.abm");
+    user.SelectAlbum(0);
+    EXPECT_EQ(user.List(IDC_CONTENT_LIST), "C:\\night.mp3|C:\\clip.avi")
+        << "can be seen and played all the same";
+    ::SetFileAttributesA(mediaAlbumPath.c_str(), FILE_ATTRIBUTE_NORMAL);
+    held =
+        OwnFile(::CreateFileA(mediaAlbumPath.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+  });
+  Run([&](FileDialogUser& user) {
+    EXPECT_EQ(user.List(IDC_ALBUM_LIST), "");
+    EXPECT_EQ(ShownText(), "Cannot read mfiles.abm");
+    held.Reset();
+    const HWND dialog = user.PressFor(IDC_NEW_ALBUM, "New Playlist");
+    ::SetDlgItemTextA(dialog, IDC_TITLE, "New");
+    FileDialogUser::Close(dialog, IDOK);
+    EXPECT_EQ(user.List(IDC_ALBUM_LIST), "Evening|Party|[New]")
+        << "albums that could not be seen are not lost";
+  });
+}
+
+TEST_F(OpenFileDialogTest, ALongAlbumIsShownAndChangedAtOnce) {
+  std::string text = "[List of Albums]\r\nAlbums=1\r\nSelection=1\r\n1=Long\r\n[Long]\r\nTracks=1000\r\n";
+  for (int i = 1; i <= 1000; ++i)
+    text += std::to_string(i) + "=C:\\Music\\some folder\\title " + std::to_string(i) + ".mp3\r\n";
+  Store(text);
+  Run([](FileDialogUser& user) {
+    ULONGLONG start = ::GetTickCount64();
+    user.SelectAlbum(0);
+    EXPECT_LT(::GetTickCount64() - start, 200U);
+    start = ::GetTickCount64();
+    user.Drop({"C:\\last.mp3"});
+    const HWND list = user.Control(IDC_CONTENT_LIST);
+    EXPECT_TRUE(FileDialogUser::WaitUntil([&] { return ::SendMessageA(list, LB_GETCOUNT, 0, 0) == 1001; }));
+    EXPECT_LT(::GetTickCount64() - start, 300U);
+    EXPECT_GT(::SendMessageA(list, LB_GETTOPINDEX, 0, 0), 900);
+  });
+}
+
+}  // namespace
+}  // namespace quorvex
