@@ -10,7 +10,6 @@
 #include "devices/current_device.h"
 #include "devices/shared_state.h"
 #include "panel/accessible_text.h"
-#include "panel/control_panel.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
 #include "remote/remote_protocol.h"
@@ -68,13 +67,13 @@ RemoteAnswer PressKey(std::string_view bytes) {
   int command = 0;
   if (bytes.size() != sizeof command) return RemoteAnswer::kRefused;
   std::memcpy(&command, bytes.data(), sizeof command);
-  // These two act while they are held.
-  if (command == kCommandRewind || command == kCommandFastForward) {
-    const HWND key = ButtonWindow(ButtonIndex(command));
-    ::PostMessageA(key, WM_LBUTTONDOWN, MK_LBUTTON, 0);
-    ::PostMessageA(key, WM_LBUTTONUP, 0, 0);
-  } else {
+  const bool scans = command == kCommandRewind || command == kCommandFastForward;
+  if (!scans) {
     ::PostMessageA(mainWindow, WM_COMMAND, static_cast<WPARAM>(command), 0);
+  } else if (currentDevice) {
+    // These two act while they are held: here for one step.
+    command == kCommandRewind ? currentDevice->Rewind() : currentDevice->FastForward();
+    currentDevice->EndScan();
   }
   return RemoteAnswer::kDone;
 }

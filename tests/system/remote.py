@@ -150,6 +150,10 @@ class Remote:
     def start(self):
         self.process = subprocess.Popen([ROOT / "tools" / "in-wine", BIN / "quorvex.exe"], stdin=subprocess.DEVNULL,
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.find()
+
+    def find(self):
+        """Waits for the panel, also when somebody else has started it."""
         screen = subprocess.run(["xdotool", "getdisplaygeometry"], capture_output=True, text=True, check=True).stdout.split()
         self.x, self.y = (int(screen[0]) - PANEL_SIZE[0]) // 2, int(screen[1]) - 195
         wait_for(self.is_visible, 20)
@@ -198,6 +202,6 @@ class Remote:
         return self.process.wait(limit)
 
     def stop(self):
-        if self.process and self.process.poll() is None:
-            in_wine("taskkill", "/F", "/IM", "quorvex.exe")
+        in_wine("taskkill", "/F", "/IM", "quorvex.exe")
+        if self.process:
             self.process.wait(10)

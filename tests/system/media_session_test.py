@@ -1,0 +1,129 @@
+#!/usr/bin/python3
+"""A session with media files, as a user has it: opened by qvremote, played one after the other, the film's window worked with the mouse."""
+
+import subprocess
+import time
+import unittest
+
+from remote import BIN, NEXT, PAUSE, PLAY, POWER, REPEAT, ROOT, STOP, WINDOWS, Remote, in_wine, wait_for, xdotool
+
+CONFIG, ALBUMS = WINDOWS / "quorvex.ini", WINDOWS / "mfiles.abm"
+SOUND = ["-f", "lavfi", "-i", "sine=440:duration=3"]
+PICTURE = ["-f", "lavfi", "-i", "testsrc=size=320x240:rate=25:duration=3"]
+# One of each kind, from different encoders.
+KINDS = {
+    "film.mpg": PICTURE + SOUND + ["-c:v", "mpeg1video", "-c:a", "mp2"],
+    "clip.avi": PICTURE + SOUND + ["-c:v", "mpeg4", "-c:a", "libmp3lame"],
+    "clip.mov": PICTURE + SOUND + ["-c:v", "mjpeg", "-pix_fmt", "yuvj420p", "-c:a", "pcm_s16be"],
+    "song.mp3": SOUND + ["-c:a", "libmp3lame"],
+    "noise.wav": SOUND + ["-c:a", "pcm_s16le"],
+}
+
+
+def remote_control(*words):
+    done = in_wine(BIN / "qvremote.exe", *map(str, words))
+    if done.returncode:
+        raise AssertionError(f"qvremote {words}: {done.stderr}")
+    return dict(line.split("=", 1) for line in done.stdout.splitlines())
+
+
+class MediaSession(unittest.TestCase):
+    def setUp(self):
+        for store in (CONFIG, ALBUMS):
+            store.unlink(missing_ok=True)
+        CONFIG.write_bytes(b"[QUORVEX]\r\nAutoStartDevice=0\r\n")
+        self.remote = Remote()
+        self.addCleanup(self.remote.stop)
+        self.folder = self.remote.folder
+
+    def make(self, name, arguments):
+        subprocess.run(["ffmpeg", "-v", "error", "-y", *arguments, str(self.folder / name)], check=True)
+        return self.folder / name
+
+    def frame(self):
+        """The video window: its id and its rectangle; none when there is none."""
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^QUORVEX Video$"], capture_output=True, text=True).stdout.split()
+        if not found:
+            return None
+        shape = subprocess.run(["xdotool", "getwindowgeometry", "--shell", found[0]], capture_output=True, text=True, check=True).stdout
+        numbers = dict(line.split("=") for line in shape.splitlines())
+        return tuple(int(numbers[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
+
+    def test_every_kind_plays_to_its_end_and_the_next_follows(self):
+        self.remote.start()
+        time.sleep(1.5)
+        files = [self.make(name, arguments) for name, arguments in KINDS.items()]
+        remote_control("open", *files)
+        for number, name in enumerate(KINDS, 1):
+            self.remote.sees(lambda picture: (picture.number(6), picture.number(9)) == (str(number), str(len(KINDS))), 15)
+            self.remote.sees_text(name)
+            self.assertEqual(self.frame() is not None, not name.endswith(("mp3", "wav")))
+            wait_for(lambda: self.remote.look().time() == "00:00:02", 10)
+        wait_for(lambda: remote_control("state")["state"] == "stopped", 10)
+        self.assertEqual(remote_control("state")["time"], "00:00:00.0")
+        self.remote.click(POWER)
+        self.assertEqual(self.remote.ended(), 0)
+        self.assertIn(b"Tracks=5", ALBUMS.read_bytes())
+
+    def test_the_video_window_is_worked_with_the_mouse(self):
+        film = self.make("long film.mpg", ["-f", "lavfi", "-i", "testsrc=size=480x360:rate=25:duration=60", "-c:v", "mpeg2video"])
+        # Not running yet, the panel is started; what is handed over goes before the last device.
+        # The program that is started keeps the standard error output of the one that starts it, under Wine: so not a pipe.
+        nowhere = subprocess.DEVNULL
+        subprocess.run([ROOT / "tools" / "in-wine", BIN / "qvremote.exe", "open", film], stdin=nowhere, stdout=nowhere, stderr=nowhere, check=True)
+        self.remote.find()
+        wait_for(self.frame, 10)
+        self.assertEqual(self.frame(), (self.remote.x + (534 - 510) // 2, self.remote.y - 384 - 4, 510, 384))
+        x, y, width, height = self.frame()
+        xdotool("mousemove", x + 100, y + 100, "mousedown", 1, "mousemove", x + 60, y + 80, "mousemove", x + 40, y + 60, "mouseup", 1)
+        wait_for(lambda: self.frame() == (x - 60, y - 40, width, height))
+        # The right edge drawn out: the picture keeps its shape.
+        x, y, width, height = self.frame()
+        edge = x + width - 5
+        xdotool("mousemove", edge, y + 200, "mousedown", 1, "mousemove", edge + 60, y + 200, "mousemove", edge + 120, y + 200, "mouseup", 1)
+        wait_for(lambda: self.frame() == (x, y, 630, (630 - 30) * 360 // 480 + 24))
+        normal = self.frame()
+        xdotool("key", "Escape")
+        wait_for(lambda: self.frame() == (0, 0, 1280, 1024))
+        xdotool("key", "Escape")
+        wait_for(lambda: self.frame() == normal)
+
+        self.remote.click(PAUSE)
+        self.remote.sees(lambda picture: "PAUSE" in picture.lamps())
+        paused = remote_control("state")["time"]
+        remote_control("key", "forward", "forward")
+        self.assertGreater(remote_control("state")["time"], paused)
+        self.remote.click(PLAY)
+        self.remote.click(REPEAT)
+        self.assertEqual(remote_control("state")["repeat"], "one")
+        self.remote.click(NEXT)
+        wait_for(lambda: remote_control("state")["time"] < "00:00:03")
+        self.remote.click(STOP)
+        wait_for(lambda: remote_control("state")["state"] == "stopped")
+        remote_control("key", "close")
+        wait_for(lambda: self.frame() is None)
+        self.assertEqual(remote_control("state")["device"], "none")
+        remote_control("key", "power")
+
+    def test_what_cannot_be_played_is_told_and_the_panel_lives_on(self):
+        self.remote.start()
+        time.sleep(1.5)
+        (self.folder / "text.avi").write_text("this is no film at all\n" * 100)
+        remote_control("open", self.folder / "text.avi")
+        wait_for(lambda: self.box(), 15)
+        self.assertRaises(AssertionError, remote_control, "key", "play")
+        xdotool("key", "Return")
+        wait_for(lambda: remote_control("state")["device"] == "none")
+        (self.folder / "empty.m3u").write_text("; nothing\n")
+        remote_control("open", self.folder / "empty.m3u")
+        wait_for(lambda: "IDLE" in remote_control("state")["lamps"])
+        remote_control("open", self.make("song.mp3", KINDS["song.mp3"]))
+        wait_for(lambda: remote_control("state")["state"] == "playing")
+
+    def box(self):
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Quorvex$"], capture_output=True, text=True)
+        return len(found.stdout.split()) > 1
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
