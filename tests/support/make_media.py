@@ -16,7 +16,7 @@ FRAMES, WIDTH, HEIGHT, PER_SECOND, RATE = 100, 192, 144, 25, 44100
 # name: what ffmpeg is told of the streams and the container. MPEG-1 and -2 and MPEG-4 have B pictures and a key picture every 2 s.
 X264 = "-c:v libx264 -preset veryfast -g 50 -bf 2 -pix_fmt yuv420p"
 FILES = {
-    "mpeg4_mp3.avi": "-c:v mpeg4 -g 50 -b:v 800k -c:a libmp3lame",
+    "mpeg4_mp3.avi": "-c:v mpeg4 -g 50 -b:v 800k -c:a libmp3lame -avoid_negative_ts disabled",
     "mpeg1_mp2.mpg": "-c:v mpeg1video -g 12 -bf 2 -b:v 800k -c:a mp2 -f mpeg",
     "mpeg2_ac3.vob": "-c:v mpeg2video -g 50 -bf 2 -b:v 1M -c:a ac3 -f vob",
     "mpeg2_mp2.ts": "-c:v mpeg2video -g 50 -bf 2 -b:v 1M -c:a mp2 -f mpegts",

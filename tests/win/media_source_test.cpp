@@ -115,7 +115,8 @@ TEST_P(MediaSourceFileTest, EveryPictureAndAllSoundArriveInTheirTime) {
     const auto segments = graph.pictures->Segments();
     ASSERT_EQ(segments.size(), 1U);
     EXPECT_EQ(segments[0].start, 0);
-    ASSERT_EQ(segments[0].samples.size(), static_cast<std::size_t>(kPictures));
+    ASSERT_EQ(segments[0].samples.size(), static_cast<std::size_t>(kPictures))
+        << segments[0].samples.front().picture << " to " << segments[0].samples.back().picture;
     for (int n = 0; n < kPictures; ++n) {
       const auto& sample = segments[0].samples[static_cast<std::size_t>(n)];
       EXPECT_EQ(sample.picture, n);
@@ -201,6 +202,7 @@ TEST_F(MediaSourceTest, SoundIsExactToTheSample) {
     graph.AddSinks();
     ASSERT_EQ(graph.Render(MediaPath(name).wstring()), S_OK);
     for (const LONGLONG to : {kSecond, 2 * kSecond + 1234567, 0LL, 3 * kSecond + 1}) {
+      graph.sounds->Clear();
       ASSERT_EQ(graph.Seek(to), S_OK);
       ASSERT_HRESULT_SUCCEEDED(graph.control->Pause());
       ASSERT_TRUE(graph.Settles());
@@ -376,7 +378,7 @@ TEST_F(MediaSourceTest, DamagedAndCutFilesPlayToTheirEnd) {
     graph.graph.As<IMediaFilter>()->SetSyncSource(nullptr);
     graph.control->Run();
     EXPECT_TRUE(graph.Completes(10000)) << name;
-    EXPECT_GT(graph.pictures->Segments().back().samples.size(), 40U) << name;
+    EXPECT_GT(graph.pictures->Segments().back().samples.size(), 30U) << name;
     ASSERT_EQ(graph.Seek(2 * kSecond), S_OK);
     EXPECT_TRUE(graph.Completes(10000)) << name;
   }
