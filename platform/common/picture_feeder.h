@@ -4,6 +4,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 
 #include "platform/common/decoder.h"
 #include "platform/common/filter_base.h"
@@ -29,7 +30,7 @@ class PictureFeeder final : public StreamFeeder {
   [[nodiscard]] bool IsLongBefore(const AVPacket* packet) const;
   Fed Show(const AVFrame& frame);
   Fed Deliver(const AVFrame& frame, MediaTime begin, MediaTime end);
-  bool Convert(const AVFrame& frame, BYTE* target);
+  bool Convert(const AVFrame& frame, std::span<BYTE> target);
   void ChooseScaler(const AVFrame& frame, int width, int height);
 
   FilterBase& filter;
