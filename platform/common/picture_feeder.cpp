@@ -24,12 +24,18 @@ std::size_t BytesOf(const BITMAPINFOHEADER& bitmap) {
 
 PictureFeeder::PictureFeeder(FilterBase& owner, OutputPin& fed, const CodedStream& stream,
                              MediaTime frameTime)
-    : filter(owner), pin(fed), clock(stream.clock), usualTime(frameTime), decoder(stream) {}
+    : filter(owner),
+      pin(fed),
+      clock(stream.clock),
+      usualTime(frameTime > 0 ? frameTime : kSecond / 25),
+      decoder(stream),
+      held(av_frame_alloc()) {}
 
 void PictureFeeder::Begin(const Segment& played) {
   segment = played;
   next = played.start;
   first = true;
+  av_frame_unref(held.get());
   late = {};
   type = pin.AgreedType();
   decoder.Flush();
@@ -47,6 +53,7 @@ Fed PictureFeeder::Feed(const AVPacket* packet) {
     fed = Show(frame);
     return fed == Fed::kMore;
   });
+  if (packet == nullptr && first && fed == Fed::kMore) fed = ShowHeld(next);
   return fed;
 }
 
@@ -55,11 +62,25 @@ Fed PictureFeeder::Show(const AVFrame& frame) {
   const MediaTime begin = timed ? clock.Time(frame.best_effort_timestamp) : next;
   const MediaTime lasts = frame.pkt_duration > 0 ? clock.Length(frame.pkt_duration) : usualTime;
   next = begin + lasts;
-  if (next <= segment.start + kRounding) return Fed::kMore;
+  if (next <= segment.start + kRounding) {
+    av_frame_unref(held.get());
+    av_frame_ref(held.get(), &frame);
+    heldBegin = begin;
+    return Fed::kMore;
+  }
+  if (first && begin > segment.start + kRounding) {
+    if (const Fed fed = ShowHeld(begin); fed != Fed::kMore) return fed;
+  }
   if (begin >= segment.stop) return Fed::kOver;
   const std::optional<MediaTime> now = filter.StreamTime();
   if (now && late.LeaveOut(*now - (begin - segment.start))) return Fed::kMore;
   return Deliver(frame, begin - segment.start, next - segment.start);
+}
+
+// The picture that was on when the segment began, where there is one: it lasts until `end`.
+Fed PictureFeeder::ShowHeld(MediaTime end) {
+  if (held->buf[0] == nullptr) return Fed::kMore;
+  return Deliver(*held, heldBegin - segment.start, std::max(end - segment.start, kMillisecond));
 }
 
 Fed PictureFeeder::Deliver(const AVFrame& frame, MediaTime begin, MediaTime end) {

@@ -70,6 +70,9 @@ def main():
     sound = ["-f", "s16le", "-ar", RATE, "-ac", 2, "-i"]
     for name, how in FILES.items():
         ffmpeg(*picture, *sound, folder / "beeps.raw", *how.split(), folder / name)
+    # Four pictures of a second each.
+    ffmpeg("-f", "rawvideo", "-pix_fmt", "gray", "-s", f"{WIDTH}x{HEIGHT}", "-r", 1, "-t", 4, "-i", folder / "pictures.raw",
+           *"-c:v libx264 -preset veryfast -bf 0 -pix_fmt yuv420p".split(), folder / "slides.mkv")
     for name in ("ramp.wav", "ramp.flac"):
         ffmpeg(*sound, folder / "ramp.raw", folder / name)
     for name in raw:

@@ -59,8 +59,8 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
     segments.clear();
     flushes = 0;
   }
-  IPin* Pin() { return this; }
-  [[nodiscard]] MediaType ConnectedType() { return type; }
+  // From now on every sample takes this long.
+  void SlowDown(int milliseconds) { delayMs = milliseconds; }
 
  protected:
   ~RecordingSink() override = default;
@@ -199,6 +199,8 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
     REFERENCE_TIME start = 0;
     REFERENCE_TIME end = 0;
     sample->GetTime(&start, &end);
+    if (delayMs > 0)
+      changed.wait_for(guard, std::chrono::milliseconds(delayMs), [this] { return flushing || stopped; });
     while (!flushing && !stopped && !IsDue(start)) changed.wait_for(guard, std::chrono::milliseconds(4));
     return flushing ? S_FALSE : stopped ? VFW_E_WRONG_STATE : S_OK;
   }
@@ -230,6 +232,7 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
   }
 
   const GUID major;
+  std::atomic<int> delayMs{0};
   ComPtr<IPin> peer;
   ComPtr<IUnknown> passThrough;  // to the end: the graph keeps what it gave out
   MediaType type;

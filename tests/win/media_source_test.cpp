@@ -272,6 +272,11 @@ TEST_F(MediaSourceTest, StopPauseAndReleaseAreQuickInEveryState) {
       }
       EXPECT_LE(Milliseconds([&] { graph.control->Stop(); }), kStopLimitMs) << name;
     }
+    // While the renderers wait for the end of what they have.
+    ASSERT_EQ(graph.Seek(4 * kSecond - kSecond / 8), S_OK);
+    graph.control->Run();
+    PumpFor(200);
+    EXPECT_LE(Milliseconds([&] { graph.control->Stop(); }), kStopLimitMs) << name;
     graph.control->Run();
     ULONG left = 1;
     EXPECT_LE(Milliseconds([&] { left = graph.Release(); }), 2 * kStopLimitMs);
@@ -316,6 +321,37 @@ TEST_F(MediaSourceTest, ItsLastReleaseEndsIt) {
   pins.Reset();
   EXPECT_EQ(source.Detach()->Release(), 0U);
   EXPECT_EQ(canUnload(), S_OK);
+}
+
+TEST_F(MediaSourceTest, ASlowRendererGetsFewerPicturesAndKeepsUp) {
+  MediaGraph graph;
+  graph.AddSinks();
+  ASSERT_EQ(graph.Render(MediaPath("mpeg2_mp2.ts").wstring()), S_OK);
+  graph.pictures->SlowDown(130);
+  graph.control->Run();
+  ASSERT_TRUE(graph.Completes(8000));
+  const auto samples = graph.pictures->Segments()[0].samples;
+  EXPECT_LT(samples.size(), 50U) << "100 pictures of 0.13 s would take 13 s";
+  EXPECT_GT(samples.size(), 10U);
+  EXPECT_GT(samples.back().picture, 85);
+}
+
+TEST_F(MediaSourceTest, APictureThatLastsLongIsThereInItsMiddleAndAtTheEnd) {
+  MediaGraph graph;
+  graph.AddSinks();
+  ASSERT_EQ(graph.Render(MediaPath("slides.mkv").wstring()), S_OK);
+  struct Case {
+    LONGLONG at;
+    int picture;
+  };
+  for (const Case& test : {Case{kSecond / 2, 0}, Case{kSecond + kSecond / 2, 1}, Case{2 * kSecond, 2},
+                           Case{29 * kSecond / 10, 2}, Case{3 * kSecond + kSecond / 2, 3}}) {
+    graph.pictures->Clear();
+    ASSERT_EQ(graph.Seek(test.at), S_OK);
+    graph.control->Pause();
+    EXPECT_EQ(PictureShown(graph), test.picture) << test.at;
+    graph.control->Stop();
+  }
 }
 
 TEST_F(MediaSourceTest, ItGoesOnWhereItWasStopped) {
