@@ -153,15 +153,13 @@ std::vector<ClassesValue> ClassValues(std::span<const ServedClass> classes) {
 }
 
 HRESULT Register(const std::wstring& server, std::span<const ClassesValue> values) {
+  // What is there later may be our own.
   const bool again = RegistryKey(NotesKey(server), KEY_READ, false).IsOpen();
   RegistryKey notes(NotesKey(server));
   for (const ClassesValue& value : values) {
     const std::wstring path = kClasses + value.key;
     const std::optional<std::wstring> before = RegistryKey(path, KEY_READ, false).Read(value.name);
-    const bool noted = notes.Read(NoteName(value)).has_value();
-    // What agrees already is noted the first time only: later it is our own.
-    if (before && !noted && (!again || before != value.text) && !notes.Write(NoteName(value), *before))
-      return SELFREG_E_CLASS;
+    if (before && !again && !notes.Write(NoteName(value), *before)) return SELFREG_E_CLASS;
     if (before != value.text && !Put(value, value.text)) return SELFREG_E_CLASS;
   }
   return S_OK;

@@ -86,7 +86,7 @@ class OutputPin : public IPin {
 
   HRESULT TryType(IPin* receiver, const MediaType& type);
   HRESULT AgreeOnAllocator(Connection& made);
-  HRESULT UseAllocator(Connection& made, ALLOCATOR_PROPERTIES needs);
+  static HRESULT UseAllocator(Connection& made, ALLOCATOR_PROPERTIES needs);
   Connection Current();
 
   FilterBase& filter;

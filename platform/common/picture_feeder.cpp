@@ -15,16 +15,27 @@ constexpr MediaTime kRounding = 2 * kMillisecond;
 // than any picture that packets' times might be out of order with.
 constexpr MediaTime kLongBefore = kSecond / 2;
 
+// What the pixels take, whatever biSizeImage says: it may be 0.
+std::size_t BytesOf(const BITMAPINFOHEADER& bitmap) {
+  return static_cast<std::size_t>(bitmap.biWidth) * static_cast<std::size_t>(std::abs(bitmap.biHeight)) * 4;
+}
+
 }  // namespace
 
 PictureFeeder::PictureFeeder(FilterBase& owner, OutputPin& fed, const CodedStream& stream,
                              MediaTime frameTime)
-    : filter(owner), pin(fed), clock(stream.clock), usualTime(frameTime), decoder(stream) {}
+    : filter(owner),
+      pin(fed),
+      clock(stream.clock),
+      usualTime(frameTime > 0 ? frameTime : kSecond / 25),
+      decoder(stream),
+      held(av_frame_alloc()) {}
 
 void PictureFeeder::Begin(const Segment& played) {
   segment = played;
   next = played.start;
   first = true;
+  av_frame_unref(held.get());
   late = {};
   type = pin.AgreedType();
   decoder.Flush();
@@ -42,6 +53,7 @@ Fed PictureFeeder::Feed(const AVPacket* packet) {
     fed = Show(frame);
     return fed == Fed::kMore;
   });
+  if (packet == nullptr && first && fed == Fed::kMore) fed = ShowHeld(next);
   return fed;
 }
 
@@ -50,11 +62,25 @@ Fed PictureFeeder::Show(const AVFrame& frame) {
   const MediaTime begin = timed ? clock.Time(frame.best_effort_timestamp) : next;
   const MediaTime lasts = frame.pkt_duration > 0 ? clock.Length(frame.pkt_duration) : usualTime;
   next = begin + lasts;
-  if (next <= segment.start + kRounding) return Fed::kMore;
+  if (next <= segment.start + kRounding) {
+    av_frame_unref(held.get());
+    av_frame_ref(held.get(), &frame);
+    heldBegin = begin;
+    return Fed::kMore;
+  }
+  if (first && begin > segment.start + kRounding) {
+    if (const Fed fed = ShowHeld(begin); fed != Fed::kMore) return fed;
+  }
   if (begin >= segment.stop) return Fed::kOver;
   const std::optional<MediaTime> now = filter.StreamTime();
   if (now && late.LeaveOut(*now - (begin - segment.start))) return Fed::kMore;
   return Deliver(frame, begin - segment.start, next - segment.start);
+}
+
+// The picture that was on when the segment began, where there is one: it lasts until `end`.
+Fed PictureFeeder::ShowHeld(MediaTime end) {
+  if (held->buf[0] == nullptr) return Fed::kMore;
+  return Deliver(*held, heldBegin - segment.start, std::max(end - segment.start, kMillisecond));
 }
 
 Fed PictureFeeder::Deliver(const AVFrame& frame, MediaTime begin, MediaTime end) {
@@ -67,11 +93,12 @@ Fed PictureFeeder::Deliver(const AVFrame& frame, MediaTime begin, MediaTime end)
     ::CoTaskMemFree(changed);
   }
   BYTE* target = nullptr;
-  if (FAILED(sample->GetPointer(&target)) || type.Picture() == nullptr ||
-      static_cast<DWORD>(sample->GetSize()) < type.Picture()->bmiHeader.biSizeImage)
-    return Fed::kRefused;
-  if (!Convert(frame, target)) return Fed::kMore;
-  sample->SetActualDataLength(static_cast<long>(type.Picture()->bmiHeader.biSizeImage));
+  const VIDEOINFOHEADER* picture = type.Picture();
+  if (FAILED(sample->GetPointer(&target)) || picture == nullptr) return Fed::kRefused;
+  const std::size_t bytes = BytesOf(picture->bmiHeader);
+  if (static_cast<std::size_t>(sample->GetSize()) < bytes) return Fed::kRefused;
+  if (!Convert(frame, {target, bytes})) return Fed::kMore;
+  sample->SetActualDataLength(static_cast<long>(bytes));
   sample->SetTime(&begin, &end);
   sample->SetSyncPoint(TRUE);
   sample->SetPreroll(FALSE);
@@ -81,7 +108,7 @@ Fed PictureFeeder::Deliver(const AVFrame& frame, MediaTime begin, MediaTime end)
 }
 
 // A positive height means that the bottom line comes first.
-bool PictureFeeder::Convert(const AVFrame& frame, BYTE* target) {
+bool PictureFeeder::Convert(const AVFrame& frame, std::span<BYTE> target) {
   const BITMAPINFOHEADER& bitmap = type.Picture()->bmiHeader;
   const int height = std::abs(bitmap.biHeight);
   const int line = bitmap.biWidth * 4;
@@ -90,8 +117,9 @@ bool PictureFeeder::Convert(const AVFrame& frame, BYTE* target) {
   ChooseScaler(frame, width, height);
   if (!scaler) return false;
   const bool bottomFirst = bitmap.biHeight > 0;
-  std::array<BYTE*, 4> planes{bottomFirst ? target + static_cast<std::ptrdiff_t>(line) * (height - 1)
-                                          : target};
+  BYTE* const top =
+      bottomFirst ? target.data() + static_cast<std::ptrdiff_t>(line) * (height - 1) : target.data();
+  const std::array<BYTE*, 4> planes{top};
   const std::array<int, 4> lines{bottomFirst ? -line : line};
   return sws_scale(scaler.get(), static_cast<const std::uint8_t* const*>(frame.data),
                    static_cast<const int*>(frame.linesize), 0, frame.height, planes.data(), lines.data()) > 0;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 
 #include "platform/common/decoder.h"
 #include "platform/common/filter_base.h"
@@ -15,8 +16,8 @@ namespace quorvex {
 
 class PictureFeeder final : public StreamFeeder {
  public:
-  // `frameTime`: how long a picture lasts when the stream does not say. The filter and the pin outlive the
-  // feeder.
+  // `frameTime`: how long a picture lasts when the stream does not say (0: nobody knows). The filter and the
+  // pin outlive the feeder.
   PictureFeeder(FilterBase& owner, OutputPin& fed, const CodedStream& stream, MediaTime frameTime);
 
   // Whether there is a decoder for the stream.
@@ -28,8 +29,9 @@ class PictureFeeder final : public StreamFeeder {
  private:
   [[nodiscard]] bool IsLongBefore(const AVPacket* packet) const;
   Fed Show(const AVFrame& frame);
+  Fed ShowHeld(MediaTime end);
   Fed Deliver(const AVFrame& frame, MediaTime begin, MediaTime end);
-  bool Convert(const AVFrame& frame, BYTE* target);
+  bool Convert(const AVFrame& frame, std::span<BYTE> target);
   void ChooseScaler(const AVFrame& frame, int width, int height);
 
   FilterBase& filter;
@@ -41,7 +43,9 @@ class PictureFeeder final : public StreamFeeder {
   int scalerColours = -1;
   MediaType type;  // of the pin's samples
   Segment segment;
-  MediaTime next = 0;  // when the picture after the last one begins, if it does not say so itself
+  MediaTime next = 0;     // when the picture after the last one begins, if it does not say so itself
+  AvOwner<AVFrame> held;  // the last picture before the segment: it may last into it
+  MediaTime heldBegin = 0;
   bool first = true;
   LatePictures late;
 };

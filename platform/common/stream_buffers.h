@@ -3,6 +3,7 @@
 // short, however much there is of the others (badly interleaved files), until a bound of all bytes.
 #pragma once
 
+#include <algorithm>
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
@@ -90,19 +91,13 @@ class StreamBuffers {
 
   [[nodiscard]] bool IsFull() const {
     if (allBytes >= mostBytesOfAll) return true;
-    bool anyOpen = false;
-    for (const Queue& queue : queues) {
-      if (!queue.closed && queue.packets.size() < enoughPackets) return false;
-      anyOpen = anyOpen || !queue.closed;
-    }
-    return anyOpen;
+    return !AllClosed() && std::ranges::all_of(queues, [this](const Queue& queue) {
+      return queue.closed || queue.packets.size() >= enoughPackets;
+    });
   }
 
   [[nodiscard]] bool AllClosed() const {
-    for (const Queue& queue : queues) {
-      if (!queue.closed) return false;
-    }
-    return true;
+    return std::ranges::all_of(queues, [](const Queue& queue) { return queue.closed; });
   }
 
   void Clear(std::size_t stream) {

@@ -137,7 +137,12 @@ void MediaFile::GoTo(MediaTime time) {
 }
 
 void MediaFile::GoToBeginning() {
-  if (avformat_seek_file(format.get(), -1, INT64_MIN, format->start_time, format->start_time, 0) < 0)
+  // Streams without an index are sought in by trying places, which may miss the very first packets.
+  const int flags = format->iformat->flags;
+  const bool isBare =
+      (flags & AVFMT_TS_DISCONT) != 0 && (flags & (AVFMT_NOBINSEARCH | AVFMT_NO_BYTE_SEEK)) == 0;
+  if (isBare ||
+      avformat_seek_file(format.get(), -1, INT64_MIN, format->start_time, format->start_time, 0) < 0)
     av_seek_frame(format.get(), -1, 0, AVSEEK_FLAG_BYTE);
 }
 

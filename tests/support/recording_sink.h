@@ -1,5 +1,5 @@
-// A renderer of the tests' own: it notes what arrives and, like every renderer, holds the first sample while
-// the graph is paused.
+// A renderer of the tests' own: it notes what arrives and, like every renderer, holds each sample until its
+// time has come, and while the graph is paused.
 #pragma once
 
 #include <windows.h>
@@ -59,8 +59,8 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
     segments.clear();
     flushes = 0;
   }
-  IPin* Pin() { return this; }
-  [[nodiscard]] MediaType ConnectedType() { return type; }
+  // From now on every sample takes this long.
+  void SlowDown(int milliseconds) { delayMs = milliseconds; }
 
  protected:
   ~RecordingSink() override = default;
@@ -196,11 +196,21 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
     if (flushing || segments.empty()) return S_FALSE;
     Note(*sample);
     changed.notify_all();
-    changed.wait(guard, [this] { return flushing || stopped || State() == State_Running; });
+    REFERENCE_TIME start = 0;
+    REFERENCE_TIME end = 0;
+    sample->GetTime(&start, &end);
+    if (delayMs > 0)
+      changed.wait_for(guard, std::chrono::milliseconds(delayMs), [this] { return flushing || stopped; });
+    while (!flushing && !stopped && !IsDue(start)) changed.wait_for(guard, std::chrono::milliseconds(4));
     return flushing ? S_FALSE : stopped ? VFW_E_WRONG_STATE : S_OK;
   }
   HRESULT STDMETHODCALLTYPE ReceiveMultiple(IMediaSample**, LONG, LONG*) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE ReceiveCanBlock() override { return S_OK; }
+
+  // Whether a sample is over for this renderer: it runs, and by its clock the time has come.
+  bool IsDue(REFERENCE_TIME start) {
+    return State() == State_Running && StreamTime().value_or(start) >= start;
+  }
 
   void Note(IMediaSample& sample) {
     Sample noted{};
@@ -222,6 +232,7 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
   }
 
   const GUID major;
+  std::atomic<int> delayMs{0};
   ComPtr<IPin> peer;
   ComPtr<IUnknown> passThrough;  // to the end: the graph keeps what it gave out
   MediaType type;
