@@ -10,6 +10,7 @@
 #include "devices/current_device.h"
 #include "devices/shared_state.h"
 #include "panel/accessible_text.h"
+#include "panel/commands.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
 #include "remote/remote_protocol.h"

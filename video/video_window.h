@@ -50,7 +50,6 @@ class CVWindow {
   // The hit-test code of a point of the screen.
   [[nodiscard]] int HitTest(int x, int y) const;
 
-  [[nodiscard]] Margins GetMargins() const { return kMargins; }
   [[nodiscard]] HWND GetRendererWindow() const { return rendererWindow; }
   [[nodiscard]] Rect GetVideoRect() const { return videoRect; }  // in the frame
   [[nodiscard]] HWND Frame() const { return frameWindow; }
