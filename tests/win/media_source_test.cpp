@@ -292,12 +292,13 @@ HRESULT Call(HMODULE module, const char* name) {
 }
 
 TEST_F(MediaSourceTest, ItsLastReleaseEndsIt) {
+  const HMODULE module = ::LoadLibraryA(QUORVEX_BIN "/qvmedia.dll");
+  const auto canUnload = [module] { return Call(module, "DllCanUnloadNow"); };
+  if (canUnload() != S_OK) GTEST_SKIP() << "an earlier test of this process left a source with the platform";
   ComPtr<IBaseFilter> source;
   ASSERT_EQ(::CoCreateInstance(kMediaSourceUnderTest, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IBaseFilter),
                                source.ReceiveVoid()),
             S_OK);
-  const HMODULE module = ::GetModuleHandleA("qvmedia.dll");
-  const auto canUnload = [module] { return Call(module, "DllCanUnloadNow"); };
   EXPECT_EQ(canUnload(), S_FALSE);
   ASSERT_EQ(source.As<IFileSourceFilter>()->Load(MediaPath("mpeg4_mp3.avi").c_str(), nullptr), S_OK);
   EXPECT_NE(source.As<IFileSourceFilter>()->Load(MediaPath("sound.mp3").c_str(), nullptr), S_OK);
@@ -396,6 +397,7 @@ TEST_F(MediaSourceTest, FilesThatCannotBePlayedAreRefused) {
     EXPECT_TRUE(missing ? direct == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND)
                         : direct == VFW_E_UNKNOWN_FILE_TYPE || direct == VFW_E_UNSUPPORTED_STREAM)
         << path << ": " << std::hex << direct;
+    EXPECT_EQ(source.Detach()->Release(), 0U);
   }
 }
 
