@@ -1,0 +1,109 @@
+#include "shell/remote_control.h"
+
+#include "remote/key_names.h"
+#include "remote/remote_protocol.h"
+#include "shell/command_table.h"
+#include "tests/support/panel.h"
+#include "tests/support/recording_device.h"
+
+namespace quorvex {
+namespace {
+
+class RemoteControlTest : public PanelTest {
+ protected:
+  RemoteControlTest() {
+    WNDCLASSA asker{};
+    asker.lpfnWndProc = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
+      if (message != WM_COPYDATA) return ::DefWindowProcA(window, message, wParam, lParam);
+      const auto& data = *reinterpret_cast<const COPYDATASTRUCT*>(lParam);
+      answer.assign(static_cast<const char*>(data.lpData), data.cbData);
+      return data.dwData == kRemoteState ? 1 : 0;
+    };
+    asker.lpszClassName = "QuorvexRemoteTest";
+    ::RegisterClassA(&asker);
+    window = ::CreateWindowA("QuorvexRemoteTest", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    currentDevice = std::make_unique<RecordingDevice>(DeviceType::kCd, log);
+    currentDeviceType = DeviceType::kCd;
+    log.clear();
+  }
+  ~RemoteControlTest() override {
+    ::DestroyWindow(window);
+    currentDevice.reset();
+  }
+
+  RemoteAnswer Send(ULONG_PTR kind, std::string bytes) const {
+    COPYDATASTRUCT data{kind, static_cast<DWORD>(bytes.size()), bytes.data()};
+    return static_cast<RemoteAnswer>(::SendMessageA(mainWindow, WM_COPYDATA, reinterpret_cast<WPARAM>(window),
+                                                    reinterpret_cast<LPARAM>(&data)));
+  }
+  RemoteAnswer SendKey(int command) const {
+    return Send(kRemotePressKey, std::string(reinterpret_cast<const char*>(&command), sizeof command));
+  }
+
+  static inline std::string answer;
+  HWND window = nullptr;
+};
+
+TEST_F(RemoteControlTest, KeysReachTheDevice) {
+  for (const int command : {kCommandEject, kCommandNext, kCommandFastForward, kCommandRewind})
+    EXPECT_EQ(SendKey(command), RemoteAnswer::kDone);
+  PumpFor(50);
+  EXPECT_EQ(log, "FastForward\nEndScan\nRewind\nEndScan\nEject\nNextItem\n")
+      << "keys are posted, as a click is; what acts while it is held acts at once";
+}
+
+TEST_F(RemoteControlTest, EveryKeyThatHasANameDoesSomething) {
+  for (const KeyName& key : kKeyNames) {
+    const auto table = CommandTable();
+    const bool known = key.command == kCommandCloseDevice ||
+                       std::any_of(table.begin(), table.end(),
+                                   [&](const CommandRow& row) { return row.command == key.command; });
+    EXPECT_TRUE(known) << key.name;
+    EXPECT_EQ(std::count_if(kKeyNames.begin(), kKeyNames.end(),
+                            [&](const KeyName& other) { return other.name == key.name; }),
+              1)
+        << key.name;
+  }
+}
+
+TEST_F(RemoteControlTest, TheStateIsToldInLines) {
+  currentDevice->playState = PlayState::kPaused;
+  currentDevice->repeatMode = RepeatMode::kAll;
+  currentDevice->itemCount = 12;
+  currentDevice->SetPlainOrder();
+  currentDevice->orderIndex = 4;
+  currentDevice->UpdateStateLamps();
+  ShowDisplayTime(0x00130200);
+  SetDisplayText("A title = with signs");
+  EXPECT_EQ(Send(kRemoteAskState, ""), RemoteAnswer::kDone);
+  EXPECT_EQ(answer,
+            "device=cd\nstate=paused\nitem=5\nitems=12\nrepeat=all\nrandom=off\ntime=00:02:13\n"
+            "title=A title = with signs\nmute=off\nlamps=PAUSE, REP, ALL, CD\n");
+}
+
+TEST_F(RemoteControlTest, WhatIsNotInOrderIsRefused) {
+  EXPECT_EQ(Send(kRemotePressKey, "abc"), RemoteAnswer::kRefused);
+  EXPECT_EQ(Send(kRemotePressKey, ""), RemoteAnswer::kRefused);
+  EXPECT_EQ(Send(kRemoteOpenFiles, ""), RemoteAnswer::kRefused);
+  EXPECT_EQ(Send(kRemoteOpenFiles, "C:\\no end"), RemoteAnswer::kRefused);
+  EXPECT_EQ(Send(kRemoteOpenFiles, std::string("C:\\a\0\0", 6)), RemoteAnswer::kRefused);
+  std::string many;
+  for (int i = 0; i < 10001; ++i) many += std::string("x\0", 2);
+  EXPECT_EQ(Send(kRemoteOpenFiles, many), RemoteAnswer::kRefused);
+  EXPECT_EQ(Send(kRemoteState, "device=none\n"), RemoteAnswer::kRefused);
+  EXPECT_EQ(Send(7, "x"), RemoteAnswer::kRefused);
+  COPYDATASTRUCT data{kRemoteAskState, 0, nullptr};
+  EXPECT_EQ(OnCopyData(nullptr, data), static_cast<LRESULT>(RemoteAnswer::kRefused)) << "nobody's window";
+  EXPECT_EQ(log, "");
+}
+
+TEST_F(RemoteControlTest, WhileADialogWaitsNoKeyIsTaken) {
+  ::EnableWindow(mainWindow, FALSE);
+  EXPECT_EQ(SendKey(kCommandNext), RemoteAnswer::kBusy);
+  EXPECT_EQ(Send(kRemoteOpenFiles, std::string("C:\\a\0", 5)), RemoteAnswer::kBusy);
+  EXPECT_EQ(Send(kRemoteAskState, ""), RemoteAnswer::kDone) << "but the state is told";
+  ::EnableWindow(mainWindow, TRUE);
+}
+
+}  // namespace
+}  // namespace quorvex
