@@ -44,7 +44,8 @@ int Complain(const std::string& text) {
 
 int Insert(SharedDrive& drive, const std::string& name) {
   const std::string path = FullPath(name);
-  if (path.empty() || path.size() >= DriveState::kLongestPath) return Complain(name + ": the path is too long");
+  if (path.empty() || path.size() >= DriveState::kLongestPath)
+    return Complain(name + ": the path is too long");
   const OpenedImage image = OpenDiscImage(path);
   if (const auto* error = std::get_if<DiscError>(&image)) return Complain(name + ": " + error->text);
   SharedDrive::Turn(drive)->Insert(path);

@@ -13,8 +13,8 @@ class RemoteControlTest : public PanelTest {
  protected:
   RemoteControlTest() {
     WNDCLASSA asker{};
-    asker.lpfnWndProc = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
-      if (message != WM_COPYDATA) return ::DefWindowProcA(window, message, wParam, lParam);
+    asker.lpfnWndProc = [](HWND target, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
+      if (message != WM_COPYDATA) return ::DefWindowProcA(target, message, wParam, lParam);
       const auto& data = *reinterpret_cast<const COPYDATASTRUCT*>(lParam);
       answer.assign(static_cast<const char*>(data.lpData), data.cbData);
       return data.dwData == kRemoteState ? 1 : 0;
