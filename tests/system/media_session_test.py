@@ -49,6 +49,12 @@ class MediaSession(unittest.TestCase):
         numbers = dict(line.split("=") for line in shape.splitlines())
         return tuple(int(numbers[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
 
+    def drag(self, start, end):
+        """As a hand does it, in steps."""
+        middle = [(a + b) // 2 for a, b in zip(start, end)]
+        xdotool("mousemove", *start, "sleep", 0.2, "mousedown", 1, "sleep", 0.3, "mousemove", *middle, "sleep", 0.2, "mousemove", *end,
+                "sleep", 0.3, "mouseup", 1)
+
     def test_every_kind_plays_to_its_end_and_the_next_follows(self):
         self.remote.start()
         time.sleep(1.5)
@@ -75,12 +81,12 @@ class MediaSession(unittest.TestCase):
         wait_for(self.frame, 10)
         self.assertEqual(self.frame(), (self.remote.x + (534 - 510) // 2, self.remote.y - 384 - 4, 510, 384))
         x, y, width, height = self.frame()
-        xdotool("mousemove", x + 100, y + 100, "mousedown", 1, "mousemove", x + 60, y + 80, "mousemove", x + 40, y + 60, "mouseup", 1)
+        self.drag((x + 100, y + 100), (x + 40, y + 60))
         wait_for(lambda: self.frame() == (x - 60, y - 40, width, height))
         # The right edge drawn out: the picture keeps its shape.
         x, y, width, height = self.frame()
         edge = x + width - 5
-        xdotool("mousemove", edge, y + 200, "mousedown", 1, "mousemove", edge + 60, y + 200, "mousemove", edge + 120, y + 200, "mouseup", 1)
+        self.drag((edge, y + 200), (edge + 120, y + 200))
         wait_for(lambda: self.frame() == (x, y, 630, (630 - 30) * 360 // 480 + 24))
         normal = self.frame()
         xdotool("key", "Escape")
