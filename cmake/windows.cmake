@@ -6,6 +6,18 @@ include_directories(${CMAKE_SOURCE_DIR})
 add_compile_options(-gdwarf-4 -fstack-protector-strong)
 add_link_options(-fstack-protector-strong -Wl,--nxcompat,--dynamicbase,--high-entropy-va)
 
+# Programs are delivered without their debugging symbols (a loader reads them into every process); these lie in build/win/symbols.
+function(deliver target)
+  set(symbols ${CMAKE_BINARY_DIR}/symbols/$<TARGET_FILE_NAME:${target}>.debug)
+  add_custom_command(
+    TARGET ${target}
+    POST_BUILD
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_BINARY_DIR}/symbols
+    COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}> ${symbols}
+    COMMAND ${CMAKE_STRIP} --strip-debug $<TARGET_FILE:${target}>
+    COMMAND ${CMAKE_OBJCOPY} --add-gnu-debuglink=${symbols} $<TARGET_FILE:${target}>)
+endfunction()
+
 # Artwork, drawn from its sources.
 file(GLOB art_sources CONFIGURE_DEPENDS resources/art/*.py)
 set(art_dir ${CMAKE_BINARY_DIR}/art)
@@ -59,7 +71,9 @@ add_library(
   video/picture_user.cpp
   video/renderer_window.cpp
   video/video_window.cpp)
-target_link_libraries(quorvex_player PUBLIC quorvex_arithmetic comctl32 comdlg32 gdi32 ole32 oleacc oleaut32 shell32 strmiids uuid winmm)
+include(cmake/delayed_imports.cmake)
+add_dependencies(quorvex_player delayed_imports)
+target_link_libraries(quorvex_player PUBLIC quorvex_arithmetic ${delayed_imports} comctl32 gdi32 ole32 oleaut32 strmiids uuid winmm)
 
 # The resources, linked into the program and into the tests that show the panel.
 add_library(quorvex_resources OBJECT resources/quorvex.rc)
@@ -95,6 +109,10 @@ add_custom_command(
   DEPENDS ${demo_sources}
   COMMENT "Rendering the demo disc")
 add_custom_target(demo ALL DEPENDS ${demo_dir}/demo.cue)
+
+foreach(program quorvex qvremote qvdrive qvcd qvmedia)
+  deliver(${program})
+endforeach()
 
 # ./run builds without the tests' packages; ./check installs them.
 if(EXISTS /usr/src/googletest)
