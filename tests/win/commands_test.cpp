@@ -1,5 +1,6 @@
 #include "shell/command_table.h"
 
+#include <set>
 #include <vector>
 
 #include "resources/ids.h"
@@ -94,10 +95,11 @@ TEST_F(CommandsTest, CommandsWithoutAnActionAndUnknownOnesChangeNothing) {
 }
 
 TEST_F(CommandsTest, WithoutADeviceNoCommandDoesHarm) {
+  // But these end the panel, ask the user, or bring a device.
+  const std::set<int> others{kCommandMediaSelect, kCommandOpenMediaFile, kCommandPower, kCommandHidePlayer,
+                             kCommandCd};
   for (int command = 0; command < 1500; ++command) {
-    if (command != kCommandMediaSelect && command != kCommandPower && command != kCommandHidePlayer &&
-        command != kCommandCd)
-      Press(command);
+    if (!others.contains(command)) Press(command);
   }
   EXPECT_EQ(currentDevice, nullptr);
   EXPECT_TRUE(::IsWindow(mainWindow));
