@@ -17,6 +17,8 @@ namespace {
 constexpr DWORD kLookMs = 50;        // how often a playing is held against the drive's state
 constexpr int kToleratedFrames = 4;  // between what the clock says and what is heard
 constexpr std::uint32_t kRealSpeed = 100;
+constexpr DWORD kLongestSoundChangeMs = 1000;
+constexpr DWORD kSoundLookMs = 5;
 
 // A playing goes on after its device was closed, so the driver must then stay in its process.
 void PinModule() {
@@ -156,6 +158,11 @@ void CdEngine::Forget(MCIDEVICEID device) {
   if (notify.device == device) Tell(MCI_NOTIFY_ABORTED);
 }
 
+void CdEngine::AwaitSound() const {
+  for (DWORD waited = 0; soundChanges > 0 && waited < kLongestSoundChangeMs; waited += kSoundLookMs)
+    ::Sleep(kSoundLookMs);
+}
+
 void CdEngine::Supersede(MCIDEVICEID device) {
   const std::scoped_lock lock(mutex);
   if (notify.device == device) Tell(MCI_NOTIFY_SUPERSEDED);
@@ -168,6 +175,7 @@ void CdEngine::Tell(WPARAM what) {
 
 void CdEngine::StartThread(const Stretch& stretch) {
   PinModule();
+  if (stretch.ours) ++Instance().soundChanges;  // until its thread has opened it
   std::thread([stretch] { Instance().Run(stretch); }).detach();
 }
 
@@ -197,7 +205,17 @@ CdEngine::End CdEngine::WaitSilently(const Stretch& stretch) {
 CdEngine::End CdEngine::PlaySound(const Stretch& stretch) {
   OpenedImage opened = OpenDiscImage(stretch.image);
   auto* image = std::get_if<std::unique_ptr<DiscImage>>(&opened);
-  SoundOutput output;
+  auto output = std::make_unique<SoundOutput>();
+  --soundChanges;
+  const End end = FeedSound(stretch, image != nullptr ? image->get() : nullptr, *output);
+  ++soundChanges;
+  output.reset();
+  --soundChanges;
+  return end;
+}
+
+// Feeds what is to be heard, until it is all heard or no longer to be.
+CdEngine::End CdEngine::FeedSound(const Stretch& stretch, DiscImage* image, SoundOutput& output) {
   int next = stretch.from;
   while (output.IsOpen()) {
     const std::optional<int> end = HoldAgainst(stretch, stretch.from + output.FramesHeard());
@@ -206,7 +224,7 @@ CdEngine::End CdEngine::PlaySound(const Stretch& stretch) {
       const int count = std::min(static_cast<int>(sound.size()) / kAudioSectorBytes, *end - next);
       if (count <= 0) return 0;
       const int bytes = count * kAudioSectorBytes;
-      if (image == nullptr || !(*image)->ReadSound(next, sound.first(static_cast<std::size_t>(bytes))))
+      if (image == nullptr || !image->ReadSound(next, sound.first(static_cast<std::size_t>(bytes))))
         return -1;
       next += count;
       return bytes;

@@ -6,6 +6,7 @@
 
 #include <mmsystem.h>
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -13,6 +14,7 @@
 
 #include "platform/cd/disc_image.h"
 #include "platform/cd/shared_drive.h"
+#include "platform/cd/sound_output.h"
 #include "platform/cd/time_format.h"
 
 namespace quorvex {
@@ -42,6 +44,10 @@ class CdEngine {
 
   // An open device goes: nobody is told any more of what it plays.
   void Forget(MCIDEVICEID device);
+
+  // Waits until no sound device is being opened or closed, at most a second: a process that ended in the
+  // middle of that would hang in its sound system.
+  void AwaitSound() const;
 
   // A command of `device` that asks for a notification of its own takes the place of its play command's.
   void Supersede(MCIDEVICEID device);
@@ -78,6 +84,7 @@ class CdEngine {
   static void StartThread(const Stretch& stretch);
   void Run(const Stretch& stretch);
   End PlaySound(const Stretch& stretch);
+  End FeedSound(const Stretch& stretch, DiscImage* image, SoundOutput& output);
   End WaitSilently(const Stretch& stretch);
   std::optional<int> HoldAgainst(const Stretch& stretch, int heard);
   End BreakOff(const Stretch& stretch);
@@ -85,6 +92,7 @@ class CdEngine {
   void Finish(const Stretch& stretch, End end);
   void Tell(WPARAM what);
 
+  std::atomic<int> soundChanges = 0;  // sound devices being opened or closed
   SharedDrive drive;
   std::mutex mutex;  // guards what follows; taken before a turn with the drive
   Notify notify;

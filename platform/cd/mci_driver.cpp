@@ -59,6 +59,7 @@ MCIERROR Open(MCIDEVICEID id, DWORD flags) {
 
 MCIERROR Close(MCIDEVICEID id) {
   Engine().Forget(id);
+  Engine().AwaitSound();
   const std::scoped_lock lock(devicesMutex);
   std::erase_if(devices, [id](const auto& device) { return device->id == id; });
   return 0;
