@@ -41,7 +41,8 @@ std::uint32_t ModeOf(const DriveState& state) {
 }  // namespace
 
 CdEngine& CdEngine::Instance() {
-  static CdEngine engine;
+  // Never destroyed: the threads that play may still run while the process ends.
+  static CdEngine& engine = *new CdEngine;
   return engine;
 }
 

@@ -15,7 +15,12 @@ class VirtualDrive {
   VirtualDrive() { Reset(); }
   VirtualDrive(const VirtualDrive&) = delete;
   VirtualDrive& operator=(const VirtualDrive&) = delete;
-  ~VirtualDrive() { Reset(); }
+  // What plays in this process sees the reset within 50 ms and closes its sound device; a process that ended
+  // in the middle of that might crash in its sound system.
+  ~VirtualDrive() {
+    Reset();
+    ::Sleep(kSoundCloseMs);
+  }
 
   // A disc of silent tracks of so many seconds each; with `dataFirst` the first is a data track.
   std::string MakeDisc(const std::string& name, const std::vector<int>& seconds,
@@ -59,6 +64,8 @@ class VirtualDrive {
     state->mediaSerial = media + 1;
     state->playSerial = play + 1;
   }
+
+  static constexpr DWORD kSoundCloseMs = 250;
 
   SharedDrive drive;
   TempFolder folder;
