@@ -41,6 +41,7 @@ add_library(
   devices/device.cpp
   devices/media/album_file.cpp
   devices/media/file_device.cpp
+  devices/media/file_drop_target.cpp
   devices/media/m3u_file.cpp
   devices/media/media_select_panel.cpp
   devices/media/open_file_dialog.cpp

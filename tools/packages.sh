@@ -4,7 +4,9 @@ packages_build=(
   python3 python3-pil librsvg2-bin fonts-liberation fluidsynth timgm6mb-soundfont)
 packages_wine=(
   wine wine64 fonts-wine libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libxcomposite1
-  x11-utils pulseaudio-utils)
+  x11-utils pulseaudio-utils
+  # MIDI files: the platform plays them with these, and with the sound font above.
+  gstreamer1.0-plugins-base gstreamer1.0-plugins-bad)
 packages_virtual_display=(xvfb imagemagick)
 packages_virtual_sound=(pulseaudio)
 packages_check=(g++ googletest clang-format clang-tidy xdotool ffmpeg)

@@ -58,7 +58,7 @@ int WidthOf(HWND list, const std::vector<std::string>& texts) {
 
 }  // namespace
 
-MediaSelectPanel::MediaSelectPanel(HWND panel, HWND dialog) : window(panel), owner(dialog) {
+MediaSelectPanel::MediaSelectPanel(HWND panel, HWND dialog) : window(panel), owner(dialog), drops(panel) {
   ::DragAcceptFiles(window, TRUE);
   // The panel's own font, in which its texts fit, lacks the letters of many languages.
   const LRESULT font = ::SendMessageA(owner, WM_GETFONT, 0, 0);

@@ -11,6 +11,7 @@
 
 #include "base/ini_document.h"
 #include "devices/media/album_store.h"
+#include "devices/media/file_drop_target.h"
 
 namespace quorvex {
 
@@ -19,7 +20,7 @@ namespace quorvex {
 class MediaSelectPanel {
  public:
   // `panel`: the window of the controls; `dialog`: the file dialog it belongs to. Shows what the store holds;
-  // `currentPlaylist` becomes the album that is selected in it.
+  // `currentPlaylist` becomes the album that is selected in it. To be ended before the window is.
   MediaSelectPanel(HWND panel, HWND dialog);
 
   // A key of the panel, or a choice in the list of albums.
@@ -43,6 +44,7 @@ class MediaSelectPanel {
 
   HWND window;
   HWND owner;
+  FileDrops drops;
   AlbumList albums;
   std::vector<std::string> content;
 };

@@ -96,7 +96,9 @@ UINT_PTR CALLBACK OpenFileDialog::Hook(HWND window, UINT message, WPARAM wParam,
 }
 
 UINT_PTR OpenFileDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (!panel) return FALSE;
   switch (message) {
+    case WM_DESTROY: panel.reset(); return FALSE;
     case WM_NOTIFY: OnNotification(*reinterpret_cast<const NMHDR*>(lParam)); return FALSE;
     case WM_COMMAND: OnCommand(LOWORD(wParam), HIWORD(wParam)); return TRUE;
     case WM_DROPFILES: panel->OnDropFiles(reinterpret_cast<HDROP>(wParam)); return TRUE;

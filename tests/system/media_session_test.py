@@ -5,7 +5,7 @@ import subprocess
 import time
 import unittest
 
-from remote import BIN, NEXT, PAUSE, PLAY, POWER, REPEAT, ROOT, STOP, WINDOWS, Remote, in_wine, wait_for, xdotool
+from remote import BIN, NEXT, PAUSE, PLAY, POWER, REPEAT, ROOT, STOP, WINDOWS, Remote, remote_control, wait_for, xdotool
 
 CONFIG, ALBUMS = WINDOWS / "quorvex.ini", WINDOWS / "mfiles.abm"
 SOUND = ["-f", "lavfi", "-i", "sine=440:duration=3"]
@@ -18,13 +18,6 @@ KINDS = {
     "song.mp3": SOUND + ["-c:a", "libmp3lame"],
     "noise.wav": SOUND + ["-c:a", "pcm_s16le"],
 }
-
-
-def remote_control(*words):
-    done = in_wine(BIN / "qvremote.exe", *map(str, words))
-    if done.returncode:
-        raise AssertionError(f"qvremote {words}: {done.stderr}")
-    return dict(line.split("=", 1) for line in done.stdout.splitlines())
 
 
 class MediaSession(unittest.TestCase):

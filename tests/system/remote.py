@@ -9,6 +9,7 @@ import subprocess
 import sys
 import tempfile
 import time
+from collections import namedtuple
 from pathlib import Path
 
 from PIL import Image
@@ -42,6 +43,43 @@ def drive(*command):
 
 def xdotool(*words):
     subprocess.run(["xdotool", *map(str, words)], check=True)
+
+
+Window = namedtuple("Window", "depth id kind left top right bottom enabled text")
+
+
+def windows():
+    """The player's visible windows and all that they contain, parents before their children."""
+    done = in_wine(TESTS / "window_tree.exe")
+    lines = [line.split("\t", 8) for line in done.stdout.splitlines()]
+    return [Window(int(depth), int(number), kind, *map(int, rest), text) for depth, number, kind, *rest, text in lines]
+
+
+def control(caption, number, kind="Button"):
+    """A control of the dialog with this caption, waited for."""
+    def find():
+        inside = False
+        for window in windows():
+            inside = window.text == caption if window.depth == 0 else inside
+            if inside and (window.id, window.kind) == (number, kind):
+                return window
+        return None
+    return wait_for(find)
+
+
+def click_in(window, x=None, y=None, *more):
+    """Clicks a place in a window, by default its middle. `more`: what xdotool is to do after it."""
+    across = (window.right - window.left) // 2 if x is None else x
+    down = (window.bottom - window.top) // 2 if y is None else y
+    xdotool("mousemove", window.left + across, window.top + down, "click", 1, *more)
+
+
+def remote_control(*words):
+    """What qvremote says, by name."""
+    done = in_wine(BIN / "qvremote.exe", *map(str, words))
+    if done.returncode:
+        raise AssertionError(f"qvremote {words}: {done.stderr}")
+    return dict(line.split("=", 1) for line in done.stdout.splitlines())
 
 
 def wait_for(what, limit=10.0, every=0.05):
