@@ -290,6 +290,9 @@ bool CFileDevice::HandleComplete() {
 }
 
 bool CFileDevice::Close() {
+  // A graph that still runs may be held by a stream that is just ending, and would then be taken down on that
+  // stream's thread.
+  if (mediaControl) mediaControl->Stop();
   graph.Reset();
   mediaControl.Reset();
   mediaSeeking.Reset();

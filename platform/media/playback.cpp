@@ -12,8 +12,9 @@ namespace {
 constexpr std::size_t kEnoughPackets = 40;
 constexpr std::size_t kMostBytes = std::size_t{64} << 20;
 
-// Receivers are COM objects; the threads that call them belong to no single apartment.
-class ComThread {
+// Receivers are COM objects; the threads that call them belong to no single apartment, and need this module
+// for as long as they run.
+class ComThread : ModuleUser {
  public:
   ComThread() { ::CoInitializeEx(nullptr, COINIT_MULTITHREADED); }
   ComThread(const ComThread&) = delete;
@@ -40,7 +41,15 @@ void Playback::Halt() {
   file.Interrupt(true);
   buffers->Abort();
   for (const Track& track : playing) track.pin->DeliverBeginFlush();
-  for (std::thread& thread : threads) thread.join();
+  for (std::thread& thread : threads) {
+    // A receiver that is told the end may give up the last reference to the graph: then this is that stream's
+    // own thread, which does nothing more.
+    if (thread.get_id() == std::this_thread::get_id()) {
+      thread.detach();
+    } else {
+      thread.join();
+    }
+  }
   threads.clear();
   for (const Track& track : playing) track.pin->DeliverEndFlush();
   file.Interrupt(false);
@@ -66,7 +75,7 @@ void Playback::Work(std::size_t index, const Segment& segment) {
   track.pin->DeliverNewSegment(segment.start, segment.stop);
   const Fed fed = FeedAll(index);
   buffers->Close(index);
-  if (fed == Fed::kOver) track.pin->DeliverEndOfStream();
+  if (fed == Fed::kOver) track.pin->DeliverEndOfStream();  // after this the whole filter may be gone
 }
 
 // All packets of a track; answers why it ended: kOver when nothing more is to come, kRefused when nothing

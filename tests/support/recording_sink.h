@@ -13,6 +13,7 @@
 
 #include <condition_variable>
 #include <cstdint>
+#include <functional>
 #include <mutex>
 #include <vector>
 
@@ -98,6 +99,9 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
     return cued ? S_OK : VFW_S_STATE_INTERMEDIATE;
   }
 
+  // Done on the stream's thread when the end is told.
+  std::function<void()> atEnd;
+
  private:
   bool IsCued() { return segments.back().ended || !segments.back().samples.empty(); }
 
@@ -163,6 +167,7 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
       segments.back().ended = true;
       changed.notify_all();
     }
+    if (atEnd) atEnd();
     FILTER_INFO info{};
     QueryFilterInfo(&info);
     const auto joined = ComPtr<IFilterGraph>::Attach(info.pGraph);

@@ -1,6 +1,7 @@
-// window_tree  Prints the visible windows of the player and what they contain, one a line: depth, control number, class, place on the
-// screen (left top right bottom), whether it is enabled, text; parted by tabs. Windows inside a program's window are no windows of the
-// X display, so the tests of the whole program find the keys of its dialogs by this.
+// window_tree  Prints the visible windows of the player and what they contain, one a line: depth, control
+// number, class, place on the screen (left top right bottom), whether it is enabled, text; parted by tabs.
+// Windows inside a program's window are no windows of the X display, so the tests of the whole program find
+// the keys of its dialogs by this.
 #include <windows.h>
 
 #include <algorithm>

@@ -284,6 +284,23 @@ TEST_F(MediaSourceTest, StopPauseAndReleaseAreQuickInEveryState) {
   }
 }
 
+TEST_F(MediaSourceTest, AReceiverMayStopItFromItsStream) {
+  // As a renderer does that gives up the last reference to the graph when it is told the end.
+  MediaGraph graph;
+  graph.AddSinks();
+  ASSERT_EQ(graph.Render(MediaPath("sound.mp3").wstring()), S_OK);
+  std::atomic<bool> stopped = false;
+  graph.sounds->atEnd = [&, source = graph.FilterOf(kMediaSourceUnderTest)] {
+    source->Stop();
+    stopped = true;
+  };
+  ASSERT_EQ(graph.Seek(3 * kSecond), S_OK);
+  graph.control->Run();
+  EXPECT_TRUE(PumpUntil([&] { return stopped.load(); }));
+  graph.sounds->atEnd = nullptr;
+  EXPECT_EQ(graph.Release(), 0U);
+}
+
 // Calls an exported function without parameters.
 HRESULT Call(HMODULE module, const char* name) {
   using Function = HRESULT (*)();
