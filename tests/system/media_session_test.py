@@ -1,6 +1,8 @@
 #!/usr/bin/python3
 """A session with media files, as a user has it: opened by qvremote, played one after the other, the film's window worked with the mouse."""
 
+import array
+import struct
 import subprocess
 import time
 import unittest
@@ -18,6 +20,24 @@ KINDS = {
     "song.mp3": SOUND + ["-c:a", "libmp3lame"],
     "noise.wav": SOUND + ["-c:a", "pcm_s16le"],
 }
+# Two files more, by way of a list in the words of Windows and Unix.
+LIST = "; mine\r\n\r\nsong.mp3\nnoise.wav\r\n"
+
+
+def midi_scale():
+    """A Standard MIDI File: six notes of half a second each."""
+    notes = b"".join(bytes([0, 0x90, 60 + step, 100, 0x83, 0x60, 0x80, 60 + step, 0]) for step in range(6))
+    track = notes + b"\x00\xff\x2f\x00"
+    return b"MThd" + struct.pack(">IHHH", 6, 0, 1, 480) + b"MTrk" + struct.pack(">I", len(track)) + track
+
+
+def loudness(seconds):
+    """How loud the sound device plays: the largest sample of the next seconds."""
+    command = ["parec", "--device=sink.monitor", "--format=s16le", "--rate=44100", "--channels=1", "--latency-msec=50"]
+    with subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as recorder:
+        samples = array.array("h", recorder.stdout.read(int(seconds * 44100) * 2))
+        recorder.kill()
+    return max(map(abs, samples))
 
 
 class MediaSession(unittest.TestCase):
@@ -52,17 +72,22 @@ class MediaSession(unittest.TestCase):
         self.remote.start()
         time.sleep(1.5)
         files = [self.make(name, arguments) for name, arguments in KINDS.items()]
+        files += [self.folder / "tune.mid", self.folder / "list.m3u"]
+        files[-2].write_bytes(midi_scale())
+        files[-1].write_text(LIST)
+        names = [*KINDS, "tune.mid", "song.mp3", "noise.wav"]
         remote_control("open", *files)
-        for number, name in enumerate(KINDS, 1):
-            self.remote.sees(lambda picture: (picture.number(6), picture.number(9)) == (str(number), str(len(KINDS))), 15)
+        for number, name in enumerate(names, 1):
+            self.remote.sees(lambda picture: (picture.number(6), picture.number(9)) == (str(number), str(len(names))), 15)
             self.remote.sees_text(name)
-            self.assertEqual(self.frame() is not None, not name.endswith(("mp3", "wav")))
+            self.assertEqual(self.frame() is not None, name.endswith(("mpg", "avi", "mov")))
+            self.assertGreater(loudness(0.5), 200, name)
             wait_for(lambda: self.remote.look().time() == "00:00:02", 10)
         wait_for(lambda: remote_control("state")["state"] == "stopped", 10)
         self.assertEqual(remote_control("state")["time"], "00:00:00.0")
         self.remote.click(POWER)
         self.assertEqual(self.remote.ended(), 0)
-        self.assertIn(b"Tracks=5", ALBUMS.read_bytes())
+        self.assertIn(b"Tracks=8", ALBUMS.read_bytes())
 
     def test_the_video_window_is_worked_with_the_mouse(self):
         film = self.make("long film.mpg", ["-f", "lavfi", "-i", "testsrc=size=480x360:rate=25:duration=60", "-c:v", "mpeg2video"])
