@@ -47,6 +47,7 @@ add_library(
   devices/media/open_file_dialog.cpp
   devices/media/playlist_title_dialog.cpp
   devices/media/preview_playlist.cpp
+  devices/media/render_file.cpp
   devices/shared_state.cpp
   devices/tv/capture_devices.cpp
   panel/accessible_object.cpp

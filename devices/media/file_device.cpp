@@ -11,6 +11,7 @@
 
 #include "base/ini_file.h"
 #include "devices/current_device.h"
+#include "devices/media/render_file.h"
 #include "devices/shared_state.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
@@ -129,7 +130,7 @@ bool CFileDevice::Open() {
   SetDisplayText("Loading...");
   std::array<wchar_t, MAX_PATH> wide{};
   ::MultiByteToWideChar(CP_ACP, 0, filePath.c_str(), -1, wide.data(), static_cast<int>(wide.size()));
-  result = graph->RenderFile(wide.data(), nullptr);
+  result = RenderMediaFile(graph.Get(), wide.data());
   ReportErrorIf(result, filePath + "\r\n\nCannot playback file.  Unsupported file format.");
   return SUCCEEDED(result);
 }
