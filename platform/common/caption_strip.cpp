@@ -10,7 +10,8 @@ struct Rgb {
   int red, green, blue;
 };
 
-// In the order of CaptionColor. Pure blue could not be read.
+// In the order of CaptionColor. Pure blue could not be read; black is meant for coloured grounds, which are
+// not drawn.
 constexpr std::array<Rgb, 8> kColors{{{255, 255, 255},
                                       {0, 255, 0},
                                       {80, 80, 255},
@@ -18,7 +19,7 @@ constexpr std::array<Rgb, 8> kColors{{{255, 255, 255},
                                       {255, 0, 0},
                                       {255, 255, 0},
                                       {255, 0, 255},
-                                      {0, 0, 0}}};
+                                      {150, 150, 150}}};
 
 // The safe area, which no television cuts off, is the middle eight tenths; it holds the columns and two
 // margins.
@@ -27,14 +28,20 @@ constexpr int kColumnsWithMargins = CaptionScreen::kColumns + 2;
 
 int OutlineRadius(Size picture) { return std::max(1, picture.height / 240); }
 
-// Every value becomes the highest of those up to `radius` places before and behind it.
-void Spread(std::vector<std::uint8_t>& values, int count, int length, int step, int lineStep, int radius) {
+// Lines of values in one direction: how many there are, how long, and how far apart lines and values lie.
+struct Grain {
+  std::size_t lines, length, lineStep, step;
+};
+
+// Every value becomes the highest of those up to `radius` places before and behind it in its line.
+void Spread(std::vector<std::uint8_t>& values, const Grain& grain, std::size_t radius) {
   const std::vector<std::uint8_t> before = values;
-  for (int line = 0; line < count; ++line) {
-    for (int at = 0; at < length; ++at) {
-      auto& value = values[static_cast<std::size_t>(line * lineStep + at * step)];
-      for (int from = std::max(0, at - radius); from <= std::min(length - 1, at + radius); ++from) {
-        value = std::max(value, before[static_cast<std::size_t>(line * lineStep + from * step)]);
+  for (std::size_t line = 0; line < grain.lines; ++line) {
+    for (std::size_t at = 0; at < grain.length; ++at) {
+      std::uint8_t& value = values[line * grain.lineStep + at * grain.step];
+      const std::size_t end = std::min(grain.length, at + radius + 1);
+      for (std::size_t from = at - std::min(at, radius); from < end; ++from) {
+        value = std::max(value, before[line * grain.lineStep + from * grain.step]);
       }
     }
   }
@@ -94,8 +101,11 @@ void CaptionStrip::Back(const CaptionRow& cells) {
 
 void CaptionStrip::Outline(std::span<const std::uint8_t> coverage, int radius) {
   std::vector<std::uint8_t> reach(coverage.begin(), coverage.end());
-  Spread(reach, box.Height(), box.Width(), 1, box.Width(), radius);
-  Spread(reach, box.Width(), box.Height(), box.Width(), 1, radius);
+  const auto width = static_cast<std::size_t>(box.Width());
+  const auto height = static_cast<std::size_t>(box.Height());
+  const auto around = static_cast<std::size_t>(radius);
+  Spread(reach, {.lines = height, .length = width, .lineStep = width, .step = 1}, around);
+  Spread(reach, {.lines = width, .length = height, .lineStep = 1, .step = width}, around);
   std::transform(reach.begin(), reach.end(), pixels.begin(),
                  [](std::uint8_t opacity) { return Pixel{.opacity = opacity}; });
 }

@@ -6,7 +6,7 @@ A disc NAME is FOLDER/NAME/VIDEO_TS, and FOLDER/NAME.iso where ISOS names it. A 
 Sound: a tone (its pitch tells the track), loud in the first 0.2 s of every chapter, low between.
 
 chapters   NTSC 4:3, one title of 25 chapters (film 1), AC-3 440 Hz; no menu, begins at once
-captions   the same with closed captions (discs/captions.py)
+captions   the same with closed captions (discs/captions.py); captions.txt says what is to be seen when
 streams    the same with four sounds: AC-3 en 440 Hz, MPEG layer 2 without a language 880 Hz, LPCM fr 1320 Hz, DTS de 1760 Hz; four subtitles,
            shown in the second half of every chapter: en (white), none (cyan), fr (magenta), de (green)
 menus      begins with an intro of the VMGM (film 100), then its title menu (film 101; buttons: root menu of set 1, title 2). Set 1: root menu (film 102)
@@ -105,6 +105,7 @@ def make_plain_discs(shop, film):
     plain = shop.programme("plain", film, CHAPTERS)
     shop.author("chapters", f"<vmgm/>{titleset([title(vob(plain, CHAPTERS))], languages=sound_languages('en'))}")
     captioned = shop.parts / "captioned.m2v"
+    (shop.folder / "captions.txt").write_text(captions.shown_text())
     captioned.write_bytes(captions.insert(film.read_bytes(), CHAPTERS * 2 * NTSC.group))
     video = '<video caption="field1"/>'
     shop.author("captions", f"<vmgm/>{titleset([title(vob(shop.programme('captioned', captioned, CHAPTERS), CHAPTERS))], languages=video)}")
