@@ -232,7 +232,7 @@ void Line21Decoder::ReturnCarriage() {
   if (style == Style::kRollUp) {
     const int top = base - depth + 1;
     RollUp(screen, top, base);
-    std::fill(screen.cells.begin(), screen.cells.begin() + top, CaptionScreen{}.cells[0]);
+    std::fill(screen.cells.begin(), screen.cells.begin() + top, CaptionRow{});
     writer.BeginRow(base);
   } else if (style == Style::kText) {
     if (writer.Row() == kLastRow) RollUp(screen, 0, kLastRow);

@@ -203,7 +203,7 @@ TEST(Line21Decoder, EveryChannelIsItsOwn) {
       int field, number;
     } parts[]{{"{RU2}{CR}C1", 1, 1},
               {"{RU2}{CR}{14:0}C2", 1, 2},
-              {"{RU2}{CR}C3", 2, 1},
+              {"{0x1525}{0x152D}C3", 2, 1},
               {"{RU2}{CR}{13:0}C4", 2, 2},
               {"{TR}T1", 1, 1},
               {"{TR}T2", 1, 2},
