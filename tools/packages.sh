@@ -9,4 +9,4 @@ packages_wine=(
   gstreamer1.0-plugins-base gstreamer1.0-plugins-bad)
 packages_virtual_display=(xvfb imagemagick)
 packages_virtual_sound=(pulseaudio)
-packages_check=(g++ googletest clang-format clang-tidy xdotool ffmpeg)
+packages_check=(g++ googletest clang-format clang-tidy xdotool ffmpeg dvdauthor genisoimage)
