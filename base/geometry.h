@@ -34,6 +34,10 @@ struct Rect {
   friend constexpr bool operator==(const Rect&, const Rect&) = default;
 };
 
+constexpr Rect Shifted(const Rect& rect, Point by) {
+  return {rect.left + by.x, rect.top + by.y, rect.right + by.x, rect.bottom + by.y};
+}
+
 // Half of a length, rounding down also below zero, as an arithmetic shift does.
 constexpr int Half(int length) { return length >> 1; }
 

@@ -4,6 +4,7 @@
 
 #include "devices/number_entry.h"
 #include "devices/shared_state.h"
+#include "mixer/mixer.h"
 #include "panel/control_panel.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
