@@ -28,6 +28,9 @@ struct Rect {
   [[nodiscard]] constexpr bool Contains(Point point) const {
     return point.x >= left && point.x < right && point.y >= top && point.y < bottom;
   }
+  [[nodiscard]] constexpr bool Contains(const Rect& other) const {
+    return other.left >= left && other.right <= right && other.top >= top && other.bottom <= bottom;
+  }
   [[nodiscard]] constexpr bool Intersects(const Rect& other) const {
     return left < other.right && other.left < right && top < other.bottom && other.top < bottom;
   }

@@ -118,7 +118,7 @@ void OnScreenDisplay::ShowOsdLevel(int segmentCount, const AdjustmentInfo& spec)
 }
 
 void OnScreenDisplay::CreateOsdLevelWindows(int segmentCount, const AdjustmentInfo& spec) {
-  level = 0;
+  level = OsdLevelOf(adjustmentInfo, segmentCount);
   levelSpec = spec;
   for (int i = 0; i < segmentCount; ++i) segments.push_back({CreateElement("", WS_VISIBLE), {}});
   titleWindow = CreateElement(spec.title, 0);
@@ -140,8 +140,7 @@ void OnScreenDisplay::LayoutOsdText() {
 }
 
 void OnScreenDisplay::LayoutOsdLevel() {
-  if (segments.empty()) return;
-  SetOsdLevel(level);
+  PlaceSegments();
   if (titleWindow == nullptr) return;
   const Size area = AreaSize();
   const OsdLevelPlaces places = PlaceOsdLevel(area, static_cast<int>(segments.size()));
@@ -178,16 +177,17 @@ void OnScreenDisplay::RefreshOsdLevel() {
 }
 
 void OnScreenDisplay::SetOsdLevel(int shownLevel) {
-  const bool whole = std::all_of(segments.begin(), segments.end(),
-                                 [](const OsdSegment& segment) { return segment.window != nullptr; });
-  if (segments.empty() || !whole) return;
   level = shownLevel;
-  PlaceSegments();
+  if (PlaceSegments()) RefreshStillPicture();
 }
 
 // A step of the level moves one or two segments; the others are left alone, for every move costs a round trip
-// to the window system.
-void OnScreenDisplay::PlaceSegments() {
+// to the window system. Answers whether one left a part of the picture that it lay over.
+bool OnScreenDisplay::PlaceSegments() {
+  bool uncovered = false;
+  const bool whole = std::all_of(segments.begin(), segments.end(),
+                                 [](const OsdSegment& segment) { return segment.window != nullptr; });
+  if (!whole) return uncovered;
   const int count = static_cast<int>(segments.size());
   const OsdLevelPlaces places = PlaceOsdLevel(AreaSize(), count);
   const Point origin = AreaOrigin();
@@ -198,8 +198,10 @@ void OnScreenDisplay::PlaceSegments() {
     const Rect rect = Shifted(large ? place.large : place.small, origin);
     if (rect == segment.shown) continue;
     Move(segment.window, rect);
+    uncovered = uncovered || (segment.shown != Rect{} && !rect.Contains(segment.shown));
     segment.shown = rect;
   }
+  return uncovered;
 }
 
 void OnScreenDisplay::RestartHideTimer() {

@@ -55,7 +55,7 @@ class OnScreenDisplay {
   void LayoutOsdLevel();
   void LayoutOsdText();
   void SetOsdLevel(int shownLevel);
-  void PlaceSegments();
+  bool PlaceSegments();
   void CreateOsdLevelWindows(int segmentCount, const AdjustmentInfo& spec);
   void CreateOsdTextWindow(const std::string& text);
   bool TakeDown();
