@@ -12,9 +12,20 @@
 namespace quorvex {
 
 bool muted = false;
+const MixerFunctions kWinmmMixer{
+    ::mixerGetNumDevs,
+    ::mixerGetDevCapsA,
+    ::mixerOpen,
+    ::mixerClose,
+    ::mixerGetLineInfoA,
+    ::mixerGetLineControlsA,
+    ::mixerGetControlDetailsA,
+    ::mixerSetControlDetails,
+};
 
 namespace {
 
+constexpr DWORD kByHandle = MIXER_OBJECTF_HMIXER;
 constexpr std::uint32_t kNoControl = 65535;
 constexpr std::uint32_t kNoSpeakers = 255;
 
@@ -67,8 +78,8 @@ bool ReadControls(const MixerState& opened, MixerDestination& destination) {
   wanted.cControls = destination.line.cControls;
   wanted.cbmxctrl = sizeof(MIXERCONTROLA);
   wanted.pamxctrl = destination.controls.data();
-  if (opened.functions.getLineControls(opened.Object(), &wanted,
-                                       MIXER_GETLINECONTROLSF_ALL | MIXER_OBJECTF_HMIXER) != MMSYSERR_NOERROR)
+  if (opened.functions.getLineControls(opened.Object(), &wanted, MIXER_GETLINECONTROLSF_ALL | kByHandle) !=
+      MMSYSERR_NOERROR)
     return false;
   // Of several controls of one type the last one counts.
   for (std::uint32_t i = 0; i < destination.controls.size(); ++i) {
@@ -83,7 +94,7 @@ bool ReadDestination(const MixerState& opened, DWORD index, MixerDestination& de
   destination.line.cbStruct = sizeof destination.line;
   destination.line.dwDestination = index;
   opened.functions.getLineInfo(opened.Object(), &destination.line,
-                               MIXER_GETLINEINFOF_DESTINATION | MIXER_OBJECTF_HMIXER);
+                               MIXER_GETLINEINFOF_DESTINATION | kByHandle);
   return ReadControls(opened, destination);
 }
 

@@ -19,15 +19,6 @@ struct MixerFunctions {
 };
 
 // Those of winmm.
-inline constexpr MixerFunctions kWinmmMixer{
-    ::mixerGetNumDevs,
-    ::mixerGetDevCapsA,
-    ::mixerOpen,
-    ::mixerClose,
-    ::mixerGetLineInfoA,
-    ::mixerGetLineControlsA,
-    ::mixerGetControlDetailsA,
-    ::mixerSetControlDetails,
-};
+extern const MixerFunctions kWinmmMixer;
 
 }  // namespace quorvex
