@@ -28,11 +28,18 @@ struct Rect {
   [[nodiscard]] constexpr bool Contains(Point point) const {
     return point.x >= left && point.x < right && point.y >= top && point.y < bottom;
   }
+  [[nodiscard]] constexpr bool Contains(const Rect& other) const {
+    return other.left >= left && other.right <= right && other.top >= top && other.bottom <= bottom;
+  }
   [[nodiscard]] constexpr bool Intersects(const Rect& other) const {
     return left < other.right && other.left < right && top < other.bottom && other.top < bottom;
   }
   friend constexpr bool operator==(const Rect&, const Rect&) = default;
 };
+
+constexpr Rect Shifted(const Rect& rect, Point by) {
+  return {rect.left + by.x, rect.top + by.y, rect.right + by.x, rect.bottom + by.y};
+}
 
 // Half of a length, rounding down also below zero, as an arithmetic shift does.
 constexpr int Half(int length) { return length >> 1; }

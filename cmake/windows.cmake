@@ -34,6 +34,7 @@ add_library(
   base/file_bytes.cpp
   base/full_path.cpp
   base/ini_file.cpp
+  devices/audio_adjustment.cpp
   devices/cd/cd_device.cpp
   devices/cd/cd_drive.cpp
   devices/cd/mci_error.cpp
@@ -50,6 +51,7 @@ add_library(
   devices/media/render_file.cpp
   devices/shared_state.cpp
   devices/tv/capture_devices.cpp
+  mixer/mixer.cpp
   panel/accessible_object.cpp
   panel/control_panel.cpp
   panel/main_window.cpp

@@ -4,9 +4,11 @@
 
 #include "devices/number_entry.h"
 #include "devices/shared_state.h"
+#include "mixer/mixer.h"
 #include "panel/control_panel.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
+#include "video/video_window.h"
 
 namespace quorvex {
 namespace {
@@ -42,6 +44,7 @@ bool CDevice::Pause() {
   }
   mediaControl->Pause();
   SetPlayState(PlayState::kPaused);
+  RefreshStillPicture();  // a renderer that is paused may have gone on to the next picture
   return true;
 }
 
@@ -87,7 +90,7 @@ void CDevice::SetPlayState(PlayState state) {
 }
 
 void CDevice::RefreshStillPicture() {
-  if (playState != PlayState::kPaused || !mediaSeeking) return;
+  if (playState != PlayState::kPaused || !mediaSeeking || !theVideoWindow) return;
   LONGLONG position = 0;
   if (FAILED(mediaSeeking->GetCurrentPosition(&position))) return;
   mediaSeeking->SetPositions(&position, AM_SEEKING_AbsolutePositioning, nullptr, AM_SEEKING_NoPositioning);

@@ -5,8 +5,8 @@ namespace quorvex {
 DeviceType currentDeviceType = DeviceType::kNone;
 int currentCaptureDevice = -1;
 int startCaptureDevice = -1;
-bool muted = false;
 bool dvdAvailable = false;
+bool mixerAvailable = false;
 std::string configPath;
 std::string mediaAlbumPath;
 std::string cdAlbumPath;

@@ -14,11 +14,9 @@ extern DeviceType currentDeviceType;
 extern int currentCaptureDevice;
 extern int startCaptureDevice;
 
-// Whether the sound is muted, whatever the device.
-extern bool muted;
-
-// Whether a DVD could be played at start-up.
+// Whether a DVD could be played at start-up, and whether there was a mixer.
 extern bool dvdAvailable;
+extern bool mixerAvailable;
 
 // The files in the Windows directory: quorvex.ini, mfiles.abm, cd.abm.
 extern std::string configPath;

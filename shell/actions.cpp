@@ -2,11 +2,33 @@
 
 #include <windows.h>
 
+#include "devices/audio_adjustment.h"
 #include "devices/current_device.h"
+#include "devices/shared_state.h"
+#include "mixer/mixer.h"
 #include "panel/main_window.h"
+#include "panel/status_display.h"
 #include "video/video_window.h"
 
 namespace quorvex {
+namespace {
+
+using DeviceOperation = bool (CDevice::*)();
+
+// An arrow key works on the level bar that is shown, of the sound or of the picture; else it may have another
+// use for the device (or null).
+void Arrow(void (*onSound)(), DeviceOperation onPicture, DeviceOperation otherwise) {
+  if (!currentDevice) return;
+  if (!IsOsdLevelShown()) {
+    if (otherwise != nullptr) (currentDevice.get()->*otherwise)();
+  } else if (IsAudioAdjustment()) {
+    onSound();
+  } else {
+    (currentDevice.get()->*onPicture)();
+  }
+}
+
+}  // namespace
 
 void PlayAtRate(double rate) {
   if (!currentDevice) return;
@@ -14,20 +36,16 @@ void PlayAtRate(double rate) {
   currentDevice->Play(0, 0);
 }
 
-void PressUp() {
-  if (currentDevice) IsOsdLevelShown() ? currentDevice->AdjustUp() : currentDevice->Up();
-}
+void PressUp() { Arrow(NextAudioAdjustment, &CDevice::AdjustUp, &CDevice::Up); }
 
-void PressDown() {
-  if (currentDevice) IsOsdLevelShown() ? currentDevice->AdjustDown() : currentDevice->Down();
-}
+void PressDown() { Arrow(PreviousAudioAdjustment, &CDevice::AdjustDown, &CDevice::Down); }
 
-void PressRight() {
-  if (currentDevice && IsOsdLevelShown()) currentDevice->Increase();
-}
+void PressRight() { Arrow(IncreaseAudio, &CDevice::Increase, nullptr); }
 
-void PressLeft() {
-  if (currentDevice && IsOsdLevelShown()) currentDevice->Decrease();
+void PressLeft() { Arrow(DecreaseAudio, &CDevice::Decrease, nullptr); }
+
+void PressMute() {
+  if (mixerAvailable && !ToggleMute()) SetDisplayText("No mute control");
 }
 
 void ToggleFullScreen() {

@@ -12,6 +12,9 @@ void PressDown();
 void PressRight();
 void PressLeft();
 
+// The Mute key.
+void PressMute();
+
 void ToggleFullScreen();
 void HidePlayer();
 void Power();

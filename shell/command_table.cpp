@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "devices/audio_adjustment.h"
 #include "devices/current_device.h"
 #include "panel/commands.h"
 #include "shell/actions.h"
@@ -77,7 +78,7 @@ constexpr auto kTable = std::to_array<CommandRow>({
     {kCommandUp, Plain(VK_UP), PressUp},
     {kCommandDown, Plain(VK_DOWN), PressDown},
     {kCommandScanMode, kNoKey, Nothing},
-    {kCommandMute, kNoKey, Nothing},
+    {kCommandMute, kNoKey, PressMute},
     {kCommandMenu, Control('M'), OnDevice<&CDevice::ShowMenu, 3>},
     {kCommandStreamMenu, Control('L'), OnDevice<&CDevice::ShowStreamMenu>},
     {kCommandSetup, kNoKey, Nothing},
@@ -90,7 +91,7 @@ constexpr auto kTable = std::to_array<CommandRow>({
     {kCommandF5 + 2, Plain(VK_F7), Nothing},
     {kCommandF5 + 3, Plain(VK_F8), Nothing},
     {kCommandRandom, kNoKey, OnDevice<&CDevice::ToggleRandom>},
-    {kCommandAudioAdjustment, kNoKey, Nothing},
+    {kCommandAudioAdjustment, kNoKey, ShowAudioAdjustment},
     {kCommandVideoAdjustment, kNoKey, OnDevice<&CDevice::ShowVideoAdjustment>},
 });
 

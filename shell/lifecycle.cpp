@@ -2,6 +2,7 @@
 
 #include "devices/current_device.h"
 #include "devices/shared_state.h"
+#include "mixer/mixer.h"
 #include "panel/main_window.h"
 #include "panel/skin.h"
 #include "panel/status_display.h"
@@ -35,6 +36,9 @@ void StartSequence() { ::SetTimer(mainWindow, kLampTestTimer, kLampTestDelayMs, 
 
 void BeginLampTest() {
   ::KillTimer(mainWindow, kLampTestTimer);
+  // The platform's sound wakes for it, which takes longer than the rest of the start: so the panel is there
+  // first.
+  mixerAvailable = OpenMixer();
   SetAllDisplayElements(true);
   ::SetTimer(mainWindow, kVersionTimer, kLampTestMs, nullptr);
 }

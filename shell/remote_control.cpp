@@ -9,6 +9,7 @@
 #include "base/handles.h"
 #include "devices/current_device.h"
 #include "devices/shared_state.h"
+#include "mixer/mixer.h"
 #include "panel/accessible_text.h"
 #include "panel/commands.h"
 #include "panel/main_window.h"

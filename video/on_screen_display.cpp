@@ -50,19 +50,21 @@ Point AreaOrigin() {
   return {corner.x, corner.y};
 }
 
+// Makes an element that shows nothing yet.
 HWND CreateElement(const std::string& text, DWORD visible) {
   const HWND host = Host();
   const DWORD style = (host != nullptr ? WS_CHILD : WS_POPUP) | visible;
   const DWORD extended = host != nullptr ? 0 : WS_EX_TOPMOST | WS_EX_TOOLWINDOW;
-  return ::CreateWindowExA(extended, kOsdClass, text.c_str(), style, 0, 0, 1, 1, host, nullptr, instance,
+  return ::CreateWindowExA(extended, kOsdClass, text.c_str(), style, 0, 0, 0, 0, host, nullptr, instance,
                            nullptr);
 }
 
-void Place(HWND element, const Rect& rect) {
-  const Point origin = AreaOrigin();
-  ::SetWindowPos(element, nullptr, origin.x + rect.left, origin.y + rect.top, rect.Width(), rect.Height(),
+void Move(HWND element, const Rect& rect) {
+  ::SetWindowPos(element, nullptr, rect.left, rect.top, rect.Width(), rect.Height(),
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }
+
+void Place(HWND element, const Rect& rect) { Move(element, Shifted(rect, AreaOrigin())); }
 
 std::string TextOf(HWND element) {
   char text[kLongestOsdText * 4 + 1] = "";
@@ -116,15 +118,16 @@ void OnScreenDisplay::ShowOsdLevel(int segmentCount, const AdjustmentInfo& spec)
 }
 
 void OnScreenDisplay::CreateOsdLevelWindows(int segmentCount, const AdjustmentInfo& spec) {
-  level = 0;
+  level = OsdLevelOf(adjustmentInfo, segmentCount);
   levelSpec = spec;
-  for (int i = 0; i < segmentCount; ++i) segments.push_back(CreateElement("", WS_VISIBLE));
+  for (int i = 0; i < segmentCount; ++i) segments.push_back({CreateElement("", WS_VISIBLE), {}});
   titleWindow = CreateElement(spec.title, 0);
 }
 
 void OnScreenDisplay::LayoutOsd() {
   LayoutOsdLevel();
   LayoutOsdText();
+  RefreshStillPicture();
 }
 
 void OnScreenDisplay::LayoutOsdText() {
@@ -137,8 +140,7 @@ void OnScreenDisplay::LayoutOsdText() {
 }
 
 void OnScreenDisplay::LayoutOsdLevel() {
-  if (segments.empty()) return;
-  SetOsdLevel(level);
+  PlaceSegments();
   if (titleWindow == nullptr) return;
   const Size area = AreaSize();
   const OsdLevelPlaces places = PlaceOsdLevel(area, static_cast<int>(segments.size()));
@@ -175,17 +177,31 @@ void OnScreenDisplay::RefreshOsdLevel() {
 }
 
 void OnScreenDisplay::SetOsdLevel(int shownLevel) {
-  const bool whole =
-      std::all_of(segments.begin(), segments.end(), [](HWND window) { return window != nullptr; });
-  if (segments.empty() || !whole) return;
   level = shownLevel;
+  if (PlaceSegments()) RefreshStillPicture();
+}
+
+// A step of the level moves one or two segments; the others are left alone, for every move costs a round trip
+// to the window system. Answers whether one left a part of the picture that it lay over.
+bool OnScreenDisplay::PlaceSegments() {
+  bool uncovered = false;
+  const bool whole = std::all_of(segments.begin(), segments.end(),
+                                 [](const OsdSegment& segment) { return segment.window != nullptr; });
+  if (!whole) return uncovered;
   const int count = static_cast<int>(segments.size());
   const OsdLevelPlaces places = PlaceOsdLevel(AreaSize(), count);
+  const Point origin = AreaOrigin();
   for (int i = 0; i < count; ++i) {
     const OsdSegmentPlace& place = places.segments[static_cast<std::size_t>(i)];
     const bool large = IsOsdSegmentLarge(i, level, count, levelSpec.barMode);
-    Place(segments[static_cast<std::size_t>(i)], large ? place.large : place.small);
+    OsdSegment& segment = segments[static_cast<std::size_t>(i)];
+    const Rect rect = Shifted(large ? place.large : place.small, origin);
+    if (rect == segment.shown) continue;
+    Move(segment.window, rect);
+    uncovered = uncovered || (segment.shown != Rect{} && !rect.Contains(segment.shown));
+    segment.shown = rect;
   }
+  return uncovered;
 }
 
 void OnScreenDisplay::RestartHideTimer() {
@@ -194,28 +210,28 @@ void OnScreenDisplay::RestartHideTimer() {
 }
 
 void OnScreenDisplay::HideOsd() {
+  if (TakeDown()) RefreshStillPicture();
+}
+
+// Answers whether there was anything.
+bool OnScreenDisplay::TakeDown() {
   if (hideTimer != 0) ::KillTimer(mainWindow, kOsdTimer);
   hideTimer = 0;
   levelShown = false;
-  if (DestroyOsdWindows()) RefreshStillPicture();
+  return DestroyOsdWindows();
 }
 
-// Answers whether there were any.
 bool OnScreenDisplay::DestroyOsdWindows() {
-  std::vector<HWND> elements = std::move(segments);
-  elements.insert(elements.end(), {titleWindow, textWindow});
-  ResetOsd();
-  std::erase(elements, nullptr);
-  for (const HWND element : elements) ::ShowWindow(element, SW_HIDE);
-  for (const HWND element : elements) ::DestroyWindow(element);
-  return !elements.empty();
-}
-
-void OnScreenDisplay::ResetOsd() {
+  std::vector<HWND> elements{titleWindow, textWindow};
+  for (const OsdSegment& segment : segments) elements.push_back(segment.window);
   segments.clear();
   titleWindow = nullptr;
   textWindow = nullptr;
   osdFont.Reset();
+  std::erase(elements, nullptr);
+  for (const HWND element : elements) ::ShowWindow(element, SW_HIDE);
+  for (const HWND element : elements) ::DestroyWindow(element);
+  return !elements.empty();
 }
 
 }  // namespace quorvex

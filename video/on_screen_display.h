@@ -41,21 +41,24 @@ class OnScreenDisplay {
   // Lays everything out anew: the picture has another place or size.
   void LayoutOsd();
 
-  // Forgets the elements: they went with the renderer's window that they belonged to.
-  void ResetOsd();
+  // A new video window is made: what still lies on the desktop, or belonged to an earlier window, goes.
+  void ResetOsd() { HideOsd(); }
 
  protected:
-  ~OnScreenDisplay() = default;
+  ~OnScreenDisplay() { TakeDown(); }
 
-  // Shows the picture again where an element lay over it. A running film does so by itself.
+  // Shows the picture again where an element lay over it, or at its new size. A running film does so by
+  // itself.
   virtual void RefreshStillPicture() {}
 
  private:
   void LayoutOsdLevel();
   void LayoutOsdText();
   void SetOsdLevel(int shownLevel);
+  bool PlaceSegments();
   void CreateOsdLevelWindows(int segmentCount, const AdjustmentInfo& spec);
   void CreateOsdTextWindow(const std::string& text);
+  bool TakeDown();
   bool DestroyOsdWindows();
   void RestartHideTimer();
   struct TextSizes {
@@ -68,7 +71,11 @@ class OnScreenDisplay {
   UniqueFont osdFont;  // of the text or title laid out last
   HWND titleWindow = nullptr;
   HWND textWindow = nullptr;
-  std::vector<HWND> segments;
+  struct OsdSegment {
+    HWND window;
+    Rect shown;  // where it lies now
+  };
+  std::vector<OsdSegment> segments;
   int level = 0;
   AdjustmentInfo levelSpec;  // of the bar, as it was created
 };

@@ -2,6 +2,8 @@
 // panel_bench display        one digit changed and repainted, and a bare BitBlt of its size to the same
 // window panel_bench insert STORE TRACKS  a disc of so many tracks found in the drive by a CD device with
 // this store
+// panel_bench level FILM  the level bar over a film: shown, and one step up or down until it is painted,
+// while the film runs and while it is paused
 #include <windows.h>
 
 #include <commctrl.h>
@@ -14,16 +16,25 @@
 #include <string>
 #include <vector>
 
+#include "devices/audio_adjustment.h"
 #include "devices/cd/cd_device.h"
+#include "devices/current_device.h"
+#include "devices/media/preview_playlist.h"
 #include "devices/shared_state.h"
+#include "mixer/mixer.h"
+#include "panel/commands.h"
 #include "panel/display_elements.h"
 #include "panel/main_window.h"
 #include "panel/skin.h"
 #include "panel/status_display.h"
+#include "shell/command_table.h"
+#include "shell/device_switch.h"
 #include "shell/lifecycle.h"
 #include "shell/startup.h"
 #include "tests/support/pump.h"
+#include "tests/support/temp_folder.h"
 #include "tests/support/virtual_drive.h"
+#include "video/video_window.h"
 
 namespace quorvex {
 namespace {
@@ -105,6 +116,53 @@ bool MeasureInsert(const std::string& store, int tracks) {
   return found;
 }
 
+// Lets the elements of the level bar paint themselves.
+void PaintLevelBar() {
+  for (HWND element = nullptr; (element = ::FindWindowExA(theVideoWindow->GetRendererWindow(), element,
+                                                          "myOSCtl", nullptr)) != nullptr;)
+    ::UpdateWindow(element);
+  ::GdiFlush();
+}
+
+double PaintedAfter(int command) {
+  return MicrosecondsOf([command] {
+    RunCommand(command);
+    PaintLevelBar();
+  });
+}
+
+bool MeasureLevel(const std::string& film) {
+  constexpr int kSteps = 200;
+  const TempFolder stores;
+  configPath = stores.Path("quorvex.ini");
+  mediaAlbumPath = stores.Path("mfiles.abm");
+  BuildPreviewPlaylist(std::vector{film});
+  mixerAvailable = OpenMixer();
+  if (!mixerAvailable || !SwitchToFile() || !theVideoWindow) return false;
+  PumpFor(1000);
+  std::map<std::string, std::vector<double>> times;
+  for (const char* const state : {"running", "paused"}) {
+    for (int i = 0; i < 5; ++i) {
+      times[std::string("show_") + state].push_back(PaintedAfter(kCommandAudioAdjustment));
+      PumpFor(100);
+      RunCommand(kCommandAudioAdjustment);
+      PumpFor(100);
+    }
+    RunCommand(kCommandAudioAdjustment);
+    for (int i = 0; i < kSteps; ++i) {
+      const bool down = i % 2 == 0;
+      times[std::string(down ? "down_" : "up_") + state].push_back(
+          PaintedAfter(down ? kCommandLeft : kCommandRight));
+      PumpFor(20);
+    }
+    RunCommand(kCommandAudioAdjustment);
+    RunCommand(kCommandPause);
+  }
+  for (const auto& [name, values] : times) std::printf("%s %.0f\n", name.c_str(), Median(values));
+  SwitchToNone();
+  return true;
+}
+
 }  // namespace
 }  // namespace quorvex
 
@@ -118,6 +176,7 @@ int main(int count, char** arguments) {
   }
   if (what == "insert" && count == 4)
     return quorvex::MeasureInsert(arguments[2], std::atoi(arguments[3])) ? 0 : 1;
-  std::fprintf(stderr, "panel_bench display | insert STORE TRACKS\n");
+  if (what == "level" && count == 3) return quorvex::MeasureLevel(arguments[2]) ? 0 : 1;
+  std::fprintf(stderr, "panel_bench display | insert STORE TRACKS | level FILM\n");
   return 2;
 }

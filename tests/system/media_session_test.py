@@ -7,7 +7,7 @@ import subprocess
 import time
 import unittest
 
-from remote import BIN, NEXT, PAUSE, PLAY, POWER, REPEAT, ROOT, STOP, WINDOWS, Remote, remote_control, wait_for, xdotool
+from remote import BIN, NEXT, PAUSE, PLAY, POWER, REPEAT, ROOT, STOP, WINDOWS, Remote, drag, remote_control, video_frame, wait_for, xdotool
 
 CONFIG, ALBUMS = WINDOWS / "quorvex.ini", WINDOWS / "mfiles.abm"
 SOUND = ["-f", "lavfi", "-i", "sine=440:duration=3"]
@@ -53,21 +53,6 @@ class MediaSession(unittest.TestCase):
         subprocess.run(["ffmpeg", "-v", "error", "-y", *arguments, str(self.folder / name)], check=True)
         return self.folder / name
 
-    def frame(self):
-        """The video window: its id and its rectangle; none when there is none."""
-        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^QUORVEX Video$"], capture_output=True, text=True).stdout.split()
-        if not found:
-            return None
-        shape = subprocess.run(["xdotool", "getwindowgeometry", "--shell", found[0]], capture_output=True, text=True, check=True).stdout
-        numbers = dict(line.split("=") for line in shape.splitlines())
-        return tuple(int(numbers[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
-
-    def drag(self, start, end):
-        """As a hand does it, in steps."""
-        middle = [(a + b) // 2 for a, b in zip(start, end)]
-        xdotool("mousemove", *start, "sleep", 0.2, "mousedown", 1, "sleep", 0.3, "mousemove", *middle, "sleep", 0.2, "mousemove", *end,
-                "sleep", 0.3, "mouseup", 1)
-
     def test_every_kind_plays_to_its_end_and_the_next_follows(self):
         self.remote.start()
         time.sleep(1.5)
@@ -80,7 +65,7 @@ class MediaSession(unittest.TestCase):
         for number, name in enumerate(names, 1):
             self.remote.sees(lambda picture: (picture.number(6), picture.number(9)) == (str(number), str(len(names))), 15)
             self.remote.sees_text(name)
-            self.assertEqual(self.frame() is not None, name.endswith(("mpg", "avi", "mov")))
+            self.assertEqual(video_frame() is not None, name.endswith(("mpg", "avi", "mov")))
             self.assertGreater(loudness(0.5), 200, name)
             wait_for(lambda: self.remote.look().time() == "00:00:02", 10)
         wait_for(lambda: remote_control("state")["state"] == "stopped", 10)
@@ -96,21 +81,21 @@ class MediaSession(unittest.TestCase):
         nowhere = subprocess.DEVNULL
         subprocess.run([ROOT / "tools" / "in-wine", BIN / "qvremote.exe", "open", film], stdin=nowhere, stdout=nowhere, stderr=nowhere, check=True)
         self.remote.find()
-        wait_for(self.frame, 10)
-        self.assertEqual(self.frame(), (self.remote.x + (534 - 510) // 2, self.remote.y - 384 - 4, 510, 384))
-        x, y, width, height = self.frame()
-        self.drag((x + 100, y + 100), (x + 40, y + 60))
-        wait_for(lambda: self.frame() == (x - 60, y - 40, width, height))
+        wait_for(video_frame, 10)
+        self.assertEqual(video_frame(), (self.remote.x + (534 - 510) // 2, self.remote.y - 384 - 4, 510, 384))
+        x, y, width, height = video_frame()
+        drag((x + 100, y + 100), (x + 40, y + 60))
+        wait_for(lambda: video_frame() == (x - 60, y - 40, width, height))
         # The right edge drawn out: the picture keeps its shape.
-        x, y, width, height = self.frame()
+        x, y, width, height = video_frame()
         edge = x + width - 5
-        self.drag((edge, y + 200), (edge + 120, y + 200))
-        wait_for(lambda: self.frame() == (x, y, 630, (630 - 30) * 360 // 480 + 24))
-        normal = self.frame()
+        drag((edge, y + 200), (edge + 120, y + 200))
+        wait_for(lambda: video_frame() == (x, y, 630, (630 - 30) * 360 // 480 + 24))
+        normal = video_frame()
         xdotool("key", "Escape")
-        wait_for(lambda: self.frame() == (0, 0, 1280, 1024))
+        wait_for(lambda: video_frame() == (0, 0, 1280, 1024))
         xdotool("key", "Escape")
-        wait_for(lambda: self.frame() == normal)
+        wait_for(lambda: video_frame() == normal)
 
         self.remote.click(PAUSE)
         self.remote.sees(lambda picture: "PAUSE" in picture.lamps())
@@ -125,7 +110,7 @@ class MediaSession(unittest.TestCase):
         self.remote.click(STOP)
         wait_for(lambda: remote_control("state")["state"] == "stopped")
         remote_control("key", "close")
-        wait_for(lambda: self.frame() is None)
+        wait_for(lambda: video_frame() is None)
         self.assertEqual(remote_control("state")["device"], "none")
         remote_control("key", "power")
 

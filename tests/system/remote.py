@@ -26,6 +26,7 @@ WINDOWS = ROOT / "build" / os.environ.get("QUORVEX_ENV", "wine") / "drive_c" / "
 LAMP_NAMES = {14: "AM", 15: "PM", 18: "CHANNEL", 19: "TRACK", 20: "FILE", 21: "CHAPTER", 22: "OF", 23: "PAUSE", 24: "MUTE", 25: "REC",
               26: "RND", 27: "REP", 28: "1", 29: "ALL", 30: "MENU", 31: "CC", 32: "TIMER", 33: "IDLE", 34: "TV/CAP", 35: "DVD", 36: "CD"}
 POWER, HIDE, MEDIA_SELECT, REPEAT, RANDOM, EJECT = 1016, 1055, 1057, 1043, 1098, 1041
+MUTE, SOUND = 1061, 1102
 STOP, PAUSE, PLAY, PREVIOUS, REWIND, FAST_FORWARD, NEXT = 1001, 1009, 1000, 1015, 1008, 1007, 1014
 
 
@@ -74,14 +75,6 @@ def click_in(window, x=None, y=None, *more):
     xdotool("mousemove", window.left + across, window.top + down, "click", 1, *more)
 
 
-def remote_control(*words):
-    """What qvremote says, by name."""
-    done = in_wine(BIN / "qvremote.exe", *map(str, words))
-    if done.returncode:
-        raise AssertionError(f"qvremote {words}: {done.stderr}")
-    return dict(line.split("=", 1) for line in done.stdout.splitlines())
-
-
 def wait_for(what, limit=10.0, every=0.05):
     """Waits until what() answers something true and returns that; fails with its last answer."""
     end = time.monotonic() + limit
@@ -102,6 +95,31 @@ def environment():
 
 
 environment()
+
+
+def remote_control(*words):
+    """Works the running program by qvremote; returns the lines that it prints."""
+    done = in_wine(BIN / "qvremote.exe", *map(str, words))
+    if done.returncode:
+        raise AssertionError(f"qvremote {words}: {done.stderr}")
+    return dict(line.split("=", 1) for line in done.stdout.splitlines())
+
+
+def video_frame():
+    """The video window's rectangle: x, y, width, height; none when there is none."""
+    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^QUORVEX Video$"], capture_output=True, text=True).stdout.split()
+    if not found:
+        return None
+    shape = subprocess.run(["xdotool", "getwindowgeometry", "--shell", found[0]], capture_output=True, text=True, check=True).stdout
+    numbers = dict(line.split("=") for line in shape.splitlines())
+    return tuple(int(numbers[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
+
+
+def drag(start, end):
+    """As a hand does it, in steps."""
+    middle = [(a + b) // 2 for a, b in zip(start, end)]
+    xdotool("mousemove", *start, "sleep", 0.2, "mousedown", 1, "sleep", 0.3, "mousemove", *middle, "sleep", 0.2, "mousemove", *end,
+            "sleep", 0.3, "mouseup", 1)
 
 
 def make_disc(folder, seconds, name="disc"):

@@ -3,6 +3,7 @@
 #include <tuple>
 
 #include "devices/null_device.h"
+#include "mixer/mixer.h"
 #include "tests/support/panel.h"
 
 namespace quorvex {

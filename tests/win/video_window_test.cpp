@@ -179,14 +179,14 @@ TEST_F(VideoWindowTest, ATextIsShownOverThePictureForFourSeconds) {
 
 TEST_F(VideoWindowTest, ALevelBarFollowsTheValue) {
   Show(640, 480);
-  AdjustmentInfo volume;
-  volume.adjustId = 4;
-  volume.barMode = 1;
-  volume.title = "VOLUME";
-  volume.step = 10;
-  volume.value = 95;
-  adjustmentInfo = volume;
-  currentDevice->ShowOsdLevel(31, volume);
+  AdjustmentInfo brightness;
+  brightness.adjustId = 0;
+  brightness.barMode = 1;
+  brightness.title = "BRIGHTNESS";
+  brightness.step = 10;
+  brightness.value = 95;
+  adjustmentInfo = brightness;
+  currentDevice->ShowOsdLevel(31, brightness);
   EXPECT_TRUE(IsOsdLevelShown());
   const auto large = [&] {
     int count = 0;
@@ -198,7 +198,7 @@ TEST_F(VideoWindowTest, ALevelBarFollowsTheValue) {
   EXPECT_EQ(large(), 10);
   const std::vector<HWND> before = Elements(renderer.window);
   adjustmentInfo.value = 101;
-  currentDevice->ShowOsdLevel(31, volume);
+  currentDevice->ShowOsdLevel(31, brightness);
   EXPECT_EQ(large(), 11);
   EXPECT_EQ(Elements(renderer.window), before) << "the same bar, brought up to date";
   log.clear();
@@ -207,14 +207,14 @@ TEST_F(VideoWindowTest, ALevelBarFollowsTheValue) {
   Press(kCommandLeft);
   EXPECT_EQ(log, "Increase\nDecrease\n") << "the arrow keys work on the adjustment";
 
-  AdjustmentInfo bass = volume;
-  bass.adjustId = 6;
-  bass.title = "BASS";
-  currentDevice->ShowOsdLevel(31, bass);
+  AdjustmentInfo hue = brightness;
+  hue.adjustId = 2;
+  hue.title = "HUE";
+  currentDevice->ShowOsdLevel(31, hue);
   EXPECT_EQ(Elements(renderer.window).size(), 32U);
   DeleteVideoWindow();
   EXPECT_FALSE(IsOsdLevelShown());
-  currentDevice->ShowOsdLevel(31, volume);
+  currentDevice->ShowOsdLevel(31, brightness);
   EXPECT_EQ(Elements(nullptr).size(), 32U) << "without a picture it is on the desktop";
   currentDevice->HideOsd();
   EXPECT_TRUE(Elements(nullptr).empty());
