@@ -39,6 +39,8 @@ add_library(
   devices/cd/mci_error.cpp
   devices/current_device.cpp
   devices/device.cpp
+  devices/graph_device.cpp
+  devices/mci_drive.cpp
   devices/media/album_file.cpp
   devices/media/file_device.cpp
   devices/media/m3u_file.cpp
@@ -46,12 +48,14 @@ add_library(
   devices/media/open_file_dialog.cpp
   devices/media/playlist_title_dialog.cpp
   devices/media/preview_playlist.cpp
+  devices/open_sequence.cpp
   devices/shared_state.cpp
   devices/tv/capture_devices.cpp
   panel/accessible_object.cpp
   panel/control_panel.cpp
   panel/main_window.cpp
   panel/panel_accessibility.cpp
+  panel/popup_menu.cpp
   panel/skin.cpp
   panel/status_display.cpp
   shell/actions.cpp
@@ -63,7 +67,6 @@ add_library(
   shell/lifecycle.cpp
   shell/media_select_menu.cpp
   shell/open_files.cpp
-  shell/popup_menu.cpp
   shell/remote_control.cpp
   shell/settings.cpp
   shell/startup.cpp

@@ -124,6 +124,7 @@ class CDevice : public PlayOrder, public OnScreenDisplay {
   PlayState playState = PlayState::kStopped;
   bool recording = false;
   bool captionsOn = false;
+  bool captionOpaque = false;  // captions get a background
   bool menuShown = false;
   bool timerOn = false;
   bool scanning = false;  // a fast-forward or rewind scan is running
@@ -136,6 +137,7 @@ class CDevice : public PlayOrder, public OnScreenDisplay {
   bool entryActive = false;
   int highestNumber = 0;   // bounds the number entry
   int currentNumber = -1;  // channel or chapter; shown again when an entry times out
+  std::string refusal;     // why a step of opening failed, where no box has told it; for the text line
 
  protected:
   // Pauses the graph.

@@ -1,7 +1,5 @@
 #include "shell/device_switch.h"
 
-#include <windows.h>
-
 #include <memory>
 #include <string>
 
@@ -9,6 +7,7 @@
 #include "devices/current_device.h"
 #include "devices/media/file_device.h"
 #include "devices/null_device.h"
+#include "devices/open_sequence.h"
 #include "devices/shared_state.h"
 #include "panel/status_display.h"
 #include "shell/actions.h"
@@ -48,31 +47,6 @@ bool Replace(DeviceType type) {
   SwitchToNone();
   SetDisplayText(std::string("No player for ") + NameOf(type));
   return false;
-}
-
-void SetPointer(LPCSTR cursor) { ::SetCursor(::LoadCursorA(nullptr, cursor)); }
-
-void DropFailedDevice() {
-  currentDeviceType = DeviceType::kNone;
-  currentCaptureDevice = -1;
-  currentDevice->UpdateStateLamps();
-  ClearDisplayText();
-  currentDevice.reset();
-  DeleteVideoWindow();
-}
-
-// The open sequence: all three steps of the current device, or no device.
-bool OpenCurrentDevice() {
-  SetPointer(IDC_WAIT);
-  const bool open = currentDevice->Open() && currentDevice->QueryControls() && currentDevice->Activate();
-  if (open) {
-    currentDevice->UpdateStateLamps();
-    ClearDisplayText();
-  } else {
-    DropFailedDevice();
-  }
-  SetPointer(IDC_ARROW);
-  return open;
 }
 
 }  // namespace
