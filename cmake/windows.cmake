@@ -39,6 +39,10 @@ add_library(
   devices/cd/mci_error.cpp
   devices/current_device.cpp
   devices/device.cpp
+  devices/dvd/dvd_device.cpp
+  devices/dvd/dvd_events.cpp
+  devices/dvd/dvd_menus.cpp
+  devices/dvd/dvd_streams.cpp
   devices/graph_device.cpp
   devices/mci_drive.cpp
   devices/media/album_file.cpp

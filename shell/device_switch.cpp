@@ -1,10 +1,10 @@
 #include "shell/device_switch.h"
 
 #include <memory>
-#include <string>
 
 #include "devices/cd/cd_device.h"
 #include "devices/current_device.h"
+#include "devices/dvd/dvd_device.h"
 #include "devices/media/file_device.h"
 #include "devices/null_device.h"
 #include "devices/open_sequence.h"
@@ -18,22 +18,16 @@ namespace {
 
 bool IsCurrent(DeviceType type) { return currentDevice && currentDevice->kind == type; }
 
-// A new device; null for a type that this program has no player for.
+// A new device; null for television, which this program has no player for.
 std::unique_ptr<CDevice> MakeDevice(DeviceType type) {
   switch (type) {
     case DeviceType::kNone: return std::make_unique<CNullDevice>();
+    case DeviceType::kDvd: return std::make_unique<CDVDDevice>();
     case DeviceType::kCd: return std::make_unique<CCDDevice>();
     case DeviceType::kFile: return std::make_unique<CFileDevice>();
-    default: return nullptr;
+    case DeviceType::kTv: break;
   }
-}
-
-const char* NameOf(DeviceType type) {
-  switch (type) {
-    case DeviceType::kTv: return "TV/CAP";
-    case DeviceType::kDvd: return "DVD";
-    default: return "this";
-  }
+  return nullptr;
 }
 
 // Puts a new device in place of the current one. Without one nothing is current, and the text line says so.
@@ -45,7 +39,7 @@ bool Replace(DeviceType type) {
     return true;
   }
   SwitchToNone();
-  SetDisplayText(std::string("No player for ") + NameOf(type));
+  SetDisplayText("No player for TV/CAP");
   return false;
 }
 
