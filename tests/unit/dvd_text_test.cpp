@@ -37,7 +37,8 @@ TEST(RenderReportTest, EveryFindingHasItsLineAndTheLastHasNoNewline) {
   allStreams.failedKinds = 7;
   const std::pair<RenderFindings, std::string> cases[] = {
       {streams,
-       "* 2 out of 5 DVD-Video streams failed to render properly\n    - audio stream\n    - subpicture stream\n"
+       "* 2 out of 5 DVD-Video streams failed to render properly\n    - audio stream\n    - subpicture "
+       "stream\n"
        "* Specified DVD-Video volume was invalid"},
       {rest,
        "* No overlay.\n* No valid DVD-Video volume could be located\n"
