@@ -1,59 +1,18 @@
 // The DVD device over a navigator that does as it is told: what a real disc does not show at will.
 #include "devices/dvd/dvd_device.h"
 
-#include <dvdevcod.h>
 #include <evcode.h>
 #include <vfwmsgs.h>
 
-#include "base/ini_file.h"
-#include "tests/support/fake_dvd.h"
-#include "tests/support/menu.h"
+#include "tests/support/dvd_panel.h"
 #include "tests/support/message_box.h"
-#include "tests/support/panel.h"
-#include "video/video_window.h"
 
 namespace quorvex {
 namespace {
 
 constexpr LONG_PTR kNoTitle = 0xFFFFFFFF;
 
-class DvdDeviceTest : public PanelTest {
- protected:
-  ~DvdDeviceTest() override {
-    currentDevice.reset();
-    DeleteVideoWindow();
-    fullScreen = false;
-  }
-
-  static CDevice& Device() { return *currentDevice; }
-
-  void Open(const std::string& config = "") {
-    stores.Write("quorvex.ini", "[DVD]\r\n" + config);
-    Press(kCommandDvd);
-    ASSERT_NE(currentDevice, nullptr);
-    ASSERT_EQ(Device().kind, DeviceType::kDvd);
-    dvd.Take();
-  }
-  // What the navigator and its graph were asked by one command.
-  std::string LogOf(int command) {
-    dvd.Take();
-    Press(command);
-    return dvd.Take();
-  }
-  void Happens(long code, LONG_PTR first = 0) {
-    dvd.events.push_back({code, first});
-    ::SendMessageA(mainWindow, WM_USER + 13, 0, 0);
-  }
-  void EnterMenu() { Happens(EC_DVD_DOMAIN_CHANGE, DVD_DOMAIN_VideoManagerMenu); }
-  static int Number(int element) {
-    int number = 0;
-    for (int i = element; i < element + 3; ++i)
-      number = Shown(i) == kBlankDigit ? number : number * 10 + Shown(i);
-    return number;
-  }
-
-  FakeDvd dvd;
-};
+using DvdDeviceTest = DvdTest;
 
 TEST_F(DvdDeviceTest, OpensCuesAndPlaysAndLeavesNothingBehind) {
   stores.Write("quorvex.ini", "");
@@ -327,120 +286,6 @@ TEST_F(DvdDeviceTest, TheChaptersMenu) {
   MenuReader menus;
   ::SendMessageA(Button(kCommandPrevious), WM_RBUTTONUP, 0, 0);
   EXPECT_EQ(menus.Seen(), "Chapters greyed 0\n1 0\n2 1\n3 2\n") << "in a menu no chapter plays";
-}
-
-// Shows the stream menu and leaves it again.
-std::string StreamMenu() {
-  MenuReader menus;
-  ::SendMessageA(mainWindow, WM_COMMAND, kCommandStreamMenu, 0);
-  return menus.Seen();
-}
-
-TEST_F(DvdDeviceTest, StreamsAreListedByTheirLanguages) {
-  dvd.tracks = {{0x0409, "xx"}, {0, "DE"}, {0, "IT"}};
-  dvd.track = 2;
-  dvd.subtitles = {{0x0409, "xx"}, {0x040C, "xx"}};
-  Open();
-  EXPECT_EQ(StreamMenu(),
-            "&Audio Tracks:\n  English 1350\n  German 1351\n  Unknown checked 1352\n"
-            "&Subtitles:\n  No Subtitles checked 1300\n  English 1301\n  French 1302\n");
-  EXPECT_EQ(dvd.Take(),
-            "SubpictureStreamChange 0 0\nAudioStreamChange 1\nAudioStreamChange 2\nAudioStreamChange 2\n")
-      << "only nameless streams are switched to, and the current ones come back";
-  dvd.subtitles = {};
-  EXPECT_EQ(StreamMenu(),
-            "&Audio Tracks:\n  English 1350\n  German 1351\n  Unknown checked 1352\n"
-            "&Subtitles:\n  No Subtitles greyed 1300\n");
-}
-
-TEST_F(DvdDeviceTest, StreamsWithoutAnAnswerAreUnknownOrLeftOut) {
-  dvd.tracks = {{0x0409, "xx"}, {0, "fr"}};
-  dvd.subtitles = {{0x0413, "sv"}, {0x7C00, "es"}};
-  Open();
-  dvd.answers = {{"AudioStreamChange", E_FAIL}, {"GetSubpictureLanguage", E_FAIL}};
-  EXPECT_EQ(StreamMenu(),
-            "&Audio Tracks:\n  English checked 1350\n  Unknown 1351\n"
-            "&Subtitles:\n  No Subtitles checked 1300\n  Swedish 1301\n  Spanish 1302\n");
-  dvd.answers = {{"GetCurrentSubpictureAttributes", E_FAIL}};
-  EXPECT_NE(StreamMenu().find("  Dutch 1301\n  Unknown 1302\n"), std::string::npos)
-      << "a locale that the platform does not know";
-  dvd.answers = {{"GetCurrentAudio", E_FAIL}, {"GetCurrentSubpicture", E_FAIL}};
-  EXPECT_EQ(StreamMenu(), "&Audio Tracks:\n&Subtitles:\n  No Subtitles greyed 1300\n");
-  dvd.answers.clear();
-  dvd.subtitles.assign(200, {0x0409, "en"});
-  EXPECT_EQ(StreamMenu().find("1350\n", 60), std::string::npos) << "no more than there are commands for";
-}
-
-TEST_F(DvdDeviceTest, ChoicesStayUntilTheNavigatorTakesOthers) {
-  dvd.tracks = {{0x0409, "xx"}, {0x0407, "xx"}};
-  dvd.subtitles = {{0x0409, "xx"}, {0x040C, "xx"}};
-  Open();
-  {
-    MenuReader menus({VK_DOWN, VK_DOWN, VK_RIGHT, VK_DOWN, VK_DOWN, VK_RETURN});
-    Press(kCommandStreamMenu);
-    dvd.Take();
-    EXPECT_TRUE(PumpUntil([&] { return !dvd.log.empty(); }));
-    EXPECT_EQ(dvd.Take(), "SubpictureStreamChange 1 1\n") << "French, chosen from the menu";
-  }
-  EXPECT_EQ(LogOf(1351), "AudioStreamChange 1\n");
-  EXPECT_EQ(StreamMenu(),
-            "&Audio Tracks:\n  English 1350\n  German checked 1351\n"
-            "&Subtitles:\n  No Subtitles 1300\n  English 1301\n  French checked 1302\n");
-  EXPECT_EQ(dvd.Take(), "SubpictureStreamChange 1 1\nAudioStreamChange 1\n");
-  dvd.answers = {{"SubpictureStreamChange", E_FAIL}, {"AudioStreamChange", E_FAIL}};
-  EXPECT_FALSE(Device().SelectSubtitle(1300));
-  EXPECT_FALSE(Device().SelectSubtitle(1301));
-  EXPECT_FALSE(Device().SelectAudioTrack(1350));
-  dvd.answers.clear();
-  EXPECT_NE(StreamMenu().find("French checked"), std::string::npos);
-  EXPECT_EQ(LogOf(1300), "SubpictureStreamChange 1 0\n") << "the stream stays";
-  EXPECT_NE(StreamMenu().find("No Subtitles checked 1300\n  English 1301\n  French 1302\n"),
-            std::string::npos);
-}
-
-TEST_F(DvdDeviceTest, CaptionsAreSwitchedAndDrawnAsTheSettingsSay) {
-  struct Case {
-    const char* config;
-    const char* opened;
-    const char* toggled;
-    int lamp;
-  };
-  const Case cases[] = {
-      {"", "SetServiceState 0\n", "SetServiceState 1\nSetDrawBackgroundMode 1\n", 0},
-      {"CCOpaque=1\r\n", "SetServiceState 0\n", "SetServiceState 1\nSetDrawBackgroundMode 0\n", 0},
-      {"ClosedCaption=1\r\n", "SetServiceState 1\nSetDrawBackgroundMode 1\n", "SetServiceState 0\n", 1},
-      {"ClosedCaption=1\r\nCCOpaque=1\r\n", "SetServiceState 1\nSetDrawBackgroundMode 0\n",
-       "SetServiceState 0\n", 1},
-  };
-  for (const Case& one : cases) {
-    stores.Write("quorvex.ini", std::string("[DVD]\r\n") + one.config);
-    dvd.Take();
-    Press(kCommandDvd);
-    EXPECT_NE(dvd.Take().find(std::string("Pause\n") + one.opened + "Run\n"), std::string::npos)
-        << one.config;
-    EXPECT_EQ(Shown(kCaptionLamp), one.lamp) << one.config;
-    EXPECT_EQ(IsLit(kCommandClosedCaption), one.lamp == 1) << one.config;
-    EXPECT_EQ(LogOf(kCommandClosedCaption), one.toggled) << one.config;
-    EXPECT_EQ(Shown(kCaptionLamp), 1 - one.lamp) << one.config;
-    EXPECT_EQ(IsLit(kCommandClosedCaption), one.lamp == 0) << one.config;
-    Press(kCommandCloseDevice);
-  }
-}
-
-TEST_F(DvdDeviceTest, NewSettingsChangeTheBackgroundOnly) {
-  Open("ClosedCaption=1\r\n");
-  stores.Write("quorvex.ini", "[DVD]\r\nClosedCaption=0\r\nCCOpaque=1\r\n");
-  Device().LoadSettings();
-  EXPECT_EQ(dvd.Take(), "SetServiceState 1\nSetDrawBackgroundMode 0\n");
-}
-
-TEST_F(DvdDeviceTest, WithoutADecoderThereAreNoCaptions) {
-  dvd.hasCaptions = false;
-  Open("ClosedCaption=1\r\n");
-  Press(kCommandClosedCaption);
-  EXPECT_FALSE(Device().captionsOn);
-  EXPECT_EQ(Shown(kCaptionLamp), 0);
-  EXPECT_FALSE(IsLit(kCommandClosedCaption));
 }
 
 TEST_F(DvdDeviceTest, ADiscThatIsClosedTakesNoKeys) {

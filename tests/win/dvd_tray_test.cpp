@@ -1,30 +1,16 @@
 // The DVD device and the drive's tray, over the real MCI and the virtual drive.
-#include <dvdevcod.h>
-
-#include "tests/support/fake_dvd.h"
+#include "tests/support/dvd_panel.h"
 #include "tests/support/message_box.h"
-#include "tests/support/panel.h"
 #include "tests/support/virtual_drive.h"
-#include "video/video_window.h"
 
 namespace quorvex {
 namespace {
 
-class DvdTrayTest : public PanelTest {
+class DvdTrayTest : public DvdTest {
  protected:
-  ~DvdTrayTest() override {
-    currentDevice.reset();
-    DeleteVideoWindow();
-  }
-
-  void Happens(long code, LONG_PTR first) {
-    dvd.events.push_back({code, first});
-    ::SendMessageA(mainWindow, WM_USER + 13, 0, 0);
-  }
   bool TrayOpen() { return drive.State().trayOpen; }
 
   VirtualDrive drive;
-  FakeDvd dvd;
 };
 
 TEST_F(DvdTrayTest, EjectOpensTheTrayAndOnceMoreClosesIt) {
