@@ -312,6 +312,16 @@ TEST_F(DvdDeviceTest, TheVideoWindowMayBeClosed) {
   Press(kCommandCloseDevice);
 }
 
+TEST_F(DvdDeviceTest, ADeviceThatGoesTakesItsPictureFromTheWindow) {
+  Open();
+  currentDevice.reset();
+  ASSERT_NE(theVideoWindow, nullptr);
+  EXPECT_EQ(dvd.renderer.references, 1U);
+  const int placed = dvd.renderer.placed;
+  ::SetWindowPos(theVideoWindow->Frame(), nullptr, 0, 0, 300, 300, SWP_NOZORDER);
+  EXPECT_EQ(dvd.renderer.placed, placed);
+}
+
 TEST_F(DvdDeviceTest, TheLastDeviceIsStartedAgain) {
   stores.Write("quorvex.ini", "[QUORVEX]\r\nLastDevice=2\r\n");
   LoadSettings();
