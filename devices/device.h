@@ -117,6 +117,9 @@ class CDevice : public PlayOrder, public OnScreenDisplay {
   void ToggleRepeat();
   void ToggleRandom();
 
+  // A paused picture is drawn again by a seek to where it is.
+  void RefreshStillPicture() override;
+
   // Ends the typing of a number: the current number is shown again.
   void EndNumberEntry();
 
@@ -144,9 +147,6 @@ class CDevice : public PlayOrder, public OnScreenDisplay {
   bool PauseGraph();
 
   void SetPlayState(PlayState state);
-
-  // A paused picture is drawn again by a seek to where it is.
-  void RefreshStillPicture() override;
 
   // Of the device's filter graph; null while there is none.
   ComPtr<IMediaControl> mediaControl;
