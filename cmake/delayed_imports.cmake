@@ -2,11 +2,12 @@
 # that is not named here links as usual, and brings its library in at the start.
 set(delayed_comdlg32 CommDlgExtendedError GetFileTitleA GetOpenFileNameA)
 set(delayed_oleacc AccessibleObjectFromWindow LresultFromObject)
+set(delayed_quartz AMGetErrorTextA)
 set(delayed_shell32 DragAcceptFiles DragFinish DragQueryFileA)
 
 find_program(DLLTOOL x86_64-w64-mingw32-dlltool REQUIRED)
 set(delayed_imports)
-foreach(name comdlg32 oleacc shell32)
+foreach(name comdlg32 oleacc quartz shell32)
   set(base ${CMAKE_BINARY_DIR}/delayed_${name})
   string(REPLACE ";" "\n" functions "${delayed_${name}}")
   file(CONFIGURE OUTPUT ${base}.def CONTENT "LIBRARY ${name}.dll\nEXPORTS\n@functions@\n" @ONLY)

@@ -40,6 +40,12 @@ add_library(
   devices/cd/mci_error.cpp
   devices/current_device.cpp
   devices/device.cpp
+  devices/dvd/dvd_device.cpp
+  devices/dvd/dvd_events.cpp
+  devices/dvd/dvd_menus.cpp
+  devices/dvd/dvd_streams.cpp
+  devices/graph_device.cpp
+  devices/mci_drive.cpp
   devices/media/album_file.cpp
   devices/media/file_device.cpp
   devices/media/file_drop_target.cpp
@@ -49,6 +55,7 @@ add_library(
   devices/media/playlist_title_dialog.cpp
   devices/media/preview_playlist.cpp
   devices/media/render_file.cpp
+  devices/open_sequence.cpp
   devices/shared_state.cpp
   devices/tv/capture_devices.cpp
   mixer/mixer.cpp
@@ -56,6 +63,7 @@ add_library(
   panel/control_panel.cpp
   panel/main_window.cpp
   panel/panel_accessibility.cpp
+  panel/popup_menu.cpp
   panel/skin.cpp
   panel/status_display.cpp
   shell/actions.cpp
@@ -67,7 +75,6 @@ add_library(
   shell/lifecycle.cpp
   shell/media_select_menu.cpp
   shell/open_files.cpp
-  shell/popup_menu.cpp
   shell/remote_control.cpp
   shell/settings.cpp
   shell/startup.cpp

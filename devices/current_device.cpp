@@ -21,6 +21,9 @@ class CurrentPicture final : public PictureUser {
   void MenuPoint(int x, int y) override {
     if (currentDevice) currentDevice->MenuPoint(x, y);
   }
+  void RefreshPicture() override {
+    if (currentDevice) currentDevice->RefreshStillPicture();
+  }
   void LayoutOsd() override {
     if (currentDevice) currentDevice->LayoutOsd();
   }

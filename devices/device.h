@@ -117,6 +117,9 @@ class CDevice : public PlayOrder, public OnScreenDisplay {
   void ToggleRepeat();
   void ToggleRandom();
 
+  // A paused picture is drawn again by a seek to where it is.
+  void RefreshStillPicture() override;
+
   // Ends the typing of a number: the current number is shown again.
   void EndNumberEntry();
 
@@ -124,6 +127,7 @@ class CDevice : public PlayOrder, public OnScreenDisplay {
   PlayState playState = PlayState::kStopped;
   bool recording = false;
   bool captionsOn = false;
+  bool captionOpaque = false;  // captions get a background
   bool menuShown = false;
   bool timerOn = false;
   bool scanning = false;  // a fast-forward or rewind scan is running
@@ -136,15 +140,13 @@ class CDevice : public PlayOrder, public OnScreenDisplay {
   bool entryActive = false;
   int highestNumber = 0;   // bounds the number entry
   int currentNumber = -1;  // channel or chapter; shown again when an entry times out
+  std::string refusal;     // why a step of opening failed, where no box has told it; for the text line
 
  protected:
   // Pauses the graph.
   bool PauseGraph();
 
   void SetPlayState(PlayState state);
-
-  // A paused picture is drawn again by a seek to where it is.
-  void RefreshStillPicture() override;
 
   // Of the device's filter graph; null while there is none.
   ComPtr<IMediaControl> mediaControl;

@@ -1,5 +1,7 @@
 #include "panel/accessible_text.h"
 
+#include <algorithm>
+
 namespace quorvex {
 namespace {
 
@@ -45,6 +47,12 @@ std::string TimeAsText(const std::array<int, kDisplayElementCount>& values) {
   if (At(values, kAmLamp) != 0) Append(time, "AM", " ");
   if (At(values, kPmLamp) != 0) Append(time, "PM", " ");
   return time;
+}
+
+std::string TimeAsText(PackedTime time) {
+  Values values{};
+  std::ranges::copy(UnpackTime(time).digits, values.begin() + kHoursTens);
+  return TimeAsText(values);
 }
 
 std::string LampsAsText(const std::array<int, kDisplayElementCount>& values) {

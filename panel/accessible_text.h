@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "panel/display_digits.h"
 #include "panel/display_elements.h"
 
 #include <array>
@@ -17,8 +18,10 @@ struct KeyText {
 };
 KeyText SplitToolTip(std::string_view toolTip);
 
-// The time that is shown, "00:02:17.4" or "11:59:59 PM", and the lamps that are lit, "REP, ALL, CD".
+// The time that is shown, "00:02:17.4" or "11:59:59 PM"; one that is not shown; and the lamps that are lit,
+// "REP, ALL, CD".
 std::string TimeAsText(const std::array<int, kDisplayElementCount>& values);
+std::string TimeAsText(PackedTime time);  // "01:31:00"
 std::string LampsAsText(const std::array<int, kDisplayElementCount>& values);
 
 // The display's lit content in words: "00:02:17, TRACK 3 OF 6, REP, ALL, CD, Title". Blank parts are left

@@ -32,6 +32,8 @@ void RaiseControlPanel() { ::SetWindowPos(mainWindow, HWND_TOPMOST, 0, 0, 0, 0, 
 
 void LowerControlPanel() { ::SetWindowPos(mainWindow, HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE); }
 
+void SetPointer(LPCSTR cursor) { ::SetCursor(::LoadCursorA(nullptr, cursor)); }
+
 void CenterWindow(HWND window, HWND reference) {
   RECT moved{};
   RECT fixed{};

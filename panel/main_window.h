@@ -32,6 +32,9 @@ bool ReportErrorIf(long failed, const std::string& text);
 void RaiseControlPanel();
 void LowerControlPanel();
 
+// Shows one of the system's pointers (IDC_...) until the mouse moves.
+void SetPointer(LPCSTR cursor);
+
 // Moves `window` so that its centre lies over the centre of `reference`; size and z-order stay.
 void CenterWindow(HWND window, HWND reference);
 

@@ -5,7 +5,7 @@
 #include "devices/current_device.h"
 #include "devices/shared_state.h"
 #include "panel/commands.h"
-#include "shell/popup_menu.h"
+#include "panel/popup_menu.h"
 
 namespace quorvex {
 

@@ -1,14 +1,13 @@
 #include "shell/device_switch.h"
 
-#include <windows.h>
-
 #include <memory>
-#include <string>
 
 #include "devices/cd/cd_device.h"
 #include "devices/current_device.h"
+#include "devices/dvd/dvd_device.h"
 #include "devices/media/file_device.h"
 #include "devices/null_device.h"
+#include "devices/open_sequence.h"
 #include "devices/shared_state.h"
 #include "panel/status_display.h"
 #include "shell/actions.h"
@@ -19,22 +18,16 @@ namespace {
 
 bool IsCurrent(DeviceType type) { return currentDevice && currentDevice->kind == type; }
 
-// A new device; null for a type that this program has no player for.
+// A new device; null for television, which this program has no player for.
 std::unique_ptr<CDevice> MakeDevice(DeviceType type) {
   switch (type) {
     case DeviceType::kNone: return std::make_unique<CNullDevice>();
+    case DeviceType::kDvd: return std::make_unique<CDVDDevice>();
     case DeviceType::kCd: return std::make_unique<CCDDevice>();
     case DeviceType::kFile: return std::make_unique<CFileDevice>();
-    default: return nullptr;
+    case DeviceType::kTv: break;
   }
-}
-
-const char* NameOf(DeviceType type) {
-  switch (type) {
-    case DeviceType::kTv: return "TV/CAP";
-    case DeviceType::kDvd: return "DVD";
-    default: return "this";
-  }
+  return nullptr;
 }
 
 // Puts a new device in place of the current one. Without one nothing is current, and the text line says so.
@@ -46,33 +39,8 @@ bool Replace(DeviceType type) {
     return true;
   }
   SwitchToNone();
-  SetDisplayText(std::string("No player for ") + NameOf(type));
+  SetDisplayText("No player for TV/CAP");
   return false;
-}
-
-void SetPointer(LPCSTR cursor) { ::SetCursor(::LoadCursorA(nullptr, cursor)); }
-
-void DropFailedDevice() {
-  currentDeviceType = DeviceType::kNone;
-  currentCaptureDevice = -1;
-  currentDevice->UpdateStateLamps();
-  ClearDisplayText();
-  currentDevice.reset();
-  DeleteVideoWindow();
-}
-
-// The open sequence: all three steps of the current device, or no device.
-bool OpenCurrentDevice() {
-  SetPointer(IDC_WAIT);
-  const bool open = currentDevice->Open() && currentDevice->QueryControls() && currentDevice->Activate();
-  if (open) {
-    currentDevice->UpdateStateLamps();
-    ClearDisplayText();
-  } else {
-    DropFailedDevice();
-  }
-  SetPointer(IDC_ARROW);
-  return open;
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 #include "devices/shared_state.h"
 #include "devices/tv/capture_devices.h"
 #include "panel/commands.h"
-#include "shell/popup_menu.h"
+#include "panel/popup_menu.h"
 
 namespace quorvex {
 namespace {

@@ -8,6 +8,7 @@
 
 #include "base/handles.h"
 #include "devices/current_device.h"
+#include "devices/dvd/dvd_device.h"
 #include "devices/shared_state.h"
 #include "mixer/mixer.h"
 #include "panel/accessible_text.h"
@@ -95,7 +96,8 @@ const char* StateName(PlayState state) {
   switch (state) {
     case PlayState::kPlaying: return "playing";
     case PlayState::kPaused: return "paused";
-    case PlayState::kStopped: break;
+    case PlayState::kStopped:
+    case PlayState::kNone: break;
   }
   return "stopped";
 }
@@ -109,24 +111,33 @@ const char* RepeatName(RepeatMode mode) {
   return "off";
 }
 
+std::string Line(const char* name, const std::string& value) {
+  return std::string(name) + '=' + value + '\n';
+}
+
+// What plays and of how many; of a disc with films also which of them, and how long it is.
+std::string ItemLines() {
+  const std::string items = Line("items", std::to_string(currentDevice->itemCount));
+  const auto* dvd = dynamic_cast<const CDVDDevice*>(currentDevice.get());
+  if (dvd == nullptr) return Line("item", std::to_string(currentDevice->CurrentEntry())) + items;
+  return Line("item", std::to_string(std::max(dvd->currentNumber, 0))) + items +
+         Line("film", std::to_string(dvd->Title())) + Line("length", TimeAsText(dvd->TitleTime()));
+}
+
 std::string DescribeState() {
   const DisplayContent& shown = ShownContent();
-  const auto line = [](const char* name, const std::string& value) {
-    return std::string(name) + '=' + value + '\n';
-  };
   const auto onOff = [](bool on) { return std::string(on ? "on" : "off"); };
-  std::string text = line("device", currentDevice ? DeviceName() : "none");
+  std::string text = Line("device", currentDevice ? DeviceName() : "none");
   if (currentDevice) {
-    text += line("state", StateName(currentDevice->playState));
-    text += line("item", std::to_string(currentDevice->CurrentEntry()));
-    text += line("items", std::to_string(currentDevice->itemCount));
-    text += line("repeat", RepeatName(currentDevice->repeatMode));
-    text += line("random", onOff(currentDevice->randomOn));
+    text += Line("state", StateName(currentDevice->playState));
+    text += ItemLines();
+    text += Line("repeat", RepeatName(currentDevice->repeatMode));
+    text += Line("random", onOff(currentDevice->randomOn));
   }
-  text += line("time", TimeAsText(shown.values));
-  text += line("title", shown.text);
-  text += line("mute", onOff(muted));
-  return text + line("lamps", LampsAsText(shown.values));
+  text += Line("time", TimeAsText(shown.values));
+  text += Line("title", shown.text);
+  text += Line("mute", onOff(muted));
+  return text + Line("lamps", LampsAsText(shown.values));
 }
 
 RemoteAnswer SendState(HWND asker) {

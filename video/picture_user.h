@@ -13,6 +13,9 @@ class PictureUser {
   virtual void MenuClick(int x, int y) = 0;
   virtual void MenuPoint(int x, int y) = 0;
 
+  // Shows a picture that stands still once more: the renderer's window has another size.
+  virtual void RefreshPicture() = 0;
+
   // What becomes of the elements that lie over the picture.
   virtual void LayoutOsd() = 0;
   virtual void HideOsd() = 0;

@@ -1,35 +1,20 @@
-// The CD drive as the platform's MCI shows it: one open device, its questions and commands. Codes are MCI's
-// own.
+// The CD drive as the platform's MCI shows it: what can be asked of a disc with music, and how it is played.
 #pragma once
 
-#include <windows.h>
-
-#include <mmsystem.h>
-
-#include <cstdint>
-
 #include "devices/cd/tmsf.h"
+#include "devices/mci_drive.h"
 
 namespace quorvex {
 
 // More tracks than a driver may report for a disc (an audio disc has at most 99).
 inline constexpr int kMaxTracks = 1000;
 
-class CdDrive {
+class CdDrive : public MciDrive {
  public:
-  CdDrive() = default;
-  CdDrive(const CdDrive&) = delete;
-  CdDrive& operator=(const CdDrive&) = delete;
-
-  // Opens the driver for sharing; answers MCI's code, 0 for success.
-  MCIERROR Open();
   // Positions are track, minutes, seconds, frames from here on.
   MCIERROR SetTimeFormat();
-  MCIERROR Close();
-  [[nodiscard]] bool IsOpen() const { return device != 0; }
 
-  // One of MCI_MODE_...; 0 when the driver does not answer. So with the other questions.
-  std::uint32_t QueryMode();
+  // Each 0 when the driver does not answer.
   bool QueryMediaPresent();
   bool QueryFirstTrackIsAudio();
   int QueryTrackCount();            // at most kMaxTracks
@@ -43,13 +28,6 @@ class CdDrive {
   MCIERROR Pause();
   MCIERROR Stop();
   void SeekTo(Tmsf position, bool wait);
-  void OpenDoor();
-  void CloseDoor();
-
- private:
-  std::uint32_t Query(DWORD item, int track = 0);
-
-  MCIDEVICEID device = 0;
 };
 
 }  // namespace quorvex

@@ -30,24 +30,14 @@ void ShowMediaTime(std::int64_t time) {
   ShowDisplayTimeTenths(packed);
 }
 
-void SetPointer(LPCSTR cursor) { ::SetCursor(::LoadCursorA(nullptr, cursor)); }
-
 std::string TitleOf(const std::string& path) {
   char title[MAX_PATH] = "";
   return ::GetFileTitleA(path.c_str(), title, MAX_PATH) == 0 ? title : path;
 }
 
-// Asks `from` for an interface; the code is reported with its name unless it is S_OK. Answers the code.
-template <typename Interface>
-HRESULT Query(IGraphBuilder* from, REFIID iid, ComPtr<Interface>& to, const char* name, bool& reported) {
-  const HRESULT result = from->QueryInterface(iid, to.ReceiveVoid());
-  reported = ReportErrorIf(result, name);
-  return result;
-}
-
 }  // namespace
 
-CFileDevice::CFileDevice() : CDevice(DeviceType::kFile) {
+CFileDevice::CFileDevice() : CGraphDevice(DeviceType::kFile) {
   ::SetTimer(mainWindow, kDeviceTimer, kTickMs, nullptr);
 }
 
@@ -124,30 +114,30 @@ void CFileDevice::EndWithoutDevice() {
 }
 
 bool CFileDevice::Open() {
-  HRESULT result = ::CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER, IID_IGraphBuilder,
-                                      graph.ReceiveVoid());
-  if (ReportErrorIf(result, "CoCreateInstance(CLSID_FilterGraph)")) return SUCCEEDED(result);
-  SetDisplayText("Loading...");
-  std::array<wchar_t, MAX_PATH> wide{};
-  ::MultiByteToWideChar(CP_ACP, 0, filePath.c_str(), -1, wide.data(), static_cast<int>(wide.size()));
-  result = RenderMediaFile(graph.Get(), wide.data());
-  ReportErrorIf(result, filePath + "\r\n\nCannot playback file.  Unsupported file format.");
-  return SUCCEEDED(result);
+  OpeningSteps steps;
+  steps.Take("CoCreateInstance(CLSID_FilterGraph)", [this] {
+    return ::CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER, IID_IGraphBuilder,
+                              graph.ReceiveVoid());
+  });
+  steps.Take(filePath + "\r\n\nCannot playback file.  Unsupported file format.", [this] {
+    SetDisplayText("Loading...");
+    std::array<wchar_t, MAX_PATH> wide{};
+    ::MultiByteToWideChar(CP_ACP, 0, filePath.c_str(), -1, wide.data(), static_cast<int>(wide.size()));
+    return RenderMediaFile(graph.Get(), wide.data());
+  });
+  return steps.Succeeded();
 }
 
 bool CFileDevice::QueryControls() {
-  bool reported = false;
-  HRESULT result = Query(graph.Get(), IID_IMediaControl, mediaControl, "IID_IMediaControl", reported);
-  if (!reported) result = Query(graph.Get(), IID_IMediaEventEx, mediaEvent, "IID_IMediaEventEx", reported);
-  if (!reported) result = Query(graph.Get(), IID_IMediaSeeking, mediaSeeking, "IID_IMediaSeeking", reported);
-  return SUCCEEDED(result);
+  OpeningSteps steps;
+  QueryGraph(steps);
+  return steps.Succeeded();
 }
 
 bool CFileDevice::Activate() {
+  OpeningSteps steps;
   ComPtr<IBasicVideo> picture;
-  bool reported = false;
-  HRESULT result = Query(graph.Get(), IID_IBasicVideo, picture, "IID_IBasicVideo", reported);
-  if (reported) return SUCCEEDED(result);
+  if (!steps.Query(graph.Get(), IID_IBasicVideo, picture, "IID_IBasicVideo")) return steps.Succeeded();
   LONG width = 0;
   LONG height = 0;
   if (FAILED(picture->GetVideoSize(&width, &height))) width = height = 0;
@@ -155,37 +145,16 @@ bool CFileDevice::Activate() {
   if (width <= 0 || height <= 0) {
     DeleteVideoWindow();
     fullScreen = false;
-  } else if (!ShowVideo(width, height)) {
-    return false;
+  } else {
+    if (const HRESULT shown = ShowVideo(width, height); shown != S_OK) return SUCCEEDED(shown);
+    scanOption = true;
   }
-  mediaEvent->SetNotifyWindow(reinterpret_cast<OAHWND>(mainWindow), kGraphMessage, 0);
-  result = mediaSeeking->SetTimeFormat(&TIME_FORMAT_MEDIA_TIME);
-  if (ReportErrorIf(result, "SetTimeFormat")) return SUCCEEDED(result);
-  result = mediaSeeking->GetDuration(&duration);
-  if (ReportErrorIf(result, "GetDuration")) return SUCCEEDED(result);
+  FollowGraph();
+  steps.Take("SetTimeFormat", [this] { return mediaSeeking->SetTimeFormat(&TIME_FORMAT_MEDIA_TIME); });
+  if (!steps.Take("GetDuration", [this] { return mediaSeeking->GetDuration(&duration); }))
+    return steps.Succeeded();
   SetDisplayText(TitleOf(filePath));
   return PauseGraph();
-}
-
-bool CFileDevice::ShowVideo(int width, int height) {
-  if (!theVideoWindow) theVideoWindow = std::make_unique<CVWindow>();
-  bool reported = false;
-  const HRESULT result = Query(graph.Get(), IID_IVideoWindow, videoWindow, "IID_IVideoWindow", reported);
-  if (reported && FAILED(result)) return false;
-  videoWindowHandle = theVideoWindow->Attach(videoWindow.Get(), width, height);
-  if (videoWindowHandle == nullptr) {
-    videoWindow.Reset();
-    return false;
-  }
-  scanOption = true;
-  return true;
-}
-
-void CFileDevice::HideVideo() {
-  if (theVideoWindow) theVideoWindow->Detach();
-  if (!videoWindow) return;
-  videoWindow->put_Visible(0);  // OAFALSE
-  videoWindow->put_Owner(0);
 }
 
 bool CFileDevice::Play(int /*item*/, int /*reserved*/) {
@@ -266,13 +235,10 @@ void CFileDevice::OnTick() {
 }
 
 void CFileDevice::OnGraphEvent() {
-  long code = 0;
-  LONG_PTR first = 0;
-  LONG_PTR second = 0;
-  while (mediaEvent && SUCCEEDED(mediaEvent->GetEvent(&code, &first, &second, 0))) {
-    mediaEvent->FreeEventParams(code, first, second);
-    // After a change of entry the events are those of the new graph.
-    if (code == EC_COMPLETE && !HandleComplete()) return;
+  GraphEvent event;
+  // After a change of entry the events are those of the new graph.
+  while (TakeEvent(event)) {
+    if (event.code == EC_COMPLETE && !HandleComplete()) return;
   }
 }
 
@@ -298,7 +264,6 @@ bool CFileDevice::Close() {
   mediaControl.Reset();
   mediaSeeking.Reset();
   mediaEvent.Reset();
-  videoWindow.Reset();
   return true;
 }
 

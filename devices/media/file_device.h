@@ -5,11 +5,11 @@
 #include <cstdint>
 #include <string>
 
-#include "devices/device.h"
+#include "devices/graph_device.h"
 
 namespace quorvex {
 
-class CFileDevice final : public CDevice {
+class CFileDevice final : public CGraphDevice {
  public:
   CFileDevice();
   ~CFileDevice() override;
@@ -42,15 +42,10 @@ class CFileDevice final : public CDevice {
   bool HandleComplete();
 
   void EndWithoutDevice();
-  bool ShowVideo(int width, int height);
-  void HideVideo();
   void SeekTo(std::int64_t position);
   void ScanBy(std::int64_t step);
   [[nodiscard]] int IndexOfEntryOrZero(int entry) const;
 
-  ComPtr<IGraphBuilder> graph;
-  ComPtr<IMediaEventEx> mediaEvent;
-  ComPtr<IVideoWindow> videoWindow;
   std::string filePath;
   std::int64_t scanPosition = 0;  // this and the next in units of 100 ns
   std::int64_t duration = 0;

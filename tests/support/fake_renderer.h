@@ -9,10 +9,11 @@
 #include <control.h>
 
 #include "base/geometry.h"
+#include "tests/support/com_fake.h"
 
 namespace quorvex {
 
-class FakeRenderer final : public IVideoWindow {
+class FakeRenderer final : public NoDispatch<IVideoWindow> {
  public:
   // `className`: what the window's class is called.
   explicit FakeRenderer(const char* className = "SomeRenderer") {
@@ -54,53 +55,49 @@ class FakeRenderer final : public IVideoWindow {
     return S_OK;
   }
 
-  // It lives as long as its test.
+  STDMETHODIMP put_Visible(LONG) override { return S_OK; }
+
+  // It lives as long as its test, which holds one reference.
+  ULONG references = 1;
   STDMETHODIMP QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
-  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-  STDMETHODIMP_(ULONG) Release() override { return 1; }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
+  STDMETHODIMP_(ULONG) Release() override { return --references; }
 
   // Nobody asks for the rest.
-  STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
-    return E_NOTIMPL;
-  }
-  STDMETHODIMP put_Caption(BSTR) override { return E_NOTIMPL; }
-  STDMETHODIMP get_Caption(BSTR*) override { return E_NOTIMPL; }
-  STDMETHODIMP get_WindowStyle(LONG*) override { return E_NOTIMPL; }
-  STDMETHODIMP put_WindowStyleEx(LONG) override { return E_NOTIMPL; }
-  STDMETHODIMP get_WindowStyleEx(LONG*) override { return E_NOTIMPL; }
-  STDMETHODIMP put_AutoShow(LONG) override { return E_NOTIMPL; }
-  STDMETHODIMP get_AutoShow(LONG*) override { return E_NOTIMPL; }
-  STDMETHODIMP put_WindowState(LONG) override { return E_NOTIMPL; }
-  STDMETHODIMP get_WindowState(LONG*) override { return E_NOTIMPL; }
-  STDMETHODIMP put_BackgroundPalette(LONG) override { return E_NOTIMPL; }
-  STDMETHODIMP get_BackgroundPalette(LONG*) override { return E_NOTIMPL; }
-  STDMETHODIMP put_Visible(LONG) override { return E_NOTIMPL; }
-  STDMETHODIMP get_Visible(LONG*) override { return E_NOTIMPL; }
-  STDMETHODIMP put_Left(LONG) override { return E_NOTIMPL; }
-  STDMETHODIMP get_Left(LONG*) override { return E_NOTIMPL; }
-  STDMETHODIMP put_Width(LONG) override { return E_NOTIMPL; }
-  STDMETHODIMP get_Width(LONG*) override { return E_NOTIMPL; }
-  STDMETHODIMP put_Top(LONG) override { return E_NOTIMPL; }
-  STDMETHODIMP get_Top(LONG*) override { return E_NOTIMPL; }
-  STDMETHODIMP put_Height(LONG) override { return E_NOTIMPL; }
-  STDMETHODIMP get_Height(LONG*) override { return E_NOTIMPL; }
-  STDMETHODIMP get_Owner(OAHWND*) override { return E_NOTIMPL; }
-  STDMETHODIMP get_MessageDrain(OAHWND*) override { return E_NOTIMPL; }
-  STDMETHODIMP get_BorderColor(LONG*) override { return E_NOTIMPL; }
-  STDMETHODIMP put_BorderColor(LONG) override { return E_NOTIMPL; }
-  STDMETHODIMP get_FullScreenMode(LONG*) override { return E_NOTIMPL; }
-  STDMETHODIMP put_FullScreenMode(LONG) override { return E_NOTIMPL; }
-  STDMETHODIMP SetWindowForeground(LONG) override { return E_NOTIMPL; }
-  STDMETHODIMP NotifyOwnerMessage(OAHWND, LONG, LONG_PTR, LONG_PTR) override { return E_NOTIMPL; }
-  STDMETHODIMP GetWindowPosition(LONG*, LONG*, LONG*, LONG*) override { return E_NOTIMPL; }
-  STDMETHODIMP GetMinIdealImageSize(LONG*, LONG*) override { return E_NOTIMPL; }
-  STDMETHODIMP GetMaxIdealImageSize(LONG*, LONG*) override { return E_NOTIMPL; }
-  STDMETHODIMP GetRestorePosition(LONG*, LONG*, LONG*, LONG*) override { return E_NOTIMPL; }
-  STDMETHODIMP HideCursor(LONG) override { return E_NOTIMPL; }
-  STDMETHODIMP IsCursorHidden(LONG*) override { return E_NOTIMPL; }
+  QUORVEX_UNEXPECTED(put_Caption, BSTR)
+  QUORVEX_UNEXPECTED(get_Caption, BSTR*)
+  QUORVEX_UNEXPECTED(get_WindowStyle, LONG*)
+  QUORVEX_UNEXPECTED(put_WindowStyleEx, LONG)
+  QUORVEX_UNEXPECTED(get_WindowStyleEx, LONG*)
+  QUORVEX_UNEXPECTED(put_AutoShow, LONG)
+  QUORVEX_UNEXPECTED(get_AutoShow, LONG*)
+  QUORVEX_UNEXPECTED(put_WindowState, LONG)
+  QUORVEX_UNEXPECTED(get_WindowState, LONG*)
+  QUORVEX_UNEXPECTED(put_BackgroundPalette, LONG)
+  QUORVEX_UNEXPECTED(get_BackgroundPalette, LONG*)
+  QUORVEX_UNEXPECTED(get_Visible, LONG*)
+  QUORVEX_UNEXPECTED(put_Left, LONG)
+  QUORVEX_UNEXPECTED(get_Left, LONG*)
+  QUORVEX_UNEXPECTED(put_Width, LONG)
+  QUORVEX_UNEXPECTED(get_Width, LONG*)
+  QUORVEX_UNEXPECTED(put_Top, LONG)
+  QUORVEX_UNEXPECTED(get_Top, LONG*)
+  QUORVEX_UNEXPECTED(put_Height, LONG)
+  QUORVEX_UNEXPECTED(get_Height, LONG*)
+  QUORVEX_UNEXPECTED(get_Owner, OAHWND*)
+  QUORVEX_UNEXPECTED(get_MessageDrain, OAHWND*)
+  QUORVEX_UNEXPECTED(get_BorderColor, LONG*)
+  QUORVEX_UNEXPECTED(put_BorderColor, LONG)
+  QUORVEX_UNEXPECTED(get_FullScreenMode, LONG*)
+  QUORVEX_UNEXPECTED(put_FullScreenMode, LONG)
+  QUORVEX_UNEXPECTED(SetWindowForeground, LONG)
+  QUORVEX_UNEXPECTED(NotifyOwnerMessage, OAHWND, LONG, LONG_PTR, LONG_PTR)
+  QUORVEX_UNEXPECTED(GetWindowPosition, LONG*, LONG*, LONG*, LONG*)
+  QUORVEX_UNEXPECTED(GetMinIdealImageSize, LONG*, LONG*)
+  QUORVEX_UNEXPECTED(GetMaxIdealImageSize, LONG*, LONG*)
+  QUORVEX_UNEXPECTED(GetRestorePosition, LONG*, LONG*, LONG*, LONG*)
+  QUORVEX_UNEXPECTED(HideCursor, LONG)
+  QUORVEX_UNEXPECTED(IsCursorHidden, LONG*)
 };
 
 }  // namespace quorvex

@@ -1,4 +1,4 @@
-// Reads the pop-up menus that a test brings up, and closes them.
+// Reads the pop-up menus that a test brings up, and closes them or chooses from them.
 #pragma once
 
 #include <windows.h>
@@ -7,12 +7,16 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
+#include <vector>
 
 namespace quorvex {
 
 class MenuReader {
  public:
-  MenuReader() : thread([this] { Watch(); }) {}
+  // `keys`: pressed in every menu; as they are, they close it.
+  explicit MenuReader(std::vector<WPARAM> keys = {VK_ESCAPE})
+      : pressed(std::move(keys)), thread([this] { Watch(); }) {}
   MenuReader(const MenuReader&) = delete;
   MenuReader& operator=(const MenuReader&) = delete;
   ~MenuReader() {
@@ -20,7 +24,8 @@ class MenuReader {
     thread.join();
   }
 
-  // The items of the last menu, a line each: text, state, command.
+  // The items of the last menu, a line each: text, state, command; those of a sub-menu indented below its
+  // text.
   [[nodiscard]] std::string Seen() {
     const std::scoped_lock lock(mutex);
     return seen;
@@ -36,7 +41,7 @@ class MenuReader {
     char text[200] = "";
     MENUITEMINFOA item{};
     item.cbSize = sizeof item;
-    item.fMask = MIIM_STRING | MIIM_STATE | MIIM_FTYPE | MIIM_ID;
+    item.fMask = MIIM_STRING | MIIM_STATE | MIIM_FTYPE | MIIM_ID | MIIM_SUBMENU;
     item.dwTypeData = text;
     item.cch = sizeof text;
     ::GetMenuItemInfoA(menu, position, TRUE, &item);
@@ -44,10 +49,17 @@ class MenuReader {
     if ((item.fType & (MFT_MENUBARBREAK | MFT_MENUBREAK)) != 0) line += " column";
     if ((item.fState & MFS_GRAYED) != 0) line += " greyed";
     if ((item.fState & MFS_CHECKED) != 0) line += " checked";
-    return line + ' ' + std::to_string(item.wID);
+    if (item.hSubMenu != nullptr) return line + ":\n" + DescribeAll(item.hSubMenu, "  ");
+    return line + ' ' + std::to_string(item.wID) + '\n';
   }
 
  private:
+  static std::string DescribeAll(HMENU menu, const std::string& indent) {
+    std::string items;
+    for (int i = 0; i < ::GetMenuItemCount(menu); ++i) items += indent + Describe(menu, static_cast<UINT>(i));
+    return items;
+  }
+
   void Watch() {
     while (!stop) {
       const HWND window = ::FindWindowA("#32768", nullptr);
@@ -62,15 +74,17 @@ class MenuReader {
     if (menu == nullptr) return;
     RECT rect{};
     ::GetWindowRect(window, &rect);
-    std::string items;
-    for (int i = 0; i < ::GetMenuItemCount(menu); ++i) items += Describe(menu, static_cast<UINT>(i)) + '\n';
+    const std::string items = DescribeAll(menu, "");
     {
       const std::scoped_lock lock(mutex);
       seen = items;
       place = {rect.left, rect.top};
     }
-    ::PostMessageA(window, WM_KEYDOWN, VK_ESCAPE, 0);
+    for (const WPARAM key : pressed) ::PostMessageA(window, WM_KEYDOWN, key, 0);
+    while (!stop && ::IsWindow(window)) ::Sleep(10);
   }
+
+  const std::vector<WPARAM> pressed;
 
   std::mutex mutex;
   std::string seen;

@@ -50,6 +50,13 @@ class PanelTest : public testing::Test {
     return canvas;
   }
   static int Shown(int element) { return ShownContent().values[static_cast<std::size_t>(element)]; }
+  // The number of three digits that begins at an element; blank digits count for nothing.
+  static int Number(int element) {
+    int number = 0;
+    for (int i = element; i < element + 3; ++i)
+      number = Shown(i) == kBlankDigit ? number : number * 10 + Shown(i);
+    return number;
+  }
   static const std::string& ShownText() { return ShownContent().text; }
   static void Press(int command) { ::SendMessageA(mainWindow, WM_COMMAND, static_cast<WPARAM>(command), 0); }
   static HWND Button(int command) { return ButtonWindow(ButtonIndex(command)); }

@@ -15,12 +15,6 @@ class CdDeviceTest : public PanelTest {
 
   static int First() { return Number(kFirstNumber); }
   static int Second() { return Number(kSecondNumber); }
-  static int Number(int element) {
-    int number = 0;
-    for (int i = element; i < element + 3; ++i)
-      number = number * 10 + (Shown(i) == kBlankDigit ? 0 : Shown(i));
-    return number;
-  }
   static int Seconds() {
     return Shown(kMinutesTens) * 600 + Shown(kMinutesUnits) * 60 + Shown(kSecondsTens) * 10 +
            Shown(kSecondsUnits);

@@ -96,8 +96,8 @@ TEST_F(CommandsTest, CommandsWithoutAnActionAndUnknownOnesChangeNothing) {
 
 TEST_F(CommandsTest, WithoutADeviceNoCommandDoesHarm) {
   // But these end the panel, ask the user, or bring a device.
-  const std::set<int> others{kCommandMediaSelect, kCommandOpenMediaFile, kCommandPower, kCommandHidePlayer,
-                             kCommandCd};
+  const std::set<int> others{
+      kCommandMediaSelect, kCommandOpenMediaFile, kCommandPower, kCommandHidePlayer, kCommandCd, kCommandDvd};
   for (int command = 0; command < 1500; ++command) {
     if (!others.contains(command)) Press(command);
   }
@@ -190,12 +190,12 @@ TEST_F(CommandsTest, MediaSelectShowsWhatIsThere) {
 TEST_F(CommandsTest, TheChaptersMenuHasTenChaptersAColumn) {
   const UniqueMenu menu = BuildChaptersMenu(25, 12);
   ASSERT_EQ(::GetMenuItemCount(menu.Get()), 26);
-  EXPECT_EQ(MenuReader::Describe(menu.Get(), 0), "Chapters greyed 0");
-  EXPECT_EQ(MenuReader::Describe(menu.Get(), 1), "1 0");
-  EXPECT_EQ(MenuReader::Describe(menu.Get(), 9), "9 8");
-  EXPECT_EQ(MenuReader::Describe(menu.Get(), 10), "10 column 9");
-  EXPECT_EQ(MenuReader::Describe(menu.Get(), 12), "12 checked 11");
-  EXPECT_EQ(MenuReader::Describe(menu.Get(), 20), "20 column 19");
+  EXPECT_EQ(MenuReader::Describe(menu.Get(), 0), "Chapters greyed 0\n");
+  EXPECT_EQ(MenuReader::Describe(menu.Get(), 1), "1 0\n");
+  EXPECT_EQ(MenuReader::Describe(menu.Get(), 9), "9 8\n");
+  EXPECT_EQ(MenuReader::Describe(menu.Get(), 10), "10 column 9\n");
+  EXPECT_EQ(MenuReader::Describe(menu.Get(), 12), "12 checked 11\n");
+  EXPECT_EQ(MenuReader::Describe(menu.Get(), 20), "20 column 19\n");
 }
 
 TEST_F(CommandsTest, HidingThePlayerMinimisesIt) {

@@ -1,8 +1,11 @@
 #include "shell/remote_control.h"
 
+#include <dvdevcod.h>
+
 #include "remote/key_names.h"
 #include "remote/remote_protocol.h"
 #include "shell/command_table.h"
+#include "tests/support/fake_dvd.h"
 #include "tests/support/panel.h"
 #include "tests/support/recording_device.h"
 
@@ -79,6 +82,25 @@ TEST_F(RemoteControlTest, TheStateIsToldInLines) {
   EXPECT_EQ(answer,
             "device=cd\nstate=paused\nitem=5\nitems=12\nrepeat=all\nrandom=off\ntime=00:02:13\n"
             "title=A title = with signs\nmute=off\nlamps=PAUSE, REP, ALL, CD\n");
+}
+
+TEST_F(RemoteControlTest, OfADvdFilmChapterAndLengthAreTold) {
+  FakeDvd dvd;
+  stores.Write("quorvex.ini", "");
+  Press(kCommandDvd);
+  const auto untilLength = [&] {
+    Send(kRemoteAskState, "");
+    return answer.substr(0, answer.find("time="));
+  };
+  EXPECT_EQ(untilLength(),
+            "device=dvd\nstate=playing\nitem=0\nitems=0\nfilm=0\nlength=00:00:00\nrepeat=off\nrandom=off\n");
+  dvd.events = {{EC_DVD_TITLE_CHANGE, 3}, {EC_DVD_CHAPTER_START, 12}, {EC_DVD_CURRENT_TIME, 0x00592301}};
+  currentDevice->OnGraphEvent();
+  EXPECT_EQ(
+      untilLength(),
+      "device=dvd\nstate=playing\nitem=12\nitems=25\nfilm=3\nlength=01:31:00\nrepeat=off\nrandom=off\n");
+  EXPECT_NE(answer.find("time=01:23:59\n"), std::string::npos) << answer;
+  Press(kCommandCloseDevice);
 }
 
 TEST_F(RemoteControlTest, WhatIsNotInOrderIsRefused) {

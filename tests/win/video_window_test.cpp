@@ -124,6 +124,26 @@ TEST_F(VideoWindowTest, SizingKeepsTheShape) {
   EXPECT_EQ(Place(frame), (Rect{100, 100, 530, 424})) << "another renderer leaves the frame as it is";
 }
 
+class StillPicture final : public RecordingDevice {
+ public:
+  explicit StillPicture(std::string& notes) : RecordingDevice(DeviceType::kFile, notes), shown(notes) {}
+  void RefreshStillPicture() override { shown += "shown again\n"; }
+
+ private:
+  std::string& shown;
+};
+
+TEST_F(VideoWindowTest, AStillPictureIsShownAgainInAnotherSize) {
+  currentDevice = std::make_unique<StillPicture>(log);
+  const HWND frame = Show(640, 480);
+  log.clear();
+  theVideoWindow->ToggleFullScreen();
+  EXPECT_EQ(log, "shown again\n");
+  theVideoWindow->ToggleFullScreen();
+  ::SendMessageA(frame, WM_EXITSIZEMOVE, 0, 0);
+  EXPECT_EQ(log, "shown again\nshown again\nshown again\n");
+}
+
 TEST_F(VideoWindowTest, AFrameWithoutRendererIsHarmless) {
   const HWND frame = Show(640, 480);
   const int placed = renderer.placed;

@@ -1,4 +1,4 @@
-#include "shell/popup_menu.h"
+#include "panel/popup_menu.h"
 
 #include "panel/control_panel.h"
 #include "panel/main_window.h"

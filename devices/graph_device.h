@@ -1,0 +1,42 @@
+// A device that plays through a filter graph and shows its picture in the video window.
+#pragma once
+
+#include "devices/device.h"
+#include "devices/opening_steps.h"
+
+namespace quorvex {
+
+class CGraphDevice : public CDevice {
+ protected:
+  struct GraphEvent {
+    long code = 0;
+    LONG_PTR first = 0;
+  };
+
+  using CDevice::CDevice;
+
+  // Asks the graph for its control, events and seeking.
+  void QueryGraph(OpeningSteps& steps);
+
+  // Shows a picture of a native size (pixels; neither may be 0) in the video window, which is made when there
+  // is none. Answers S_OK; another code has been reported, but for E_FAIL: the window has no frame.
+  HRESULT ShowVideo(int width, int height);
+
+  // Takes the picture back from the video window; to be done before the graph goes.
+  void HideVideo();
+
+  // Has the control panel told of the graph's events by kGraphMessage.
+  void FollowGraph();
+
+  // Takes the next event; false when there is none. Its parameters are freed already: the second is left out
+  // and the first counts where it is a number.
+  bool TakeEvent(GraphEvent& event);
+
+  ComPtr<IGraphBuilder> graph;
+  ComPtr<IMediaEventEx> mediaEvent;
+
+ private:
+  ComPtr<IVideoWindow> videoWindow;
+};
+
+}  // namespace quorvex

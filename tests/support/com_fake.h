@@ -1,0 +1,106 @@
+// What fakes of the platform's objects stand on: true reference counts, a common log of the calls, answers
+// given by the test, and a failed test where nobody should call.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <control.h>
+
+#include <array>
+#include <map>
+#include <string>
+#include <utility>
+
+namespace quorvex {
+
+// What a test has its fakes answer, and what they were asked.
+struct ComScript {
+  std::map<std::string, HRESULT> answers;  // by the call's name; S_OK where there is none
+  std::string log;                         // a line for every call
+  int alive = 0;                           // fakes that somebody still holds
+
+  [[nodiscard]] HRESULT Answer(const std::string& name) const {
+    const auto found = answers.find(name);
+    return found == answers.end() ? S_OK : found->second;
+  }
+  HRESULT Call(const std::string& name, const std::string& arguments = "") {
+    log += name + (arguments.empty() ? "" : " " + arguments) + '\n';
+    return Answer(name);
+  }
+  // The log since the last time.
+  std::string Take() { return std::exchange(log, ""); }
+};
+
+inline HRESULT UnexpectedCall(const char* name) {
+  ADD_FAILURE() << "nobody should call " << name;
+  return E_NOTIMPL;
+}
+
+// A method that nobody should call.
+#define QUORVEX_UNEXPECTED(method, ...) \
+  STDMETHODIMP method(__VA_ARGS__) override { return UnexpectedCall(#method); }
+
+// An interface for scripts as well, which nobody uses as such.
+template <typename Dual>
+class NoDispatch : public Dual {
+ public:
+  QUORVEX_UNEXPECTED(GetTypeInfoCount, UINT*)
+  QUORVEX_UNEXPECTED(GetTypeInfo, UINT, LCID, ITypeInfo**)
+  QUORVEX_UNEXPECTED(GetIDsOfNames, REFIID, LPOLESTR*, UINT, LCID, DISPID*)
+  QUORVEX_UNEXPECTED(Invoke, DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*)
+};
+
+// An object with these interfaces, which ends with its last reference.
+template <typename... Interfaces>
+class ComFake : public Interfaces... {
+ public:
+  struct Offered {
+    IID iid;
+    const char* name;  // by which the script may refuse it
+  };
+
+  // `offers`: in the order of the interfaces.
+  ComFake(ComScript& itsScript, const char* itsName, std::array<Offered, sizeof...(Interfaces)> offers)
+      : script(itsScript), name(itsName), offered(offers) {
+    ++script.alive;
+  }
+  ComFake(const ComFake&) = delete;
+  ComFake& operator=(const ComFake&) = delete;
+  virtual ~ComFake() { --script.alive; }
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+    const std::array<void*, sizeof...(Interfaces)> pointers{static_cast<Interfaces*>(this)...};
+    for (std::size_t i = 0; i < offered.size(); ++i) {
+      if (iid == offered[i].iid) return Hand(pointers[i], script.Answer(offered[i].name), object);
+    }
+    *object = nullptr;
+    return E_NOINTERFACE;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
+  STDMETHODIMP_(ULONG) Release() override {
+    const ULONG left = --references;
+    if (left == 0) {
+      script.log += std::string("gone ") + name + '\n';
+      delete this;
+    }
+    return left;
+  }
+
+ protected:
+  ComScript& script;
+
+ private:
+  HRESULT Hand(void* pointer, HRESULT result, void** object) {
+    *object = SUCCEEDED(result) ? pointer : nullptr;
+    if (SUCCEEDED(result)) AddRef();
+    return result;
+  }
+
+  const char* name;
+  std::array<Offered, sizeof...(Interfaces)> offered;
+  ULONG references = 1;
+};
+
+}  // namespace quorvex

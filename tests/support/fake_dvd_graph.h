@@ -1,0 +1,184 @@
+// The filter graph of a DVD, as far as a device looks at it.
+#pragma once
+
+#include <windows.h>
+
+#include <strmif.h>
+
+#include <control.h>
+
+#include <deque>
+
+#include "panel/main_window.h"
+#include "tests/support/com_fake.h"
+#include "tests/support/fake_renderer.h"
+
+namespace quorvex {
+
+struct FakeEvent {
+  long code;
+  LONG_PTR first;
+};
+
+// What the graph has: it outlives the graph.
+struct GraphScript : ComScript {
+  FakeRenderer renderer;
+  long width = 720;
+  long height = 480;
+  std::deque<FakeEvent> events;
+  int unfreedEvents = 0;
+};
+
+class FakeDvdGraph final : public ComFake<IGraphBuilder, NoDispatch<IMediaControl>, NoDispatch<IMediaEventEx>,
+                                          IMediaSeeking, NoDispatch<IBasicAudio>, NoDispatch<IBasicVideo>> {
+ public:
+  explicit FakeDvdGraph(GraphScript& itsScript)
+      : ComFake(itsScript, "graph",
+                {{{IID_IGraphBuilder, "IID_IGraphBuilder"},
+                  {IID_IMediaControl, "IID_IMediaControl"},
+                  {IID_IMediaEventEx, "IID_IMediaEventEx"},
+                  {IID_IMediaSeeking, "IID_IMediaSeeking"},
+                  {IID_IBasicAudio, "IID_IBasicAudio"},
+                  {IID_IBasicVideo, "IID_IBasicVideo"}}}),
+        graph(itsScript) {}
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+    if (iid != IID_IVideoWindow) return ComFake::QueryInterface(iid, object);
+    *object = nullptr;
+    const HRESULT result = graph.Answer("IID_IVideoWindow");
+    if (FAILED(result)) return result;
+    graph.renderer.AddRef();
+    *object = &graph.renderer;
+    return result;
+  }
+
+  // IMediaControl
+  STDMETHODIMP Run() override { return graph.Call("Run"); }
+  STDMETHODIMP Pause() override { return graph.Call("Pause"); }
+  STDMETHODIMP Stop() override { return graph.Call("Stop"); }
+  STDMETHODIMP GetState(LONG limit, OAFilterState*) override {
+    return graph.Call("GetState", std::to_string(limit));
+  }
+  QUORVEX_UNEXPECTED(RenderFile, BSTR)
+  QUORVEX_UNEXPECTED(AddSourceFilter, BSTR, IDispatch**)
+  QUORVEX_UNEXPECTED(get_FilterCollection, IDispatch**)
+  QUORVEX_UNEXPECTED(get_RegFilterCollection, IDispatch**)
+  QUORVEX_UNEXPECTED(StopWhenReady)
+
+  // IMediaEventEx
+  STDMETHODIMP SetNotifyWindow(OAHWND window, long message, LONG_PTR data) override {
+    const char* to = window == 0 ? "none" : window == reinterpret_cast<OAHWND>(mainWindow) ? "panel" : "?";
+    return graph.Call("SetNotifyWindow",
+                      to + (' ' + std::to_string(message)) + ' ' + std::to_string(static_cast<int>(data)));
+  }
+  STDMETHODIMP GetEvent(long* code, LONG_PTR* first, LONG_PTR* second, long limit) override {
+    EXPECT_EQ(limit, 0);
+    if (graph.events.empty()) return E_ABORT;
+    *code = graph.events.front().code;
+    *first = graph.events.front().first;
+    *second = 0;
+    graph.events.pop_front();
+    ++graph.unfreedEvents;
+    return S_OK;
+  }
+  STDMETHODIMP FreeEventParams(long, LONG_PTR, LONG_PTR) override {
+    --graph.unfreedEvents;
+    return S_OK;
+  }
+  QUORVEX_UNEXPECTED(GetEventHandle, OAEVENT*)
+  QUORVEX_UNEXPECTED(WaitForCompletion, long, long*)
+  QUORVEX_UNEXPECTED(CancelDefaultHandling, long)
+  QUORVEX_UNEXPECTED(RestoreDefaultHandling, long)
+  QUORVEX_UNEXPECTED(SetNotifyFlags, long)
+  QUORVEX_UNEXPECTED(GetNotifyFlags, long*)
+
+  // IMediaSeeking
+  STDMETHODIMP SetPositions(LONGLONG* start, DWORD startFlags, LONGLONG*, DWORD stopFlags) override {
+    return graph.Call("SetPositions", std::to_string(*start) + ' ' + std::to_string(startFlags) + ' ' +
+                                          std::to_string(stopFlags));
+  }
+  QUORVEX_UNEXPECTED(GetCapabilities, DWORD*)
+  QUORVEX_UNEXPECTED(CheckCapabilities, DWORD*)
+  QUORVEX_UNEXPECTED(IsFormatSupported, const GUID*)
+  QUORVEX_UNEXPECTED(QueryPreferredFormat, GUID*)
+  QUORVEX_UNEXPECTED(GetTimeFormat, GUID*)
+  QUORVEX_UNEXPECTED(IsUsingTimeFormat, const GUID*)
+  QUORVEX_UNEXPECTED(SetTimeFormat, const GUID*)
+  QUORVEX_UNEXPECTED(GetDuration, LONGLONG*)
+  QUORVEX_UNEXPECTED(GetStopPosition, LONGLONG*)
+  QUORVEX_UNEXPECTED(GetCurrentPosition, LONGLONG*)
+  QUORVEX_UNEXPECTED(ConvertTimeFormat, LONGLONG*, const GUID*, LONGLONG, const GUID*)
+  QUORVEX_UNEXPECTED(GetPositions, LONGLONG*, LONGLONG*)
+  QUORVEX_UNEXPECTED(GetAvailable, LONGLONG*, LONGLONG*)
+  QUORVEX_UNEXPECTED(SetRate, double)
+  QUORVEX_UNEXPECTED(GetRate, double*)
+  QUORVEX_UNEXPECTED(GetPreroll, LONGLONG*)
+
+  // IBasicAudio
+  QUORVEX_UNEXPECTED(put_Volume, long)
+  QUORVEX_UNEXPECTED(get_Volume, long*)
+  QUORVEX_UNEXPECTED(put_Balance, long)
+  QUORVEX_UNEXPECTED(get_Balance, long*)
+
+  // IBasicVideo
+  STDMETHODIMP get_VideoWidth(long* width) override {
+    *width = graph.width;
+    return S_OK;
+  }
+  STDMETHODIMP get_VideoHeight(long* height) override {
+    *height = graph.height;
+    return S_OK;
+  }
+  QUORVEX_UNEXPECTED(get_AvgTimePerFrame, REFTIME*)
+  QUORVEX_UNEXPECTED(get_BitRate, long*)
+  QUORVEX_UNEXPECTED(get_BitErrorRate, long*)
+  QUORVEX_UNEXPECTED(put_SourceLeft, long)
+  QUORVEX_UNEXPECTED(get_SourceLeft, long*)
+  QUORVEX_UNEXPECTED(put_SourceWidth, long)
+  QUORVEX_UNEXPECTED(get_SourceWidth, long*)
+  QUORVEX_UNEXPECTED(put_SourceTop, long)
+  QUORVEX_UNEXPECTED(get_SourceTop, long*)
+  QUORVEX_UNEXPECTED(put_SourceHeight, long)
+  QUORVEX_UNEXPECTED(get_SourceHeight, long*)
+  QUORVEX_UNEXPECTED(put_DestinationLeft, long)
+  QUORVEX_UNEXPECTED(get_DestinationLeft, long*)
+  QUORVEX_UNEXPECTED(put_DestinationWidth, long)
+  QUORVEX_UNEXPECTED(get_DestinationWidth, long*)
+  QUORVEX_UNEXPECTED(put_DestinationTop, long)
+  QUORVEX_UNEXPECTED(get_DestinationTop, long*)
+  QUORVEX_UNEXPECTED(put_DestinationHeight, long)
+  QUORVEX_UNEXPECTED(get_DestinationHeight, long*)
+  QUORVEX_UNEXPECTED(SetSourcePosition, long, long, long, long)
+  QUORVEX_UNEXPECTED(GetSourcePosition, long*, long*, long*, long*)
+  QUORVEX_UNEXPECTED(SetDefaultSourcePosition)
+  QUORVEX_UNEXPECTED(SetDestinationPosition, long, long, long, long)
+  QUORVEX_UNEXPECTED(GetDestinationPosition, long*, long*, long*, long*)
+  QUORVEX_UNEXPECTED(SetDefaultDestinationPosition)
+  QUORVEX_UNEXPECTED(GetVideoSize, long*, long*)
+  QUORVEX_UNEXPECTED(GetVideoPaletteEntries, long, long, long*, long*)
+  QUORVEX_UNEXPECTED(GetCurrentImage, long*, long*)
+  QUORVEX_UNEXPECTED(IsUsingDefaultSource)
+  QUORVEX_UNEXPECTED(IsUsingDefaultDestination)
+
+  // IGraphBuilder
+  QUORVEX_UNEXPECTED(AddFilter, IBaseFilter*, LPCWSTR)
+  QUORVEX_UNEXPECTED(RemoveFilter, IBaseFilter*)
+  QUORVEX_UNEXPECTED(EnumFilters, IEnumFilters**)
+  QUORVEX_UNEXPECTED(FindFilterByName, LPCWSTR, IBaseFilter**)
+  QUORVEX_UNEXPECTED(ConnectDirect, IPin*, IPin*, const AM_MEDIA_TYPE*)
+  QUORVEX_UNEXPECTED(Reconnect, IPin*)
+  QUORVEX_UNEXPECTED(Disconnect, IPin*)
+  QUORVEX_UNEXPECTED(SetDefaultSyncSource)
+  QUORVEX_UNEXPECTED(Connect, IPin*, IPin*)
+  QUORVEX_UNEXPECTED(Render, IPin*)
+  QUORVEX_UNEXPECTED(RenderFile, LPCWSTR, LPCWSTR)
+  QUORVEX_UNEXPECTED(AddSourceFilter, LPCWSTR, LPCWSTR, IBaseFilter**)
+  QUORVEX_UNEXPECTED(SetLogFile, DWORD_PTR)
+  QUORVEX_UNEXPECTED(Abort)
+  QUORVEX_UNEXPECTED(ShouldOperationContinue)
+
+ private:
+  GraphScript& graph;
+};
+
+}  // namespace quorvex

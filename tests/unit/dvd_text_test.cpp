@@ -1,0 +1,105 @@
+#include <gtest/gtest.h>
+
+#include <array>
+
+#include "devices/dvd/language.h"
+#include "devices/dvd/render_report.h"
+
+namespace quorvex {
+namespace {
+
+struct Written {
+  std::size_t size;
+  std::string text;
+};
+
+Written Report(const RenderFindings& findings, std::size_t room = 1000) {
+  std::string text(room, '#');
+  const std::size_t size = WriteRenderReport(findings, text);
+  return {size, text.c_str()};
+}
+
+TEST(RenderReportTest, EveryFindingHasItsLineAndTheLastHasNoNewline) {
+  RenderFindings streams;
+  streams.streams = 5;
+  streams.streamsFailed = 2;
+  streams.failedKinds = 2 | 4;
+  streams.volumeInvalid = true;
+  streams.volumeUnknown = true;
+  RenderFindings rest;
+  rest.failedKinds = 7;
+  rest.overlayError = "No overlay.";
+  rest.volumeUnknown = rest.noCaptionsIn = rest.noCaptionsOut = true;
+  RenderFindings nameless;
+  nameless.overlayError = "";
+  RenderFindings allStreams;
+  allStreams.streams = allStreams.streamsFailed = 3;
+  allStreams.failedKinds = 7;
+  const std::pair<RenderFindings, std::string> cases[] = {
+      {streams,
+       "* 2 out of 5 DVD-Video streams failed to render properly\n    - audio stream\n    - subpicture "
+       "stream\n"
+       "* Specified DVD-Video volume was invalid"},
+      {rest,
+       "* No overlay.\n* No valid DVD-Video volume could be located\n"
+       "* The video decoder doesn't produce closed caption data\n"
+       "* Decoded closed caption data not rendered properly"},
+      {nameless, "* "},
+      {allStreams,
+       "* 3 out of 3 DVD-Video streams failed to render properly\n    - video stream\n    - audio stream\n"
+       "    - subpicture stream"},
+  };
+  for (const auto& [findings, text] : cases) {
+    const Written written = Report(findings);
+    EXPECT_EQ(written.text, text);
+    EXPECT_EQ(written.size, text.size() + 1);
+  }
+}
+
+TEST(RenderReportTest, WhatDoesNotFitIsCutAndNothingToSayIsNotWritten) {
+  RenderFindings findings;
+  findings.volumeUnknown = true;
+  const std::string whole = "* No valid DVD-Video volume could be located";
+  EXPECT_EQ(Report(findings, 45).text, whole) << "the newline's place holds the zero";
+  EXPECT_EQ(Report(findings, 44).text, whole.substr(0, 43));
+  EXPECT_EQ(Report(findings, 44).size, 44U);
+  EXPECT_EQ(Report(findings, 1).text, "");
+  EXPECT_EQ(Report(findings, 1).size, 1U);
+  EXPECT_EQ(WriteRenderReport(findings, {}), 0U);
+  EXPECT_EQ(Report({}, 4).size, 0U);
+  EXPECT_EQ(Report({}, 4).text, "####");
+  findings.overlayError = std::string(2000, 'x');
+  EXPECT_EQ(Report(findings).size, 1000U);
+  EXPECT_EQ(Report(findings).text.size(), 999U);
+}
+
+TEST(LanguageTest, CodesHaveNamesInLowerCaseOnly) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"de", "German"}, {"en", "English"}, {"es", "Spanish"},    {"fr", "French"},  {"ja", "Japanese"},
+      {"ko", "Korean"}, {"nl", "Dutch"},   {"pt", "Portuguese"}, {"sv", "Swedish"}, {"zh", "Chinese"},
+  };
+  std::string name;
+  for (const auto& [code, language] : cases) {
+    EXPECT_TRUE(LanguageNameFromCode(code, name));
+    EXPECT_EQ(name, language);
+  }
+  for (const char* code : {"it", "DE", "d", "deu", ""}) {
+    name = "before";
+    EXPECT_FALSE(LanguageNameFromCode(code, name)) << code;
+    EXPECT_EQ(name, "Unknown") << code;
+  }
+}
+
+TEST(LanguageTest, AttributesHoldTheCodeInTheirThirdAndFourthByte) {
+  const auto named = [](std::uint8_t first, std::uint8_t second) {
+    return LanguageInAttributes(std::array<std::uint8_t, 6>{'e', 'n', first, second, 'f', 'r'});
+  };
+  EXPECT_EQ(named('D', 'E'), "German");
+  EXPECT_EQ(named('s', 'V'), "Swedish");
+  EXPECT_EQ(named('I', 'T'), "Unknown");
+  EXPECT_EQ(named(0, 0), "Unknown");
+  EXPECT_EQ(named(0xFF, 0xFF), "Unknown");
+}
+
+}  // namespace
+}  // namespace quorvex

@@ -1,0 +1,86 @@
+// The DVD device and the drive's tray, over the real MCI and the virtual drive.
+#include "tests/support/dvd_panel.h"
+#include "tests/support/message_box.h"
+#include "tests/support/virtual_drive.h"
+
+namespace quorvex {
+namespace {
+
+class DvdTrayTest : public DvdTest {
+ protected:
+  bool TrayOpen() { return drive.State().trayOpen; }
+
+  VirtualDrive drive;
+};
+
+TEST_F(DvdTrayTest, EjectOpensTheTrayAndOnceMoreClosesIt) {
+  drive.Insert({60});
+  Press(kCommandDvd);
+  Happens(EC_DVD_TITLE_CHANGE, 1);
+  Happens(EC_DVD_CHAPTER_START, 2);
+  Happens(EC_DVD_CURRENT_TIME, 0x00100000);
+  dvd.Take();
+  Press(kCommandEject);
+  EXPECT_TRUE(TrayOpen());
+  EXPECT_EQ(
+      dvd.Take(),
+      "SetNotifyWindow none 1037 0\ngone graph\ngone info\ngone control\ngone captions\ngone builder\n");
+  ASSERT_NE(currentDevice, nullptr);
+  EXPECT_EQ(theVideoWindow, nullptr);
+  EXPECT_EQ(currentDevice->playState, PlayState::kStopped);
+  EXPECT_FALSE(IsLit(kCommandPlay));
+  EXPECT_EQ(Shown(kSecondsUnits), kBlankDigit);
+  EXPECT_EQ(Shown(kChapterLabel) + Shown(kOfLabel), 0);
+  Press(kCommandEject);
+  EXPECT_FALSE(TrayOpen());
+  EXPECT_EQ(dvd.Take(), "");
+  Press(kCommandPlay);
+  EXPECT_EQ(dvd.Take().substr(0, 16), "Create\nRender 1\n");
+  EXPECT_EQ(currentDevice->playState, PlayState::kPlaying);
+  EXPECT_NE(theVideoWindow, nullptr);
+}
+
+TEST_F(DvdTrayTest, APlayThatCannotOpenTheDiscLeavesNoDevice) {
+  Press(kCommandDvd);
+  Press(kCommandEject);
+  MessageBoxAnswerer boxes;
+  dvd.answers["Render"] = E_FAIL;
+  Press(kCommandPlay);
+  EXPECT_EQ(boxes.Answered().size(), 2U);
+  EXPECT_EQ(currentDevice, nullptr);
+  EXPECT_EQ(Shown(kIdleLamp), 1);
+  EXPECT_FALSE(IsLit(kCommandPlay));
+}
+
+TEST_F(DvdTrayTest, WithoutADriveEjectOnlyClosesTheDisc) {
+  // The platform opens a drive by its type once in a process.
+  MCI_OPEN_PARMSA held{};
+  held.lpstrDeviceType = reinterpret_cast<LPSTR>(static_cast<ULONG_PTR>(MCI_DEVTYPE_CD_AUDIO));
+  ASSERT_EQ(::mciSendCommandA(0, MCI_OPEN, MCI_OPEN_TYPE | MCI_OPEN_TYPE_ID | MCI_OPEN_SHAREABLE,
+                              reinterpret_cast<DWORD_PTR>(&held)),
+            0U);
+  Press(kCommandDvd);
+  for (int time = 0; time < 2; ++time) {
+    Press(kCommandEject);
+    EXPECT_EQ(dvd.alive, 0);
+    EXPECT_FALSE(TrayOpen());
+  }
+  Press(kCommandPlay);
+  EXPECT_EQ(currentDevice->playState, PlayState::kPlaying);
+  ::mciSendCommandA(held.wDeviceID, MCI_CLOSE, 0, 0);
+}
+
+TEST_F(DvdTrayTest, TheDriveGoesFromOneDeviceToTheOther) {
+  drive.Insert({60});
+  Press(kCommandCd);
+  ASSERT_TRUE(PumpUntil([] { return currentDevice->playState == PlayState::kPlaying; }, 8000));
+  Press(kCommandDvd);
+  Press(kCommandEject);
+  EXPECT_TRUE(TrayOpen()) << "the CD device has let go of it";
+  Press(kCommandEject);
+  Press(kCommandCd);
+  EXPECT_TRUE(PumpUntil([] { return currentDevice->playState == PlayState::kPlaying; }, 8000));
+}
+
+}  // namespace
+}  // namespace quorvex
