@@ -7,4 +7,4 @@ packages_wine=(
   x11-utils pulseaudio-utils)
 packages_virtual_display=(xvfb imagemagick)
 packages_virtual_sound=(pulseaudio)
-packages_check=(g++ googletest clang-format clang-tidy xdotool ffmpeg)
+packages_check=(g++ googletest clang-format clang-tidy xdotool ffmpeg dvdauthor genisoimage)
