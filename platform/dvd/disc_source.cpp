@@ -41,6 +41,20 @@ std::unique_ptr<DiscSource> DiscSource::Open(const fs::path& path) {
   return source->image && !error ? std::move(source) : nullptr;
 }
 
+bool DiscSource::HoldsVideo() {
+  std::error_code error;
+  if (!folder.empty()) {
+    const fs::path files(std::u8string(folder.begin(), folder.end()));
+    return fs::exists(files / "VIDEO_TS.IFO", error) || fs::exists(files / "video_ts.ifo", error) ||
+           fs::exists(files / "VIDEO_TS.BUP", error);
+  }
+  constexpr int kDirectories = 2 << 20;  // they come first
+  std::string start(kDirectories, '\0');
+  if (!Seek(0)) return false;
+  start.resize(static_cast<std::size_t>(std::max(Read(start.data(), kDirectories), 0)));
+  return start.find("VIDEO_TS.IFO") != std::string::npos;
+}
+
 bool DiscSource::Seek(std::uint64_t position) {
   place = position;
   return !removed && position <= size;

@@ -19,6 +19,9 @@ class DiscSource {
   // The folder; empty for an image.
   [[nodiscard]] const std::string& Folder() const { return folder; }
 
+  // Whether there is anything of a DVD-Video disc: its main table by name, or its name in the image.
+  [[nodiscard]] bool HoldsVideo();
+
   // The image, as one stream. What cannot be read of it reads as zeros; beyond its end nothing does.
   bool Seek(std::uint64_t position);
   int Read(void* target, int bytes);

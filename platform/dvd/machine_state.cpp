@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <mutex>
+#include <optional>
 
 // The library's own headers: under Windows they bring a mutex of their own under the name of the system's.
 #define pthread_mutex_t dvdnav_mutex_t  // NOLINT(bugprone-reserved-identifier,readability-identifier-naming)
@@ -119,6 +120,61 @@ bool GoToPreviousUnit(dvdnav_s* machine) {
   machine->position_current.still = 0;
   machine->vm->hop_channel += HOP_SEEK;
   return true;
+}
+
+bool JumpIsDue(dvdnav_s* machine) {
+  const MachineLock lock(machine);
+  return machine->vm->hop_channel != machine->position_current.hop_channel;
+}
+
+namespace {
+
+const vobu_admap_t* UnitsOf(const vm_t& machine) {
+  switch (machine.state.domain) {
+    case DVD_DOMAIN_VTSTitle: return machine.vtsi != nullptr ? machine.vtsi->vts_vobu_admap : nullptr;
+    case DVD_DOMAIN_VTSMenu: return machine.vtsi != nullptr ? machine.vtsi->menu_vobu_admap : nullptr;
+    default: return machine.vmgi != nullptr ? machine.vmgi->menu_vobu_admap : nullptr;
+  }
+}
+
+// The start of the unit `count` units behind a sector; none beyond the last.
+std::optional<std::uint32_t> UnitBehind(const vobu_admap_t& units, std::uint32_t sector, int count) {
+  const std::size_t size = (units.last_byte + 1 - VOBU_ADMAP_SIZE) / sizeof(std::uint32_t);
+  const std::uint32_t* const begin = units.vobu_start_sectors;
+  const std::uint32_t* const end = begin + size;
+  const std::uint32_t* found = std::upper_bound(begin, end, sector);
+  return end - found >= count ? std::optional(found[count - 1]) : std::nullopt;
+}
+
+// The cell that the unit after next lies in, from the one that plays on.
+bool JumpToUnit(vm_t& machine, std::uint32_t unit) {
+  const pgc_t& chain = *machine.state.pgc;
+  for (int cell = machine.state.cellN; cell <= chain.nr_of_cells; ++cell) {
+    const cell_playback_t& playback = chain.cell_playback[cell - 1];
+    if (unit < playback.first_sector || unit > playback.last_sector) continue;
+    vm_jump_cell_block(&machine, cell, static_cast<int>(unit - playback.first_sector));
+    return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+bool GoBehind(dvdnav_s* machine, int attempts) {
+  const MachineLock lock(machine);
+  vm_t& vm = *machine->vm;
+  if (vm.state.pgc == nullptr || vm.stopped) return false;
+  machine->position_current.still = 0;
+  machine->vm->hop_channel += HOP_SEEK;
+  const vobu_admap_t* units = UnitsOf(vm);
+  const int count = 1 << std::min(attempts - 1, 10);
+  if (units != nullptr && vm.state.cellN >= 1) {
+    const auto here = static_cast<std::uint32_t>(std::max(machine->vobu.vobu_start, 0));
+    const std::optional<std::uint32_t> unit = UnitBehind(*units, here, count);
+    if (unit && JumpToUnit(vm, *unit)) return true;
+  }
+  vm_get_next_cell(&vm);
+  return !vm.stopped;
 }
 
 bool ResumeTitle(dvdnav_s* machine) {

@@ -30,6 +30,13 @@ bool GoToTime(dvdnav_s* machine, DvdTicks time);
 // Goes to the video unit before the one that plays. False at the title's beginning.
 bool GoToPreviousUnit(dvdnav_s* machine);
 
+// Whether what is read next does not continue what was read.
+bool JumpIsDue(dvdnav_s* machine);
+
+// Goes to a video unit behind the one that plays, the further the greater `attempts`; at the end of what plays
+// to what the disc plays then. False when there is no way on.
+bool GoBehind(dvdnav_s* machine, int attempts);
+
 // Goes back to where the title was left for a menu. False when none was.
 bool ResumeTitle(dvdnav_s* machine);
 

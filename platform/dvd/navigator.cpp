@@ -301,6 +301,23 @@ void Navigator::SetMenuLanguage(std::uint16_t letters) {
   Ask([=](dvdnav_t* opened) { return SetRegister(opened, SystemRegister::kMenuLanguage, letters); });
 }
 
+bool Navigator::HasJumped() {
+  return Ask([](dvdnav_t* opened) { return JumpIsDue(opened); });
+}
+
+std::uint32_t Navigator::KeyPictureSectors() {
+  std::uint32_t sectors = 0;
+  Ask([&](dvdnav_t* opened) {
+    sectors = dvdnav_get_current_nav_dsi(opened)->dsi_gi.vobu_1stref_ea;
+    return true;
+  });
+  return sectors;
+}
+
+bool Navigator::SkipDamage(int attempts) {
+  return Ask([=](dvdnav_t* opened) { return GoBehind(opened, attempts); });
+}
+
 bool Navigator::StepBack() {
   return Ask([](dvdnav_t* opened) { return GoToPreviousUnit(opened); });
 }

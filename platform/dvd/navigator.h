@@ -100,6 +100,15 @@ class Navigator {
   void SetCountry(std::uint16_t letters);
   void SetMenuLanguage(std::uint16_t letters);
 
+  // Whether the last wish leads elsewhere.
+  [[nodiscard]] bool HasJumped();
+
+  // How many sectors from the beginning of the video unit hold its first picture.
+  [[nodiscard]] std::uint32_t KeyPictureSectors();
+
+  // Goes on behind what cannot be read, the further the more attempts were made. False when there is no more.
+  bool SkipDamage(int attempts);
+
   // Goes on with the video unit before the one that began at the last place, within its cell or at the end of
   // the cell before. False at the title's beginning.
   bool StepBack();
