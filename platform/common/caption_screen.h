@@ -16,10 +16,13 @@ struct CaptionCell {
   friend bool operator==(const CaptionCell&, const CaptionCell&) = default;
 };
 
+inline constexpr int kCaptionColumns = 32;
+using CaptionRow = std::array<CaptionCell, kCaptionColumns>;
+
 struct CaptionScreen {
   static constexpr int kRows = 15;
-  static constexpr int kColumns = 32;
-  std::array<std::array<CaptionCell, kColumns>, kRows> cells{};
+  static constexpr int kColumns = kCaptionColumns;
+  std::array<CaptionRow, kRows> cells{};
   friend bool operator==(const CaptionScreen&, const CaptionScreen&) = default;
 };
 

@@ -53,11 +53,11 @@ void DrawPart(const PictureView& picture, const Subpicture& subpicture, const Re
               const Rect& without) {
   const Rect seen = Common(Common(subpicture.area, part), {.right = picture.width, .bottom = picture.height});
   for (int y = seen.top; y < seen.bottom; ++y) {
-    std::uint8_t* line = picture.top + y * picture.stride;
-    const auto row = static_cast<std::size_t>((y - subpicture.area.top) * subpicture.area.Width());
-    const std::uint8_t* values = subpicture.pixels.data() + row;
-    for (int x = seen.left; x < seen.right; ++x) {
-      if (!without.Contains({.x = x, .y = y})) Draw(line + x * 4, inks[values[x - subpicture.area.left]]);
+    std::uint8_t* pixel = picture.top + y * picture.stride + static_cast<std::ptrdiff_t>(seen.left) * 4;
+    const int inArea = (y - subpicture.area.top) * subpicture.area.Width() + seen.left - subpicture.area.left;
+    const std::uint8_t* value = subpicture.pixels.data() + inArea;
+    for (int x = seen.left; x < seen.right; ++x, pixel += 4, ++value) {
+      if (!without.Contains({.x = x, .y = y})) Draw(pixel, inks[*value]);
     }
   }
 }

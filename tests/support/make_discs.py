@@ -6,16 +6,17 @@ A disc NAME is FOLDER/NAME/VIDEO_TS, and FOLDER/NAME.iso where ISOS names it. A 
 Sound: a tone (its pitch tells the track), loud in the first 0.2 s of every chapter, low between.
 
 chapters   NTSC 4:3, one title of 25 chapters (film 1), AC-3 440 Hz; no menu, begins at once
-captions   the same with closed captions (discs/captions.py)
+captions   the same with closed captions (discs/captions.py); captions.txt says what is to be seen when
 streams    the same with four sounds: AC-3 en 440 Hz, MPEG layer 2 without a language 880 Hz, LPCM fr 1320 Hz, DTS de 1760 Hz; four subtitles,
            shown in the second half of every chapter: en (white), none (cyan), fr (magenta), de (green)
 menus      begins with an intro of the VMGM (film 100), then its title menu (film 101; buttons: root menu of set 1, title 2). Set 1: root menu (film 102)
            of twelve buttons (1 to 10 play that chapter of title 1, 11 opens the sub-menu, 12 the title menu); sub-menu (film 103) of audio and
            subtitles, seen at rest (1: second sound, 2: subtitles on, 3: back). Title 1: film 1, 25 chapters, then the root menu; two sounds, a subtitle.
-           Set 2: title 2: film 2, 3 chapters, then the title menu
-wide       PAL 16:9, one title of 6 chapters (film 3)
+           Set 2: title 2: film 2, 3 chapters, then the title menu; a forced subtitle (cyan)
+wide       PAL 16:9, one title of 6 chapters (film 3), a subtitle en in two streams: for wide sets (0, white) and for letter-boxed ones (1, magenta)
 jumps      three titles (films 4, 5, 6 of 2 chapters). Begins with title 1; after it title 3 when register 1 is 7, which the first play sets, else
            title 2; title 3 holds its last picture of chapter 1 for 2 s and its end for ever
+endless    its two menus jump to each other for ever (libdvdnav left alone does not come back)
 damaged/*  variants of `jumps` (discs/damage.py)
 """
 import shutil
@@ -105,11 +106,23 @@ def make_plain_discs(shop, film):
     plain = shop.programme("plain", film, CHAPTERS)
     shop.author("chapters", f"<vmgm/>{titleset([title(vob(plain, CHAPTERS))], languages=sound_languages('en'))}")
     captioned = shop.parts / "captioned.m2v"
+    (shop.folder / "captions.txt").write_text(captions.shown_text())
     captioned.write_bytes(captions.insert(film.read_bytes(), CHAPTERS * 2 * NTSC.group))
     video = '<video caption="field1"/>'
     shop.author("captions", f"<vmgm/>{titleset([title(vob(shop.programme('captioned', captioned, CHAPTERS), CHAPTERS))], languages=video)}")
-    wide = shop.programme("wide", shop.film(3, 6, PAL, aspect="16:9"), 6, system=PAL)
-    shop.author("wide", f"<vmgm/>{titleset([title(vob(wide, 6, PAL))], languages='<video aspect=%s16:9%s/>' % (chr(34), chr(34)))}", "pal")
+
+
+def make_wide(shop):
+    video = shop.programme("wide", shop.film(3, 6, PAL, aspect="16:9"), 6, system=PAL)
+    for stream, (words, colour) in enumerate((("wide", WHITE), ("letter-box", MAGENTA))):
+        video = subpictures.add_subtitles(video, shop.parts, stream, words, colour, 6, PAL)
+    streams = """<video aspect="16:9"/><subpicture lang="en"><stream id="0" mode="widescreen"/><stream id="1" mode="letterbox"/></subpicture>"""
+    shop.author("wide", f"<vmgm/>{titleset([title(vob(video, 6, PAL))], languages=streams)}", "pal")
+
+
+def make_endless(shop):
+    menus = "".join(f"<pgc><pre>jump menu {other};</pre></pgc>" for other in (2, 1))
+    shop.author("endless", f"<vmgm><fpc>jump menu 1;</fpc><menus>{menus}</menus></vmgm>{titleset([title(vob(shop.parts / 'jump4.vob', 2))])}")
 
 
 def make_streams(shop, film):
@@ -130,7 +143,8 @@ def make_menus(shop, film):
     main = subpictures.add_subtitles(shop.programme("main", film, CHAPTERS, ("ac3", "mp2")), shop.parts, 0, "English subtitle", WHITE, CHAPTERS)
     languages = sound_languages("en", "fr") + subtitle_languages("en")
     one = titleset([title(vob(main, CHAPTERS), "call menu entry root;")], menus, languages)
-    two = titleset([title(vob(shop.programme("second", shop.film(2, 3), 3), 3), "call vmgm menu entry title;")])
+    second = subpictures.add_subtitles(shop.programme("second", shop.film(2, 3), 3), shop.parts, 0, "forced", CYAN, 3, forced=True)
+    two = titleset([title(vob(second, 3), "call vmgm menu entry title;")], languages=subtitle_languages("en"))
     shop.author("menus", first + one + two)
 
 
@@ -153,7 +167,9 @@ def main():
     make_plain_discs(shop, film)
     make_streams(shop, film)
     make_menus(shop, film)
+    make_wide(shop)
     make_jumps(shop)
+    make_endless(shop)
     damage.make(folder / "jumps", folder / "damaged")
     shutil.rmtree(shop.parts)
 

@@ -1,7 +1,7 @@
 """Closed captions of the test discs: byte pairs of line 21, put into a film's GOPs as discs carry them.
 
-SHOWN says what a viewer of a channel sees while a chapter (a second) lasts: rows from 1, columns from 0. A screen begins with its chapter
-or a few pictures into it, and stays until the next one named; before the first there is none.
+SHOWN says what a viewer of a channel sees when a chapter (a second) ends: rows from 1, columns from 0. A screen begins with its chapter
+and is whole a few pictures later, and stays until the next one named; before the first there is none.
 """
 from discs.pictures import NTSC
 
@@ -22,6 +22,12 @@ SHOWN = {
     "CC2": {21: {15: (8, "SECOND CHANNEL")}},
     "CC3": {4: {15: (0, "SECOND FIELD")}},
 }
+
+
+def shown_text():
+    """SHOWN for the tests: lines of channel, chapter and screen as ScreenText (tests/support/line21_script.h) writes it."""
+    return "".join(f"{channel} {chapter} {'|'.join(f'{row}:{column} {words}' for row, (column, words) in screen.items())}\n"
+                   for channel, screens in SHOWN.items() for chapter, screen in screens.items())
 
 
 def control(code, channel=1):

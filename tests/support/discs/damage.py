@@ -57,6 +57,7 @@ VARIANTS = {
     "vob_empty": [resize("VTS_01_1.VOB", 0)],
     "vob_missing": [remove("VTS_01_1.VOB")],
     "vob_zeroed": [zero("VTS_01_1.VOB", 0.2, 0.4)],
+    "set_missing": [remove("VTS_02*")],
     "empty": [remove("*")],
 }
 
@@ -73,6 +74,7 @@ def make(sound, folder):
     make_image(data, folder / "data.iso")
     make_image(sound, folder / "cut.iso")
     os.truncate(folder / "cut.iso", (folder / "cut.iso").stat().st_size // 2)
+    (folder / "empty.iso").write_bytes(b"")
     (folder / "text.iso").write_text("This is no disc image.\n" * 1000)
 
 

@@ -17,6 +17,7 @@ DARK, BRIGHT, GROUND = 30, 220, 90
 
 
 class System(NamedTuple):
+    name: str
     height: int
     rate: str
     group: int  # pictures of a GOP
@@ -28,8 +29,8 @@ class System(NamedTuple):
         return 2 * self.group * denominator / numerator
 
 
-NTSC = System(480, "30000/1001", 15)
-PAL = System(576, "25/1", 12)
+NTSC = System("NTSC", 480, "30000/1001", 15)
+PAL = System("PAL", 576, "25/1", 12)
 
 
 def ffmpeg(*arguments, **options):

@@ -8,28 +8,28 @@ from discs.pictures import FONT, NTSC, WIDTH
 LIT, PRESSED, RESTING = (255, 255, 0, 255), (255, 0, 0, 255), (0, 255, 0, 255)  # a button selected, activated, and drawn at rest
 
 
-def spumux(source, target, xml, folder, stream=0):
+def spumux(source, target, xml, folder, stream=0, system=NTSC):
     script = folder / "spumux.xml"
     script.write_text(f"<subpictures><stream>{xml}</stream></subpictures>")
     with open(source, "rb") as video, open(target, "wb") as out:
         subprocess.run(["spumux", "-v", "0", "-s", str(stream), script], stdin=video, stdout=out, stderr=subprocess.DEVNULL, check=True,
-                       env={"VIDEO_FORMAT": "NTSC", "PATH": "/usr/bin:/bin"})
+                       env={"VIDEO_FORMAT": system.name, "PATH": "/usr/bin:/bin"})
 
 
-def add_subtitles(video, folder, stream, words, colour, chapters):
+def add_subtitles(video, folder, stream, words, colour, chapters, system=NTSC, forced=False):
     """A bar in `colour` with `words` in black on it, in the second half of every chapter; 30 lines further up for every stream."""
-    top = NTSC.height - 60 - 30 * stream
-    image = Image.new("RGBA", (WIDTH, NTSC.height))
+    top = system.height - 60 - 30 * stream
+    image = Image.new("RGBA", (WIDTH, system.height))
     draw = ImageDraw.Draw(image)
     draw.fontmode = "1"
     draw.rectangle((120, top, WIDTH - 121, top + 23), fill=colour)
     draw.text((140, top + 1), words, fill=(0, 0, 0, 255), font=ImageFont.truetype(FONT, 20))
     name = folder / f"subtitle{stream}.png"
     image.save(name)
-    second = NTSC.second
-    xml = "".join(f'<spu start="{clock((chapter + 0.5) * second)}" end="{clock((chapter + 0.9) * second)}" image="{name}"/>' for chapter in range(chapters))
+    times = ((clock((chapter + 0.5) * system.second), clock((chapter + 0.9) * system.second)) for chapter in range(chapters))
+    xml = "".join(f'<spu start="{start}" end="{end}" image="{name}" {"force=%syes%s" % (chr(34), chr(34)) if forced else ""}/>' for start, end in times)
     target = video.with_suffix(f".s{stream}.vob")
-    spumux(video, target, xml, folder, stream)
+    spumux(video, target, xml, folder, stream, system)
     return target
 
 
