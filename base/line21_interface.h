@@ -28,7 +28,7 @@ enum Line21State { kLine21StateOff = 0, kLine21StateOn = 1 };
 enum Line21Background { kLine21BackgroundOpaque = 0, kLine21BackgroundTransparent = 1 };
 
 // NOLINTBEGIN(readability-identifier-naming): the platform's names
-struct __declspec(uuid("6E8D4A21-310C-11D0-B79A-00AA003767A7")) IAMLine21Decoder : public IUnknown {
+struct IAMLine21Decoder : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE GetDecoderLevel(Line21Level* level) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetCurrentService(Line21Service* service) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetCurrentService(Line21Service service) = 0;

@@ -8,7 +8,6 @@ add_library(
   qvdvd MODULE
   platform/dvd/closed_captions.cpp
   platform/dvd/disc_player.cpp
-  platform/dvd/disc_source.cpp
   platform/dvd/disc_wishes.cpp
   platform/dvd/dvd_control.cpp
   platform/dvd/dvd_graph_builder.cpp

@@ -21,9 +21,8 @@ constexpr int kMostEmptySteps = 3000;
 
 }  // namespace
 
-DiscPlayer::DiscPlayer(Navigator& opened, DiscSource& sourceRead, Surroundings given)
+DiscPlayer::DiscPlayer(Navigator& opened, Surroundings given)
     : navigator(opened),
-      source(sourceRead),
       around(std::move(given)),
       board(around.events),
       pictures({around.filter, around.picturePin, timeline, board, around.captions, around.canvas, around.shapeOf},
@@ -304,7 +303,6 @@ void DiscPlayer::CheckDisc() {
   if (now - lastLookAtDisc < kLookAtDiscMs) return;
   lastLookAtDisc = now;
   if (around.isDiscThere()) return;
-  source.Remove();
   around.events.Tell(EC_DVD_DISC_EJECTED, 0, 0);
   Flush();
   End(DVD_PB_STOPPED_DiscEjected);

@@ -34,7 +34,7 @@ class DiscPlayer {
     std::function<bool()> isDiscThere;
   };
 
-  DiscPlayer(Navigator& opened, DiscSource& read, Surroundings given);
+  DiscPlayer(Navigator& opened, Surroundings given);
   DiscPlayer(const DiscPlayer&) = delete;
   DiscPlayer& operator=(const DiscPlayer&) = delete;
   ~DiscPlayer() { Halt(); }
@@ -110,7 +110,6 @@ class DiscPlayer {
   void SetSpeed(double wanted, bool goBack);
 
   Navigator& navigator;
-  DiscSource& source;
   const Surroundings around;
   PlaceBoard board;
   Timeline timeline;

@@ -1,7 +1,6 @@
 #include "platform/dvd/dvd_control.h"
 
 #include <control.h>
-#include <vfwmsgs.h>
 
 #include <algorithm>
 #include <optional>

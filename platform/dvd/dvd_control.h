@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <vfwmsgs.h>
+
 #include "platform/dvd/dvd_interfaces.h"
 
 #include "platform/dvd/disc_player.h"

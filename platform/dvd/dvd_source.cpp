@@ -38,7 +38,7 @@ DvdSource::DvdSource(OpenedDisc opened)
                  kPictureBuffers, PictureBytes(canvas)),
       soundPin(*this, L"Sound", MediaType::Pcm16(kSoundChannels, SoundWorker::kRate), kSoundBuffers,
                SamplesPerBuffer(SoundWorker::kRate) * kSoundChannels * 2L),
-      player(*disc.navigator, *disc.source,
+      player(*disc.navigator,
              {*this, picturePin, soundPin, *this, captions, canvas,
               [this](const Place& place) { return ShapeOf(place); }, disc.isThere}),
       window(*this, canvas),
@@ -54,6 +54,7 @@ void* DvdSource::Find(REFIID iid) {
 }
 
 HRESULT DvdSource::OnStart() {
+  av_log_set_level(AV_LOG_QUIET);
   for (DvdPin* pin : {&picturePin, &soundPin}) {
     const HRESULT result = pin->Start();
     if (FAILED(result)) return result;

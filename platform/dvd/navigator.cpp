@@ -15,25 +15,13 @@ namespace {
 
 constexpr std::size_t kMostTableBytes = std::size_t{4} << 20;
 
-int OnSeek(void* source, std::uint64_t position) {
-  return static_cast<DiscSource*>(source)->Seek(position) ? 0 : -1;
-}
-int OnRead(void* source, void* target, int bytes) {
-  return static_cast<DiscSource*>(source)->Read(target, bytes);
-}
 // The library's messages are for its developers.
 void OnLog(void*, dvdnav_logger_level_t, const char*, va_list) {}
 
-dvdnav_t* OpenMachine(DiscSource& source) {
-  static dvdnav_stream_cb stream{OnSeek, OnRead, nullptr};
+dvdnav_t* OpenMachine(const std::string& path) {
   static const dvdnav_logger_cb logger{OnLog};
   dvdnav_t* opened = nullptr;
-  if (source.Folder().empty()) {
-    dvdnav_open_stream2(&opened, &source, &logger, &stream);
-  } else {
-    dvdnav_open2(&opened, &source, &logger, source.Folder().c_str());
-  }
-  return opened;
+  return dvdnav_open2(&opened, nullptr, &logger, path.c_str()) == DVDNAV_STATUS_OK ? opened : nullptr;
 }
 
 std::vector<std::uint8_t> ReadWhole(dvd_reader_t* reader, dvd_read_domain_t domain) {
@@ -63,7 +51,7 @@ bool Navigator::Ask(Call call) {
 
 bool Navigator::Open() {
   Close();
-  if (!Guarded([this] { machine = OpenMachine(source); })) machine = nullptr;
+  if (!Guarded([this] { machine = OpenMachine(path); })) machine = nullptr;
   block.resize(kDvdSectorBytes);
   return Ask([](dvdnav_t* opened) {
     dvdnav_set_PGC_positioning_flag(opened, 1);

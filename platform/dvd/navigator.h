@@ -7,9 +7,9 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "platform/dvd/disc_source.h"
 #include "platform/dvd/pack_demuxer.h"
 #include "platform/dvd/place.h"
 
@@ -47,7 +47,8 @@ enum class DiscMenu { kTitle = 2, kRoot = 3, kSubpicture = 4, kAudio = 5, kAngle
 
 class Navigator {
  public:
-  explicit Navigator(DiscSource& read) : source(read) {}
+  // `disc`: an image or the folder with a disc's files, in UTF-8.
+  explicit Navigator(std::string disc) : path(std::move(disc)) {}
   Navigator(const Navigator&) = delete;
   Navigator& operator=(const Navigator&) = delete;
   ~Navigator() { Close(); }
@@ -117,7 +118,7 @@ class Navigator {
   template <typename Call>
   bool Ask(Call call);
 
-  DiscSource& source;
+  const std::string path;
   dvdnav_s* machine = nullptr;
   std::vector<std::uint8_t> block;
   std::vector<std::uint32_t> colours;

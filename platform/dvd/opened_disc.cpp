@@ -6,6 +6,7 @@
 
 #include "platform/cd/shared_drive.h"
 #include "platform/cd/utf8_path.h"
+#include "platform/cd/video_disc.h"
 
 namespace quorvex {
 namespace {
@@ -36,10 +37,12 @@ bool IsVideoDrive(const std::wstring& root) {
 
 DiscFault OpenDisc(const fs::path& path, OpenedDisc& disc) {
   disc.path = path;
-  disc.source = DiscSource::Open(path);
-  if (!disc.source) return DiscFault::kNoDisc;
-  disc.navigator = std::make_unique<Navigator>(*disc.source);
-  if (!disc.navigator->Open()) return disc.source->HoldsVideo() ? DiscFault::kDamaged : DiscFault::kNoDisc;
+  if (!HoldsVideoDisc(path)) return DiscFault::kNoDisc;
+  std::error_code error;
+  const fs::path opened = fs::is_directory(path, error) ? VideoFolder(path) : path;
+  const std::u8string name = opened.u8string();
+  disc.navigator = std::make_unique<Navigator>(std::string(name.begin(), name.end()));
+  if (!disc.navigator->Open()) return DiscFault::kDamaged;
   std::optional<DiscTables> tables = DiscTables::Read(disc.navigator->ReadManagerTables());
   if (!tables || tables->titles.empty()) return DiscFault::kDamaged;
   disc.tables = std::move(*tables);

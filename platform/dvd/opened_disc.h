@@ -1,11 +1,10 @@
-// A disc that was found and is a DVD-Video disc: where it comes from, its virtual machine and its tables.
+// A disc that was found and is a DVD-Video disc: its virtual machine and its tables.
 #pragma once
 
 #include <filesystem>
 #include <functional>
 #include <memory>
 
-#include "platform/dvd/disc_source.h"
 #include "platform/dvd/disc_tables.h"
 #include "platform/dvd/navigator.h"
 
@@ -13,7 +12,6 @@ namespace quorvex {
 
 struct OpenedDisc {
   std::filesystem::path path;  // the image, or the folder
-  std::unique_ptr<DiscSource> source;
   std::unique_ptr<Navigator> navigator;
   DiscTables tables;
   std::function<bool()> isThere;  // whether it is still in its drive

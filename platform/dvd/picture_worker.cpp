@@ -110,7 +110,8 @@ void PictureWorker::ReachPlace(const PlayItem& item) {
   stretch = item.stretch;
   const DvdTicks time = item.time.value_or(0);
   const std::optional<MediaTime> due = around.timeline.Find(stretch, ToMediaTime(time));
-  if (due && !WaitUntil(*due - kPlaceAhead)) return;
+  if (due) WaitUntil(*due - kPlaceAhead);
+  if (queue.Interrupted()) return;
   place = item.place;
   shape = around.shapeOf(*place);
   overlay.SetPlace(place);
