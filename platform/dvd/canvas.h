@@ -11,6 +11,12 @@ namespace quorvex {
 // The size of a disc's full picture: 720 wide, as high as its television system has lines.
 constexpr Size VideoSize(bool pal) { return {720, pal ? 576 : 480}; }
 
+// How video is shaped.
+struct VideoShape {
+  bool wide = false;  // 16:9, else 4:3
+  bool pal = false;
+};
+
 class Canvas {
  public:
   // `wide`: 16:9, else 4:3.

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/common/com_thread.h"
+#include "platform/dvd/stream_kinds.h"
 
 namespace quorvex {
 namespace {
@@ -25,7 +26,7 @@ DiscPlayer::DiscPlayer(Navigator& opened, Surroundings given)
     : navigator(opened),
       around(std::move(given)),
       board(around.events),
-      pictures({around.filter, around.picturePin, timeline, board, around.captions, around.canvas, around.shapeOf},
+      pictures({around.filter, around.picturePin, timeline, board, around.captions, around.tables, around.canvas},
                [this] { desk.Ring(); }),
       sounds(around.filter, around.soundPin, timeline, [this] { desk.Ring(); }) {}
 
@@ -85,7 +86,7 @@ void DiscPlayer::Read() {
 void DiscPlayer::ReadOn() {
   switch (mode) {
     case Mode::kPlaying:
-      if (HasRoom()) {
+      if (wished || HasRoom()) {
         Step();
       } else {
         desk.Await(kWait);
@@ -160,7 +161,9 @@ void DiscPlayer::PushToBoth(PlayItem::Kind kind) {
 
 void DiscPlayer::TakePlace() {
   Progress();
-  const auto place = std::make_shared<const Place>(navigator.Look());
+  Place found = navigator.Look();
+  found.wishes = wishCount;
+  const auto place = std::make_shared<const Place>(found);
   read = place;
   const pci_gi_t& times = place->control.pci_gi;
   units.Begin(times.vobu_s_ptm, times.vobu_e_ptm, speed);
@@ -195,7 +198,8 @@ void DiscPlayer::TakePiece(const PackPiece& piece) {
   const bool isSubpicture = piece.kind == DvdStreamKind::kSubpicture;
   const bool isSound = !isPicture && !isSubpicture;
   if (piece.scrambled || (isSubpicture && piece.number != subpicture.number)) return;
-  if (isSound && (piece.number != audioStream || speed != 1.0 || backwards)) return;
+  const bool isWanted = piece.number == audioStream && piece.kind == audioKind.value_or(piece.kind);
+  if (isSound && (!isWanted || speed != 1.0 || backwards)) return;
   PlayItem item{.kind = PlayItem::Kind::kData, .stream = piece.kind, .number = piece.number};
   item.bytes.assign(piece.bytes.begin(), piece.bytes.end());
   if (piece.pts) item.time = units.Time(*piece.pts);
@@ -210,6 +214,7 @@ void DiscPlayer::TakeJump() {
 
 void DiscPlayer::TakeStreams() {
   audioStream = navigator.AudioStream();
+  audioKind = SoundKindAt(around.tables, navigator.Look());
   subpicture = navigator.SubpictureToShow();
   pictures.ShowOnlyForced(subpicture.onlyForced);
 }

@@ -29,8 +29,8 @@ class DiscPlayer {
     OutputPin& soundPin;
     DiscEvents& events;
     const CaptionWishes& captions;
+    const DiscTables& tables;
     Canvas canvas;
-    std::function<PictureWorker::Shape(const Place&)> shapeOf;
     std::function<bool()> isDiscThere;
   };
 
@@ -102,7 +102,6 @@ class DiscPlayer {
   void CheckDisc();
   void RunCommand();
   void AfterWish();
-  void PublishChanges(const Place& now);
   void RefreshIfPaused();
   [[nodiscard]] bool HasRoom();
   [[nodiscard]] bool IsDrained() { return pictures.queue.IsIdle() && sounds.queue.IsIdle(); }
@@ -126,9 +125,11 @@ class DiscPlayer {
   Mode mode = Mode::kPlaying;
   int stretch = 0;
   int audioStream = -1;
+  std::optional<DvdStreamKind> audioKind;  // any when it is not known
   Navigator::SubpictureStream subpicture;
   std::shared_ptr<const Place> read;  // the last place that was read
   bool awaitsPlace = true;            // what comes before one is not played
+  int wishCount = 0;
   bool wished = false;                // the user's wish was done just now
   std::optional<MediaTime> stillEnd;  // none: for ever
   bool stillReached = false;

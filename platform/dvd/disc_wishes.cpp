@@ -39,7 +39,8 @@ void DiscPlayer::RunCommand() {
 // is seen at once.
 void DiscPlayer::AfterWish() {
   if (mode == Mode::kSuspended) return;
-  const Place now = navigator.Look();
+  Place now = navigator.Look();
+  now.wishes = ++wishCount;
   if (navigator.HasJumped()) {
     if (mode == Mode::kStill && stillReached) around.events.Tell(EC_DVD_STILL_OFF, 0, 0);
     mode = Mode::kPlaying;
@@ -48,24 +49,8 @@ void DiscPlayer::AfterWish() {
     return;
   }
   TakeStreams();
-  PublishChanges(now);
-}
-
-// Of what the machine says only that belongs to the place that is shown which does not depend on how far was
-// read ahead.
-void DiscPlayer::PublishChanges(const Place& now) {
-  Place changed = *board.Shown();
-  if (changed.domain == DiscDomain::kStopped) return;
-  changed.systemRegisters = now.systemRegisters;
-  changed.generalRegisters = now.generalRegisters;
-  if (changed.titleSet == now.titleSet && changed.domain == now.domain) {
-    changed.audio = now.audio;
-    changed.subpicture = now.subpicture;
-    changed.subpictureShown = now.subpictureShown;
-    changed.angle = now.angle;
-  }
   pictures.Select({now.SelectedButton(), false});
-  board.Change(changed);
+  board.Choose(now);
   RefreshIfPaused();
 }
 

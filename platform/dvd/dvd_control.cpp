@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "platform/dvd/languages.h"
+#include "platform/dvd/stream_kinds.h"
 
 namespace quorvex {
 namespace {
@@ -275,7 +276,7 @@ HRESULT DvdControl::VideoModePreferrence(ULONG mode) {
 HRESULT DvdControl::SetRoot(LPCWSTR) { return E_NOTIMPL; }
 
 int DvdControl::ButtonAt(const Place& place, POINT point) {
-  const std::optional<Point> pixel = window.VideoPoint(point, shapeOf(place));
+  const std::optional<Point> pixel = window.VideoPoint(point, ShapeAt(tables, place));
   if (!pixel) return 0;
   for (int i = 0; i < std::min(place.Buttons(), 36); ++i) {
     const btni_t& button = place.control.hli.btnit[i];

@@ -17,11 +17,9 @@ namespace quorvex {
 
 class DvdControl final : public FilterPart<IDvdControl> {
  public:
-  using ShapeOf = std::function<PictureWorker::Shape(const Place&)>;
-
   // All that is named lives as long as the filter.
-  DvdControl(FilterBase& owner, DiscPlayer& played, const DiscTables& known, DvdWindow& seen, ShapeOf shaped)
-      : FilterPart(owner), player(played), tables(known), window(seen), shapeOf(std::move(shaped)) {}
+  DvdControl(FilterBase& owner, DiscPlayer& played, const DiscTables& known, DvdWindow& seen)
+      : FilterPart(owner), player(played), tables(known), window(seen) {}
 
   HRESULT STDMETHODCALLTYPE TitlePlay(ULONG title) override;
   HRESULT STDMETHODCALLTYPE ChapterPlay(ULONG title, ULONG chapter) override;
@@ -78,7 +76,6 @@ class DvdControl final : public FilterPart<IDvdControl> {
   DiscPlayer& player;
   const DiscTables& tables;
   DvdWindow& window;
-  const ShapeOf shapeOf;
 };
 
 }  // namespace quorvex

@@ -6,15 +6,12 @@
 #include <cstring>
 
 #include "platform/dvd/languages.h"
+#include "platform/dvd/stream_kinds.h"
 
 namespace quorvex {
 namespace {
 
-using Part = StreamAttributes::Part;
-
 constexpr ULONG kNone = 0xFFFFFFFF;
-
-Part PartOf(const Place& place) { return place.domain == DiscDomain::kTitle ? Part::kTitle : Part::kMenu; }
 
 ULONG StreamNumber(int stream) { return stream >= 0 ? static_cast<ULONG>(stream) : kNone; }
 

@@ -39,10 +39,9 @@ DvdSource::DvdSource(OpenedDisc opened)
       soundPin(*this, L"Sound", MediaType::Pcm16(kSoundChannels, SoundWorker::kRate), kSoundBuffers,
                SamplesPerBuffer(SoundWorker::kRate) * kSoundChannels * 2L),
       player(*disc.navigator,
-             {*this, picturePin, soundPin, *this, captions, canvas,
-              [this](const Place& place) { return ShapeOf(place); }, disc.isThere}),
+             {*this, picturePin, soundPin, *this, captions, disc.tables, canvas, disc.isThere}),
       window(*this, canvas),
-      control(*this, player, disc.tables, window, [this](const Place& place) { return ShapeOf(place); }),
+      control(*this, player, disc.tables, window),
       info(*this, player, disc.tables, disc.path),
       line21(*this, captions) {}
 
@@ -71,13 +70,6 @@ void DvdSource::OnStop() {
 
 void DvdSource::Tell(long code, LONG_PTR first, LONG_PTR second) {
   if (const auto sink = Graph().As<IMediaEventSink>()) sink->Notify(code, first, second);
-}
-
-PictureWorker::Shape DvdSource::ShapeOf(const Place& place) const {
-  using Part = StreamAttributes::Part;
-  const StreamAttributes& attributes = disc.tables.Of(place.titleSet);
-  const Part part = place.domain == DiscDomain::kTitle ? Part::kTitle : Part::kMenu;
-  return {attributes.IsWide(part), attributes.IsPal(part)};
 }
 
 }  // namespace quorvex

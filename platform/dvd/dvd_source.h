@@ -35,7 +35,6 @@ class DvdSource final : public FilterBase, private DiscEvents {
 
  private:
   void Tell(long code, LONG_PTR first, LONG_PTR second) override;
-  [[nodiscard]] PictureWorker::Shape ShapeOf(const Place& place) const;
 
   OpenedDisc disc;
   const Canvas canvas;

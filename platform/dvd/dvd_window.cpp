@@ -5,7 +5,7 @@
 namespace quorvex {
 
 // The picture fills the renderer's client area unless somebody set a part of it to be filled.
-std::optional<Point> DvdWindow::VideoPoint(POINT point, PictureWorker::Shape shape) {
+std::optional<Point> DvdWindow::VideoPoint(POINT point, VideoShape shape) {
   ComPtr<IBasicVideo> video;  // the platform's headers give it no number for As
   if (const ComPtr<IFilterGraph> graph = filter.Graph()) graph->QueryInterface(IID_IBasicVideo, video.ReceiveVoid());
   long left = 0;

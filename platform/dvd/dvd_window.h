@@ -7,7 +7,6 @@
 
 #include "platform/common/filter_base.h"
 #include "platform/dvd/canvas.h"
-#include "platform/dvd/picture_worker.h"
 
 namespace quorvex {
 
@@ -16,7 +15,7 @@ class DvdWindow {
   DvdWindow(FilterBase& owner, const Canvas& shown) : filter(owner), canvas(shown) {}
 
   // The pixel of the disc's video under a point of the renderer's client area; none without a window.
-  [[nodiscard]] std::optional<Point> VideoPoint(POINT point, PictureWorker::Shape shape);
+  [[nodiscard]] std::optional<Point> VideoPoint(POINT point, VideoShape shape);
 
  private:
   FilterBase& filter;

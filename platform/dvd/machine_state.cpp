@@ -1,9 +1,11 @@
 #include "platform/dvd/machine_state.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <mutex>
 #include <optional>
+#include <span>
 
 // The library's own headers: under Windows they bring a mutex of their own under the name of the system's.
 #define pthread_mutex_t dvdnav_mutex_t  // NOLINT(bugprone-reserved-identifier,readability-identifier-naming)
@@ -15,8 +17,6 @@ extern "C" {
 #include <dvdnav/internal/vm/vm.h>
 
 #include <dvdnav/internal/dvdnav_internal.h>
-
-dvdnav_status_t dvdnav_jump_to_sector_by_time(dvdnav_t* machine, std::uint64_t ticks, std::int32_t mode);
 }
 
 namespace quorvex {
@@ -90,13 +90,106 @@ bool SetRegister(dvdnav_s* machine, SystemRegister which, int value) {
   return true;
 }
 
+namespace {
+
+const vobu_admap_t* UnitsOf(const vm_t& machine) {
+  switch (machine.state.domain) {
+    case DVD_DOMAIN_VTSTitle: return machine.vtsi != nullptr ? machine.vtsi->vts_vobu_admap : nullptr;
+    case DVD_DOMAIN_VTSMenu: return machine.vtsi != nullptr ? machine.vtsi->menu_vobu_admap : nullptr;
+    default: return machine.vmgi != nullptr ? machine.vmgi->menu_vobu_admap : nullptr;
+  }
+}
+
+std::span<const std::uint32_t> AllUnits(const vobu_admap_t& units) {
+  return {units.vobu_start_sectors, (units.last_byte + 1 - VOBU_ADMAP_SIZE) / sizeof(std::uint32_t)};
+}
+
+// The start of the unit `count` units behind a sector; none beyond the last.
+std::optional<std::uint32_t> UnitBehind(const vobu_admap_t& units, std::uint32_t sector, int count) {
+  const std::span<const std::uint32_t> all = AllUnits(units);
+  const auto found = std::upper_bound(all.begin(), all.end(), sector);
+  return all.end() - found >= count ? std::optional(found[count - 1]) : std::nullopt;
+}
+
+// The cell that the unit after next lies in, from the one that plays on.
+bool JumpToUnit(vm_t& machine, std::uint32_t unit) {
+  const pgc_t& chain = *machine.state.pgc;
+  for (int cell = machine.state.cellN; cell <= chain.nr_of_cells; ++cell) {
+    const cell_playback_t& playback = chain.cell_playback[cell - 1];
+    if (unit < playback.first_sector || unit > playback.last_sector) continue;
+    vm_jump_cell_block(&machine, cell, static_cast<int>(unit - playback.first_sector));
+    return true;
+  }
+  return false;
+}
+
+// The starts of the units of a cell.
+std::span<const std::uint32_t> UnitsOfCell(const vobu_admap_t& units, const cell_playback_t& cell) {
+  const std::span<const std::uint32_t> all = AllUnits(units);
+  const auto first = std::lower_bound(all.begin(), all.end(), cell.first_sector);
+  const auto last = std::upper_bound(first, all.end(), cell.last_sector);
+  return {first, last};
+}
+
+DvdTicks LengthOf(const cell_playback_t& cell) {
+  const dvd_time_t& time = cell.playback_time;
+  return DiscTime{time.hour, time.minute, time.second, time.frame_u}.Ticks();
+}
+
+// How far into its cell the unit at a sector is, as its first sector says; none when that cannot be read.
+std::optional<DvdTicks> ElapsedAt(dvd_file_t* file, std::uint32_t sector) {
+  constexpr std::size_t kElapsed = 0x407 + 28;  // behind the second packet's header
+  std::array<unsigned char, DVD_VIDEO_LB_LEN> bytes{};
+  if (DVDReadBlocks(file, static_cast<int>(sector), 1, bytes.data()) != 1) return std::nullopt;
+  return DiscTime{bytes[kElapsed], bytes[kElapsed + 1], bytes[kElapsed + 2], bytes[kElapsed + 3]}.Ticks();
+}
+
+// The unit in which a time of the cell lies.
+std::uint32_t UnitAt(dvd_file_t* file, std::span<const std::uint32_t> units, DvdTicks time) {
+  std::size_t low = 0;
+  std::size_t high = units.size();
+  while (high - low > 1) {
+    const std::size_t middle = low + (high - low) / 2;
+    const std::optional<DvdTicks> elapsed = ElapsedAt(file, units[middle]);
+    (elapsed && *elapsed <= time ? low : high) = middle;
+  }
+  return units[low];
+}
+
+// The cell in which a time of the title lies, and what is left of the time in it. Of the cells of an angle
+// block the first counts.
+struct CellTime {
+  int cell;
+  DvdTicks time;
+};
+std::optional<CellTime> CellAt(const pgc_t& chain, DvdTicks time) {
+  for (int cell = 1; cell <= chain.nr_of_cells; ++cell) {
+    const cell_playback_t& playback = chain.cell_playback[cell - 1];
+    if (playback.block_type == BLOCK_TYPE_ANGLE_BLOCK && playback.block_mode != BLOCK_MODE_FIRST_CELL) continue;
+    if (time < LengthOf(playback)) return CellTime{cell, time};
+    time -= LengthOf(playback);
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
 bool GoToTime(dvdnav_s* machine, DvdTicks time) {
-  constexpr std::int32_t kAtOrBefore = -1;
-  if (machine->vm->state.domain != DVD_DOMAIN_VTSTitle || time < 0) return false;
-  if (dvdnav_jump_to_sector_by_time(machine, static_cast<std::uint64_t>(time), kAtOrBefore) !=
-      DVDNAV_STATUS_OK)
-    return false;
+  const MachineLock lock(machine);
+  vm_t& vm = *machine->vm;
+  const vobu_admap_t* units = UnitsOf(vm);
+  if (vm.state.domain != DVD_DOMAIN_VTSTitle || vm.state.pgc == nullptr || units == nullptr) return false;
+  const std::optional<CellTime> target = CellAt(*vm.state.pgc, time);
+  if (!target) return false;
+  const cell_playback_t& cell = vm.state.pgc->cell_playback[target->cell - 1];
+  const std::span<const std::uint32_t> inCell = UnitsOfCell(*units, cell);
+  dvd_file_t* file = DVDOpenFile(vm.dvd, vm.state.vtsN, DVD_READ_TITLE_VOBS);
+  if (file == nullptr || inCell.empty()) return false;
+  const std::uint32_t unit = UnitAt(file, inCell, target->time);
+  DVDCloseFile(file);
+  vm_jump_cell_block(&vm, target->cell, static_cast<int>(unit - cell.first_sector));
   machine->position_current.still = 0;
+  vm.hop_channel += HOP_SEEK;
   return true;
 }
 
@@ -126,39 +219,6 @@ bool JumpIsDue(dvdnav_s* machine) {
   const MachineLock lock(machine);
   return machine->vm->hop_channel != machine->position_current.hop_channel;
 }
-
-namespace {
-
-const vobu_admap_t* UnitsOf(const vm_t& machine) {
-  switch (machine.state.domain) {
-    case DVD_DOMAIN_VTSTitle: return machine.vtsi != nullptr ? machine.vtsi->vts_vobu_admap : nullptr;
-    case DVD_DOMAIN_VTSMenu: return machine.vtsi != nullptr ? machine.vtsi->menu_vobu_admap : nullptr;
-    default: return machine.vmgi != nullptr ? machine.vmgi->menu_vobu_admap : nullptr;
-  }
-}
-
-// The start of the unit `count` units behind a sector; none beyond the last.
-std::optional<std::uint32_t> UnitBehind(const vobu_admap_t& units, std::uint32_t sector, int count) {
-  const std::size_t size = (units.last_byte + 1 - VOBU_ADMAP_SIZE) / sizeof(std::uint32_t);
-  const std::uint32_t* const begin = units.vobu_start_sectors;
-  const std::uint32_t* const end = begin + size;
-  const std::uint32_t* found = std::upper_bound(begin, end, sector);
-  return end - found >= count ? std::optional(found[count - 1]) : std::nullopt;
-}
-
-// The cell that the unit after next lies in, from the one that plays on.
-bool JumpToUnit(vm_t& machine, std::uint32_t unit) {
-  const pgc_t& chain = *machine.state.pgc;
-  for (int cell = machine.state.cellN; cell <= chain.nr_of_cells; ++cell) {
-    const cell_playback_t& playback = chain.cell_playback[cell - 1];
-    if (unit < playback.first_sector || unit > playback.last_sector) continue;
-    vm_jump_cell_block(&machine, cell, static_cast<int>(unit - playback.first_sector));
-    return true;
-  }
-  return false;
-}
-
-}  // namespace
 
 bool GoBehind(dvdnav_s* machine, int attempts) {
   const MachineLock lock(machine);

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "platform/common/com_thread.h"
+#include "platform/dvd/stream_kinds.h"
 
 namespace quorvex {
 namespace {
@@ -113,7 +114,7 @@ void PictureWorker::ReachPlace(const PlayItem& item) {
   if (due) WaitUntil(*due - kPlaceAhead);
   if (queue.Interrupted()) return;
   place = item.place;
-  shape = around.shapeOf(*place);
+  shape = ShapeAt(around.tables, *place);
   overlay.SetPlace(place);
   activated = false;
   around.board.Show(place);

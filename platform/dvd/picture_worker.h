@@ -12,6 +12,7 @@
 #include "platform/common/picture_converter.h"
 #include "platform/common/picture_delivery.h"
 #include "platform/dvd/canvas.h"
+#include "platform/dvd/disc_tables.h"
 #include "platform/dvd/closed_captions.h"
 #include "platform/dvd/overlay.h"
 #include "platform/dvd/picture_scaler.h"
@@ -24,12 +25,6 @@ namespace quorvex {
 
 class PictureWorker {
  public:
-  // How the video at a place is shaped.
-  struct Shape {
-    bool wide = false;
-    bool pal = false;
-  };
-
   // All that is named outlives the worker.
   struct Surroundings {
     FilterBase& filter;
@@ -37,8 +32,8 @@ class PictureWorker {
     Timeline& timeline;
     PlaceBoard& board;
     const CaptionWishes& captions;
+    const DiscTables& tables;
     Canvas canvas;
-    std::function<Shape(const Place&)> shapeOf;
   };
 
   PictureWorker(Surroundings given, std::function<void()> onTaken)
@@ -105,7 +100,7 @@ class PictureWorker {
   AvOwner<AVFrame> current{av_frame_alloc()};
   DvdTicks currentTime = 0;
   DvdTicks next = 0;  // when the picture after the last one begins, if it does not say so itself
-  Shape shape;
+  VideoShape shape;
   std::shared_ptr<const Place> place;
   Look drawn;
   int stretch = 0;

@@ -35,6 +35,7 @@ struct Place {
   bool subpictureShown = false;
   std::array<std::uint16_t, 24> systemRegisters{};
   std::array<std::uint16_t, 16> generalRegisters{};
+  int wishes = 0;   // how many of the user's wishes were done before
   pci_t control{};  // buttons and times of what begins here
 
   [[nodiscard]] bool IsMenu() const {

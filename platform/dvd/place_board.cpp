@@ -8,9 +8,39 @@ namespace {
 // What stands for "none" in events.
 LONG_PTR StreamNumber(int stream) { return static_cast<LONG_PTR>(static_cast<ULONG>(stream)); }
 
+// A place as it is with what was chosen; where, and when, stay as they are.
+Place WithChoice(Place place, const Place& chosen) {
+  place.systemRegisters = chosen.systemRegisters;
+  place.generalRegisters = chosen.generalRegisters;
+  if (place.titleSet != chosen.titleSet || place.domain != chosen.domain) return place;
+  place.audio = chosen.audio;
+  place.subpicture = chosen.subpicture;
+  place.subpictureShown = chosen.subpictureShown;
+  place.angle = chosen.angle;
+  return place;
+}
+
 }  // namespace
 
-void PlaceBoard::Show(const std::shared_ptr<const Place>& place) {
+void PlaceBoard::Show(std::shared_ptr<const Place> place) {
+  {
+    const std::scoped_lock lock(mutex);
+    if (place->wishes < chosen.wishes) place = std::make_shared<const Place>(WithChoice(*place, chosen));
+  }
+  Replace(place);
+}
+
+void PlaceBoard::Choose(const Place& machine) {
+  Place changed;
+  {
+    const std::scoped_lock lock(mutex);
+    chosen = machine;
+    changed = WithChoice(*shown, chosen);
+  }
+  if (changed.domain != DiscDomain::kStopped) Replace(std::make_shared<const Place>(changed));
+}
+
+void PlaceBoard::Replace(const std::shared_ptr<const Place>& place) {
   std::shared_ptr<const Place> before;
   {
     const std::scoped_lock lock(mutex);
@@ -22,7 +52,7 @@ void PlaceBoard::Show(const std::shared_ptr<const Place>& place) {
 void PlaceBoard::Stop(DVD_PB_STOPPED reason) {
   if (Shown()->domain == DiscDomain::kStopped) return;
   events.Tell(EC_DVD_PLAYBACK_STOPPED, reason, 0);
-  Show(std::make_shared<const Place>());
+  Replace(std::make_shared<const Place>());
 }
 
 void PlaceBoard::TellDifferences(const Place& before, const Place& now) {

@@ -31,22 +31,25 @@ class PlaceBoard {
     return shown;
   }
 
-  // Another place is reached; events tell how it differs from the last one.
-  void Show(const std::shared_ptr<const Place>& place);
+  // Another place is reached; events tell how it differs from the last one. What the user has chosen since it
+  // was read holds for it.
+  void Show(std::shared_ptr<const Place> place);
 
-  // The same place with another button selected, or other streams.
-  void Change(const Place& changed) { Show(std::make_shared<const Place>(changed)); }
+  // The user's wish changed what the machine says: button, streams and registers are as they are there.
+  void Choose(const Place& machine);
 
   // Nothing is played any more.
   void Stop(DVD_PB_STOPPED reason);
 
  private:
+  void Replace(const std::shared_ptr<const Place>& place);
   void TellDifferences(const Place& before, const Place& now);
   void TellStreams(const Place& before, const Place& now);
 
   DiscEvents& events;
   std::mutex mutex;  // guards what follows
   std::shared_ptr<const Place> shown = std::make_shared<const Place>();
+  Place chosen;  // as it was after the last wish
 };
 
 }  // namespace quorvex

@@ -34,6 +34,7 @@ void SoundWorker::Forget() {
   converter.Reset();
   delivery.Begin();
   clock = SoundClock(kRate);
+  timed = false;
   reached = filter.Now();
   ended = false;
   cueWanted = true;
@@ -60,6 +61,7 @@ void SoundWorker::PlayPiece(const PlayItem& item) {
     number = item.number;
     stretch = item.stretch;
     clock = SoundClock(kRate);
+    timed = false;
     converter.Reset();
   }
   parser->Feed(item.bytes, item.time, [this](const AVFrame& frame) { return PlayFrame(frame); });
@@ -72,13 +74,17 @@ void SoundWorker::Drain() {
 bool SoundWorker::PlayFrame(const AVFrame& frame) {
   std::optional<MediaTime> stamped;
   if (frame.best_effort_timestamp != AV_NOPTS_VALUE) stamped = ToMediaTime(frame.best_effort_timestamp);
+  timed = timed || stamped;
+  if (!timed) return true;  // the end of what began before
   const MediaTime time = clock.Begin(stamped);
   const SoundSamples samples = converter.Convert(frame);
   const auto count = static_cast<std::int64_t>(samples.size() / kSoundChannels);
   clock.Advance(count);
+  const MediaTime length = Rescale(count, kSecond, kRate);
+  if (time + length <= 0) return true;  // of the pictures before the first one
   const MediaTime now = filter.Now();
   const MediaTime begin = timeline.Stamp(stretch, time, now, true);
-  if (begin + Rescale(count, kSecond, kRate) < now - kTooLate) return !queue.Interrupted();
+  if (begin + length < now - kTooLate) return !queue.Interrupted();
   return Deliver(samples, begin);
 }
 

@@ -54,6 +54,7 @@ class SoundWorker {
   int number = -1;
   int stretch = 0;
   MediaTime reached = 0;  // the stream's time that sound was delivered until
+  bool timed = false;     // since a time stamp has come
   bool ended = false;
   std::atomic<bool> cueWanted{true};
 };
