@@ -217,7 +217,12 @@ bool GoToPreviousUnit(dvdnav_s* machine) {
 
 bool JumpIsDue(dvdnav_s* machine) {
   const MachineLock lock(machine);
-  return machine->vm->hop_channel != machine->position_current.hop_channel;
+  if (machine->vm->hop_channel == machine->position_current.hop_channel) return false;
+  // Not every jump of the library ends the still that it leads out of.
+  machine->position_current.still = 0;
+  machine->skip_still = 0;
+  machine->sync_wait = 0;
+  return true;
 }
 
 bool GoBehind(dvdnav_s* machine, int attempts) {
