@@ -13,7 +13,11 @@ add_library(
   platform/common/filter_base.cpp
   platform/common/media_type.cpp
   platform/common/output_pin.cpp
+  platform/common/picture_converter.cpp
+  platform/common/picture_delivery.cpp
   platform/common/picture_feeder.cpp
+  platform/common/sound_converter.cpp
+  platform/common/sound_delivery.cpp
   platform/common/sound_feeder.cpp)
 target_link_libraries(quorvex_filters PUBLIC quorvex_overlays ffmpeg gdi32 ole32 oleaut32 strmiids uuid)
 

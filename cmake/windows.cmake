@@ -110,6 +110,7 @@ add_executable(qvdrive platform/drive/main.cpp base/full_path.cpp platform/drive
 target_link_libraries(qvdrive PRIVATE quorvex_drive)
 
 include(cmake/media.cmake)
+include(cmake/dvd.cmake)
 
 # The demo disc, rendered from scores.
 file(GLOB demo_sources CONFIGURE_DEPENDS resources/demo/*.py)
@@ -121,7 +122,7 @@ add_custom_command(
   COMMENT "Rendering the demo disc")
 add_custom_target(demo ALL DEPENDS ${demo_dir}/demo.cue)
 
-foreach(program quorvex qvremote qvdrive qvcd qvmedia)
+foreach(program quorvex qvremote qvdrive qvcd qvmedia qvdvd)
   deliver(${program})
 endforeach()
 

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "platform/cd/planned_image.h"
 #include "platform/cd/utf8_path.h"
+#include "platform/cd/video_disc.h"
 
 namespace quorvex {
 namespace {
@@ -46,10 +47,7 @@ OpenedImage OpenDataImage(const fs::path& path) {
 }
 
 OpenedImage OpenFolder(const fs::path& path) {
-  std::error_code error;
-  if (!fs::exists(path / "VIDEO_TS", error) && !fs::exists(path / "video_ts", error)) {
-    return DiscError{"it is a folder without a DVD's VIDEO_TS"};
-  }
+  if (VideoFolder(path).empty()) return DiscError{"it is a folder without a DVD's VIDEO_TS"};
   return std::make_unique<DataImage>(1);
 }
 

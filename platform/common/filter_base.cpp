@@ -23,6 +23,7 @@ HRESULT FilterBase::Stop() {
   const std::scoped_lock lock(stateLock);
   if (state == State_Running) OnHalt();
   if (state.exchange(State_Stopped) != State_Stopped) OnStop();
+  restTime = 0;
   return S_OK;
 }
 
@@ -30,7 +31,10 @@ HRESULT FilterBase::StartWhenStopped() { return state == State_Stopped ? OnStart
 
 HRESULT FilterBase::Pause() {
   const std::scoped_lock lock(stateLock);
-  if (state == State_Running) OnHalt();
+  if (state == State_Running) {
+    restTime = Now();
+    OnHalt();
+  }
   const HRESULT result = StartWhenStopped();
   if (SUCCEEDED(result)) state = State_Paused;
   return result;
@@ -105,6 +109,11 @@ HRESULT FilterBase::JoinFilterGraph(IFilterGraph* joined, LPCWSTR givenName) {
 }
 
 HRESULT FilterBase::QueryVendorInfo(LPWSTR*) { return E_NOTIMPL; }
+
+ComPtr<IFilterGraph> FilterBase::Graph() {
+  const std::scoped_lock members(membersLock);
+  return ComPtr<IFilterGraph>::Share(graph);
+}
 
 std::optional<REFERENCE_TIME> FilterBase::StreamTime() {
   if (state != State_Running) return std::nullopt;

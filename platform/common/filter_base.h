@@ -32,8 +32,14 @@ class FilterBase : public ComObject<IBaseFilter> {
   HRESULT STDMETHODCALLTYPE JoinFilterGraph(IFilterGraph* joined, LPCWSTR givenName) override;
   HRESULT STDMETHODCALLTYPE QueryVendorInfo(LPWSTR* vendor) override;
 
+  // The graph that the filter is in; null outside of one.
+  ComPtr<IFilterGraph> Graph();
+
   // The stream's time now: since the graph runs, in units of 100 ns. Nothing unless it runs by a clock.
   std::optional<REFERENCE_TIME> StreamTime();
+
+  // The stream's time now, or where it stands while the graph does not run; 0 when it is stopped.
+  REFERENCE_TIME Now() { return StreamTime().value_or(restTime); }
 
   [[nodiscard]] FILTER_STATE State() const { return state; }
 
@@ -57,6 +63,7 @@ class FilterBase : public ComObject<IBaseFilter> {
 
   const CLSID classId;
   std::atomic<FILTER_STATE> state{State_Stopped};
+  std::atomic<REFERENCE_TIME> restTime{0};
   std::mutex membersLock;  // guards what follows
   ComPtr<IReferenceClock> clock;
   REFERENCE_TIME runStart = 0;

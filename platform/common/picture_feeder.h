@@ -4,12 +4,12 @@
 #pragma once
 
 #include <optional>
-#include <span>
 
 #include "platform/common/decoder.h"
 #include "platform/common/filter_base.h"
 #include "platform/common/late_pictures.h"
-#include "platform/common/output_pin.h"
+#include "platform/common/picture_converter.h"
+#include "platform/common/picture_delivery.h"
 #include "platform/common/stream_feeder.h"
 
 namespace quorvex {
@@ -31,22 +31,17 @@ class PictureFeeder final : public StreamFeeder {
   Fed Show(const AVFrame& frame);
   Fed ShowHeld(MediaTime end);
   Fed Deliver(const AVFrame& frame, MediaTime begin, MediaTime end);
-  bool Convert(const AVFrame& frame, std::span<BYTE> target);
-  void ChooseScaler(const AVFrame& frame, int width, int height);
 
   FilterBase& filter;
-  OutputPin& pin;
+  PictureDelivery delivery;
   const TickClock clock;
   const MediaTime usualTime;
   Decoder decoder;
-  AvOwner<SwsContext> scaler;
-  int scalerColours = -1;
-  MediaType type;  // of the pin's samples
+  PictureConverter converter;
   Segment segment;
   MediaTime next = 0;     // when the picture after the last one begins, if it does not say so itself
   AvOwner<AVFrame> held;  // the last picture before the segment: it may last into it
   MediaTime heldBegin = 0;
-  bool first = true;
   LatePictures late;
 };
 

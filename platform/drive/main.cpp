@@ -17,6 +17,8 @@
 #include "platform/cd/open_image.h"
 #include "platform/cd/shared_drive.h"
 #include "platform/cd/time_format.h"
+#include "platform/cd/utf8_path.h"
+#include "platform/cd/video_disc.h"
 
 namespace quorvex {
 namespace {
@@ -78,6 +80,11 @@ void PrintPlace(const DriveState& state, const DiscImage& disc) {
               Clock(std::max(position - start, 0)).c_str());
 }
 
+const char* KindName(const DiscImage& disc, const char* image) {
+  if (disc.Tracks().front().audio) return "audio";
+  return HoldsVideoDisc(PathFromUtf8(image)) ? "dvd" : "data";
+}
+
 int PrintStatus(SharedDrive& drive) {
   const DriveState state = *SharedDrive::Turn(drive);
   std::printf("tray=%s\n", state.trayOpen ? "open" : "closed");
@@ -87,7 +94,7 @@ int PrintStatus(SharedDrive& drive) {
   }
   const OpenedImage image = OpenDiscImage(state.image);
   const auto* disc = std::get_if<std::unique_ptr<DiscImage>>(&image);
-  const char* kind = disc == nullptr ? "unreadable" : (*disc)->Tracks().front().audio ? "audio" : "data";
+  const char* kind = disc == nullptr ? "unreadable" : KindName(**disc, state.image);
   std::printf("disc=%s\nimage=%s\n", kind, state.image);
   if (disc != nullptr && !state.trayOpen) PrintPlace(state, **disc);
   return 0;

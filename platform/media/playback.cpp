@@ -1,9 +1,9 @@
 #include "platform/media/playback.h"
 
-#include <objbase.h>
-
 #include <algorithm>
 #include <iterator>
+
+#include "platform/common/com_thread.h"
 
 namespace quorvex {
 namespace {
@@ -11,16 +11,6 @@ namespace {
 // About a second and a half of usual packets; and what a badly interleaved file may take.
 constexpr std::size_t kEnoughPackets = 40;
 constexpr std::size_t kMostBytes = std::size_t{64} << 20;
-
-// Receivers are COM objects; the threads that call them belong to no single apartment, and need this module
-// for as long as they run.
-class ComThread : ModuleUser {
- public:
-  ComThread() { ::CoInitializeEx(nullptr, COINIT_MULTITHREADED); }
-  ComThread(const ComThread&) = delete;
-  ComThread& operator=(const ComThread&) = delete;
-  ~ComThread() { ::CoUninitialize(); }
-};
 
 }  // namespace
 

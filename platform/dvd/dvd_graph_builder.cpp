@@ -1,0 +1,73 @@
+#include "platform/dvd/dvd_graph_builder.h"
+
+#include <control.h>
+#include <uuids.h>
+#include <vfwmsgs.h>
+
+#include <utility>
+
+#include "base/line21_interface.h"
+#include "platform/dvd/dvd_source.h"
+#include "platform/dvd/render_status.h"
+
+namespace quorvex {
+
+DvdGraphBuilder::~DvdGraphBuilder() { TakeDown(); }
+
+void DvdGraphBuilder::TakeDown() {
+  if (const auto control = graph.As<IMediaControl>()) control->Stop();
+  if (source) graph->RemoveFilter(source.Get());
+  source.Reset();
+}
+
+HRESULT DvdGraphBuilder::MakeGraph() {
+  if (graph) return S_OK;
+  return ::CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IGraphBuilder),
+                            graph.ReceiveVoid());
+}
+
+HRESULT DvdGraphBuilder::GetFiltergraph(IGraphBuilder** wanted) {
+  if (wanted == nullptr) return E_POINTER;
+  const HRESULT result = MakeGraph();
+  *wanted = ComPtr<IGraphBuilder>(graph).Detach();
+  return result;
+}
+
+HRESULT DvdGraphBuilder::GetDvdInterface(REFIID iid, void** object) {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  const bool ofDisc = iid == __uuidof(IDvdControl) || iid == __uuidof(IDvdInfo) || iid == kIidLine21Decoder;
+  const bool ofGraph = iid == IID_IVideoWindow || iid == IID_IBasicVideo || iid == IID_IBasicAudio;
+  if (!ofDisc && !ofGraph) return E_NOINTERFACE;
+  if (!source) return VFW_E_DVD_GRAPHNOTREADY;
+  return ofDisc ? source->QueryInterface(iid, object) : graph->QueryInterface(iid, object);
+}
+
+HRESULT DvdGraphBuilder::RenderDvdVideoVolume(LPCWSTR path, DWORD, AM_DVD_RENDERSTATUS* status) {
+  AM_DVD_RENDERSTATUS told{};
+  if (status == nullptr) status = &told;
+  *status = {};
+  HRESULT result = MakeGraph();
+  if (FAILED(result)) return result;
+  TakeDown();
+  OpenedDisc disc;
+  const bool named = path != nullptr && *path != L'\0';
+  const DiscFault fault = named ? OpenDisc(path, disc) : OpenDiscInDrive(disc);
+  return fault == DiscFault::kNone ? Render(std::move(disc), *status) : TellFault(fault, named, *status);
+}
+
+HRESULT DvdGraphBuilder::Render(OpenedDisc disc, AM_DVD_RENDERSTATUS& status) {
+  const auto made = ComPtr<DvdSource>::Attach(new DvdSource(std::move(disc)));
+  source = ComPtr<IBaseFilter>::Share(made.Get());
+  const HRESULT added = graph->AddFilter(made.Get(), L"DVD");
+  if (FAILED(added)) return added;
+  status.iNumStreams = kDvdStreams;
+  if (FAILED(graph->Render(&made->PicturePin()))) {
+    FailStreams(status, AM_DVD_STREAM_VIDEO | AM_DVD_STREAM_SUBPIC);
+  }
+  if (FAILED(graph->Render(&made->SoundPin()))) FailStreams(status, AM_DVD_STREAM_AUDIO);
+  if (status.iNumStreamsFailed == kDvdStreams) return VFW_E_DVD_DECNOTENOUGH;
+  return status.iNumStreamsFailed > 0 ? S_FALSE : S_OK;
+}
+
+}  // namespace quorvex

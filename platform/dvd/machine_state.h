@@ -1,0 +1,43 @@
+// What libdvdnav has no functions for: a look into its virtual machine, its registers, and places within a
+// title.
+#pragma once
+
+#include "platform/dvd/place.h"
+
+struct dvdnav_s;
+struct dvd_reader_s;
+
+namespace quorvex {
+
+enum class SystemRegister {
+  kMenuLanguage = 0,
+  kAudio = 1,
+  kSubpicture = 2,
+  kCountry = 12,
+  kParentalLevel = 13
+};
+
+dvd_reader_s* ReaderOf(dvdnav_s* machine);
+
+// Fills in domain, title set, length, streams and registers.
+void ReadMachine(dvdnav_s* machine, Place& place);
+
+bool SetRegister(dvdnav_s* machine, SystemRegister which, int value);
+
+// Goes to a time of the title that plays. False when it has no such time.
+bool GoToTime(dvdnav_s* machine, DvdTicks time);
+
+// Goes to the video unit before the one that plays. False at the title's beginning.
+bool GoToPreviousUnit(dvdnav_s* machine);
+
+// Whether what is read next does not continue what was read.
+bool JumpIsDue(dvdnav_s* machine);
+
+// Goes to a video unit behind the one that plays, the further the greater `attempts`; at the end of what plays
+// to what the disc plays then. False when there is no way on.
+bool GoBehind(dvdnav_s* machine, int attempts);
+
+// Goes back to where the title was left for a menu. False when none was.
+bool ResumeTitle(dvdnav_s* machine);
+
+}  // namespace quorvex
