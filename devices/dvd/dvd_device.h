@@ -54,6 +54,9 @@ class CDVDDevice final : public CGraphDevice {
 
   void OnGraphEvent() override;
 
+  // A seek of the graph would part its clock from the navigator's; a navigator shows its stills itself.
+  void RefreshStillPicture() override {}
+
   // The title that plays, 0 when it is not known, and its length.
   [[nodiscard]] std::uint32_t Title() const { return currentTitle == kNoTitle ? 0 : currentTitle; }
   [[nodiscard]] PackedTime TitleTime() const { return titleTime; }

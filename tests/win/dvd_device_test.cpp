@@ -305,6 +305,15 @@ TEST_F(DvdDeviceTest, ADiscThatIsClosedTakesNoKeys) {
   EXPECT_EQ(StreamMenu(), "&Audio Tracks:\n&Subtitles:\n  No Subtitles greyed 1300\n");
 }
 
+TEST_F(DvdDeviceTest, APausedDiscIsNotSoughtInForItsPicture) {
+  Open();
+  Press(kCommandPause);
+  dvd.Take();
+  Press(kCommandFullScreen);
+  Press(kCommandFullScreen);
+  EXPECT_EQ(dvd.Take(), "");
+}
+
 TEST_F(DvdDeviceTest, TheVideoWindowMayBeClosed) {
   Open();
   ::SendMessageA(theVideoWindow->Frame(), WM_CLOSE, 0, 0);
