@@ -24,6 +24,11 @@ void ReadMachine(dvdnav_s* machine, Place& place);
 
 bool SetRegister(dvdnav_s* machine, SystemRegister which, int value);
 
+// Lets the machine stand where a place is, if it is in the same programme chain still: it may have read on.
+void StandAt(dvdnav_s* machine, const Place& place);
+// Goes back to a place. False when the machine is in another programme chain.
+bool GoToPlace(dvdnav_s* machine, const Place& place);
+
 // Goes to a time of the title that plays. False when it has no such time.
 bool GoToTime(dvdnav_s* machine, DvdTicks time);
 

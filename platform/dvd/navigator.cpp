@@ -77,6 +77,26 @@ std::vector<std::uint8_t> Navigator::ReadManagerTables() {
   return bytes;
 }
 
+bool Navigator::ComesToPlay() {
+  constexpr int kMostSteps = 1000;
+  constexpr int kMostAttempts = 40;
+  int attempts = 0;
+  for (int i = 0; i < kMostSteps; ++i) {
+    switch (Next().kind) {
+      case DiscStep::Kind::kSector:
+      case DiscStep::Kind::kPlace:
+      case DiscStep::Kind::kStill: return true;
+      case DiscStep::Kind::kEnd: return false;
+      case DiscStep::Kind::kDrain: EndDrain(); break;
+      case DiscStep::Kind::kUnreadable:
+        if (++attempts > kMostAttempts || !SkipDamage(attempts)) return false;
+        break;
+      default: break;
+    }
+  }
+  return false;
+}
+
 bool Navigator::IsScrambled(int titleSets) {
   constexpr std::size_t kLooked = 512;
   std::vector<std::uint8_t> sectors(kLooked * kDvdSectorBytes);
@@ -228,10 +248,15 @@ bool Navigator::GoUp() {
   return Ask([](dvdnav_t* opened) { return dvdnav_go_up(opened) == DVDNAV_STATUS_OK; });
 }
 
-bool Navigator::CallMenu(DiscMenu menu) {
-  return Ask([=](dvdnav_t* opened) {
+bool Navigator::CallMenu(DiscMenu menu, const Place& shown) {
+  return Ask([&](dvdnav_t* opened) {
+    StandAt(opened, shown);
     return dvdnav_menu_call(opened, static_cast<DVDMenuID_t>(menu)) == DVDNAV_STATUS_OK;
   });
+}
+
+bool Navigator::ReturnTo(const Place& place) {
+  return Ask([&](dvdnav_t* opened) { return GoToPlace(opened, place); });
 }
 
 bool Navigator::Resume() {

@@ -40,6 +40,8 @@ class PictureWorker {
       : queue(std::move(onTaken)), around(std::move(given)), delivery(around.pin), captions(around.captions) {}
 
   PlayQueue queue;
+  // Subpictures lie behind the pictures that they are shown with, so they do not wait in their queue.
+  PlayQueue subpictures{[] {}};
 
   // Plays until the queue is halted; a thread's whole work.
   void Run();
@@ -82,6 +84,7 @@ class PictureWorker {
   bool Deliver(MediaTime begin, MediaTime end);
   bool Draw(const PictureView& target);
   bool DrawVideo(const PictureView& area);
+  void TakeSubpictures();
   [[nodiscard]] Look LookNow();
   [[nodiscard]] Overlay::Selection Selected() const { return {button, activated}; }
   [[nodiscard]] DvdTicks OverlayTime();
