@@ -14,6 +14,9 @@ namespace {
 // Long enough for any disc that is not stuck, short enough for a thread that draws windows.
 constexpr std::chrono::milliseconds kAnswerLimit{150};
 
+// How often it is looked whether a flushed renderer gave back its picture, a millisecond each.
+constexpr int kMostLooks = 100;
+
 }  // namespace
 
 HRESULT DiscPlayer::Do(Wish wish) {
@@ -59,6 +62,7 @@ void DiscPlayer::AfterWish() {
 void DiscPlayer::RefreshIfPaused() {
   if (around.filter.State() != State_Paused) return;
   around.picturePin.DeliverBeginFlush();
+  for (int i = 0; i < kMostLooks && pictures.IsDelivering(); ++i) ::Sleep(1);
   around.picturePin.DeliverEndFlush();
   around.picturePin.DeliverNewSegment(0, kForever);
   pictures.Renew();

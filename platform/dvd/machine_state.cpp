@@ -66,6 +66,24 @@ void ReadStreams(const dvd_state_t& state, Place& place) {
 
 }  // namespace
 
+bool IsSound(dvdnav_s* machine) {
+  const MachineLock lock(machine);
+  const vm_t& vm = *machine->vm;
+  const bool inSet = vm.state.domain == DVD_DOMAIN_VTSTitle || vm.state.domain == DVD_DOMAIN_VTSMenu;
+  return vm.vmgi != nullptr && vm.vmgi->tt_srpt != nullptr && (!inSet || vm.vtsi != nullptr);
+}
+
+bool CanOpenTitle(dvdnav_s* machine, int title) {
+  const MachineLock lock(machine);
+  vm_t& vm = *machine->vm;
+  if (title < 1 || title > vm.vmgi->tt_srpt->nr_of_srpts) return false;
+  if (vm.vtsi != nullptr && vm.state.vtsN == vm.vmgi->tt_srpt->title[title - 1].title_set_nr) return true;
+  ifo_handle_t* tables = vm_get_title_ifo(&vm, static_cast<std::uint32_t>(title));
+  if (tables == nullptr) return false;
+  vm_ifo_close(tables);
+  return true;
+}
+
 dvd_reader_s* ReaderOf(dvdnav_s* machine) { return machine->vm->dvd; }
 
 void ReadMachine(dvdnav_s* machine, Place& place) {

@@ -17,6 +17,13 @@ enum class SystemRegister {
   kParentalLevel = 13
 };
 
+// Whether the machine can be asked on. A title set whose tables cannot be read leaves it without any, which its
+// functions do not expect.
+bool IsSound(dvdnav_s* machine);
+
+// Whether the tables of a title's set can be read.
+bool CanOpenTitle(dvdnav_s* machine, int title);
+
 dvd_reader_s* ReaderOf(dvdnav_s* machine);
 
 // Fills in domain, title set, length, streams and registers.

@@ -86,7 +86,6 @@ class Navigator {
   bool PlayTitle(int title);
   bool PlayChapter(int title, int chapter);
   bool PlayTime(int title, DvdTicks time);
-  bool SearchChapter(int chapter);
   bool SearchTime(DvdTicks time);
   bool PreviousProgram();
   bool TopProgram();

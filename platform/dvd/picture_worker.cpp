@@ -166,7 +166,9 @@ bool PictureWorker::Deliver(MediaTime begin, MediaTime end) {
   if (queue.Interrupted()) return false;
   cueWanted = false;
   around.timeline.Reach(end);
+  delivering = true;
   delivery.Deliver(begin, end, [this](const PictureView& target) { return Draw(target); });
+  delivering = false;
   return !queue.Interrupted();
 }
 

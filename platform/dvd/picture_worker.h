@@ -62,6 +62,9 @@ class PictureWorker {
     queue.Poke();
   }
 
+  // Whether it waits for the renderer to take a picture.
+  [[nodiscard]] bool IsDelivering() const { return delivering; }
+
   // Whether there is sound that keeps the time.
   void SetSoundLeads(bool leads) { soundLeads = leads; }
 
@@ -112,6 +115,7 @@ class PictureWorker {
   int emptyLooks = 0;
   std::atomic<bool> cueWanted{true};
   std::atomic<bool> renewWanted{false};
+  std::atomic<bool> delivering{false};
   std::atomic<bool> onlyForced{true};
   std::atomic<bool> soundLeads{false};
   std::atomic<int> button{0};
