@@ -143,7 +143,7 @@ HRESULT DvdControl::MenuCall(DVD_MENU_ID menu) {
   if (!operation) return E_INVALIDARG;
   if (player.Shown()->domain == DiscDomain::kFirstPlay) return VFW_E_DVD_INVALIDDOMAIN;
   return Jump(*operation,
-              [=](DiscPlayer::Hand& hand) { return hand.navigator.CallMenu(static_cast<DiscMenu>(menu)); },
+              [=](DiscPlayer::Hand& hand) { return hand.navigator.CallMenu(static_cast<DiscMenu>(menu), hand.shown); },
               VFW_E_DVD_MENU_DOES_NOT_EXIST);
 }
 
