@@ -9,7 +9,7 @@ namespace quorvex {
 // Registers a window for as long as this object lives; it must end before the window does.
 class FileDrops {
  public:
-  explicit FileDrops(HWND window);
+  explicit FileDrops(HWND receiver);
   FileDrops(const FileDrops&) = delete;
   FileDrops& operator=(const FileDrops&) = delete;
   ~FileDrops();
