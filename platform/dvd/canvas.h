@@ -20,7 +20,8 @@ struct VideoShape {
 class Canvas {
  public:
   // `wide`: 16:9, else 4:3.
-  constexpr Canvas(bool wide, bool pal) : size(pal ? Size{wide ? 1024 : 768, 576} : Size{wide ? 854 : 720, wide ? 480 : 540}) {}
+  constexpr Canvas(bool wide, bool pal)
+      : size(pal ? Size{wide ? 1024 : 768, 576} : Size{wide ? 854 : 720, wide ? 480 : 540}) {}
 
   [[nodiscard]] constexpr Size Extent() const { return size; }
 

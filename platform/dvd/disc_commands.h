@@ -63,7 +63,7 @@ class CommandDesk {
   std::shared_ptr<Command> Take() {
     const std::scoped_lock lock(mutex);
     if (waiting.empty()) return nullptr;
-    const std::shared_ptr<Command> command = waiting.front();
+    std::shared_ptr<Command> command = waiting.front();
     waiting.pop_front();
     return command;
   }

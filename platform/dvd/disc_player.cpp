@@ -26,8 +26,9 @@ DiscPlayer::DiscPlayer(Navigator& opened, Surroundings given)
     : navigator(opened),
       around(std::move(given)),
       board(around.events),
-      pictures({around.filter, around.picturePin, timeline, board, around.captions, around.tables, around.canvas},
-               [this] { desk.Ring(); }),
+      pictures(
+          {around.filter, around.picturePin, timeline, board, around.captions, around.tables, around.canvas},
+          [this] { desk.Ring(); }),
       sounds(around.filter, around.soundPin, timeline, [this] { desk.Ring(); }) {}
 
 void DiscPlayer::Start() {
@@ -109,7 +110,7 @@ void DiscPlayer::ReadOn() {
 }
 
 bool DiscPlayer::HasRoom() {
-  return pictures.queue.Places() < kUnitsAhead && sounds.queue.Places() < kUnitsAhead * 2 &&
+  return pictures.queue.Places() < kUnitsAhead &&
          pictures.queue.Bytes() + sounds.queue.Bytes() < kMostBytesAhead;
 }
 

@@ -39,8 +39,8 @@ void DiscPlayer::RunCommand() {
   desk.Answer(*command, result);
 }
 
-// A wish that led elsewhere shows in the machine's next step. One that changed the selected button or a stream
-// is seen at once.
+// A wish that led elsewhere shows in the machine's next step. One that changed the selected button or a
+// stream is seen at once.
 void DiscPlayer::AfterWish() {
   if (mode == Mode::kSuspended) return;
   Place now = navigator.Look();

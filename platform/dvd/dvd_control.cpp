@@ -50,7 +50,8 @@ HRESULT DvdControl::JumpInTitle(ULONG operation, Go go, HRESULT refusal) {
 
 HRESULT DvdControl::TitlePlay(ULONG title) {
   if (!HasTitle(title)) return E_INVALIDARG;
-  return Jump(UOP_FLAG_Play_Title, [=](DiscPlayer::Hand& hand) { return hand.navigator.PlayTitle(static_cast<int>(title)); });
+  return Jump(UOP_FLAG_Play_Title,
+              [=](DiscPlayer::Hand& hand) { return hand.navigator.PlayTitle(static_cast<int>(title)); });
 }
 
 HRESULT DvdControl::ChapterPlay(ULONG title, ULONG chapter) {
@@ -78,8 +79,9 @@ HRESULT DvdControl::StopForResume() {
 }
 
 HRESULT DvdControl::GoUp() {
-  return Jump(UOP_FLAG_ReturnFromSubMenu, [](DiscPlayer::Hand& hand) { return hand.navigator.GoUp(); },
-              VFW_E_DVD_NO_GOUP_PGC);
+  return Jump(
+      UOP_FLAG_ReturnFromSubMenu, [](DiscPlayer::Hand& hand) { return hand.navigator.GoUp(); },
+      VFW_E_DVD_NO_GOUP_PGC);
 }
 
 HRESULT DvdControl::TimeSearch(ULONG time) {
@@ -118,8 +120,9 @@ HRESULT DvdControl::TopPGSearch() {
 HRESULT DvdControl::NextPGSearch() {
   return Jump(UOP_FLAG_PlayNext_Chapter, [this](DiscPlayer::Hand& hand) {
     if (hand.shown.domain != DiscDomain::kTitle) return hand.navigator.NextProgram();
-    const bool isLast = !HasChapter(static_cast<ULONG>(hand.shown.title), static_cast<ULONG>(hand.shown.chapter + 1));
-    return !isLast && hand.navigator.PlayChapter(hand.shown.title, hand.shown.chapter + 1);
+    const int next = hand.shown.chapter + 1;
+    const bool exists = HasChapter(static_cast<ULONG>(hand.shown.title), static_cast<ULONG>(next));
+    return exists && hand.navigator.PlayChapter(hand.shown.title, next);
   });
 }
 
@@ -135,16 +138,21 @@ HRESULT DvdControl::Scan(ULONG operation, double speed, bool backwards) {
   });
 }
 
-HRESULT DvdControl::ForwardScan(double speed) { return Scan(speed == 1.0 ? 0 : UOP_FLAG_Play_Forwards, speed, false); }
+HRESULT DvdControl::ForwardScan(double speed) {
+  return Scan(speed == 1.0 ? 0 : UOP_FLAG_Play_Forwards, speed, false);
+}
 HRESULT DvdControl::BackwardScan(double speed) { return Scan(UOP_FLAG_Play_Backwards, speed, true); }
 
 HRESULT DvdControl::MenuCall(DVD_MENU_ID menu) {
   const std::optional<ULONG> operation = MenuOperation(menu);
   if (!operation) return E_INVALIDARG;
   if (player.Shown()->domain == DiscDomain::kFirstPlay) return VFW_E_DVD_INVALIDDOMAIN;
-  return Jump(*operation,
-              [=](DiscPlayer::Hand& hand) { return hand.navigator.CallMenu(static_cast<DiscMenu>(menu), hand.shown); },
-              VFW_E_DVD_MENU_DOES_NOT_EXIST);
+  return Jump(
+      *operation,
+      [=](DiscPlayer::Hand& hand) {
+        return hand.navigator.CallMenu(static_cast<DiscMenu>(menu), hand.shown);
+      },
+      VFW_E_DVD_MENU_DOES_NOT_EXIST);
 }
 
 HRESULT DvdControl::Resume() {

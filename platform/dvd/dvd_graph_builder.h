@@ -20,12 +20,14 @@ class DvdGraphBuilder final : public ComObject<IDvdGraphBuilder> {
   // The graph, also before a disc is rendered.
   HRESULT STDMETHODCALLTYPE GetFiltergraph(IGraphBuilder** wanted) override;
 
-  // Of the disc: IDvdControl, IDvdInfo, IAMLine21Decoder; of the graph: IVideoWindow, IBasicVideo, IBasicAudio.
+  // Of the disc: IDvdControl, IDvdInfo, IAMLine21Decoder; of the graph: IVideoWindow, IBasicVideo,
+  // IBasicAudio.
   HRESULT STDMETHODCALLTYPE GetDvdInterface(REFIID iid, void** object) override;
 
-  // `path`: an image or a folder; null for the disc in the drive. S_FALSE when not all of it could be rendered;
-  // the status tells what is wrong.
-  HRESULT STDMETHODCALLTYPE RenderDvdVideoVolume(LPCWSTR path, DWORD flags, AM_DVD_RENDERSTATUS* status) override;
+  // `path`: an image or a folder; null for the disc in the drive. S_FALSE when not all of it could be
+  // rendered; the status tells what is wrong.
+  HRESULT STDMETHODCALLTYPE RenderDvdVideoVolume(LPCWSTR path, DWORD flags,
+                                                 AM_DVD_RENDERSTATUS* status) override;
 
  protected:
   ~DvdGraphBuilder() override;

@@ -138,7 +138,8 @@ HRESULT DvdInfo::GetSubpictureLanguage(ULONG stream, LCID* language) {
   return WhilePlaying([=, this](const Place& place) {
     const StreamAttributes& attributes = tables.Of(place.titleSet);
     if (stream >= static_cast<ULONG>(attributes.SubpictureCount(PartOf(place)))) return E_INVALIDARG;
-    *language = LanguageOfLetters(LanguageOf(attributes.SubpictureOf(PartOf(place), static_cast<int>(stream))));
+    *language =
+        LanguageOfLetters(LanguageOf(attributes.SubpictureOf(PartOf(place), static_cast<int>(stream))));
     return S_OK;
   });
 }

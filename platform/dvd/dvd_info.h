@@ -27,7 +27,8 @@ class DvdInfo final : public FilterPart<IDvdInfo> {
   HRESULT STDMETHODCALLTYPE GetCurrentButton(ULONG* available, ULONG* current) override;
   HRESULT STDMETHODCALLTYPE GetCurrentAngle(ULONG* available, ULONG* current) override;
   HRESULT STDMETHODCALLTYPE GetCurrentAudio(ULONG* available, ULONG* current) override;
-  HRESULT STDMETHODCALLTYPE GetCurrentSubpicture(ULONG* available, ULONG* current, WINBOOL* disabled) override;
+  HRESULT STDMETHODCALLTYPE GetCurrentSubpicture(ULONG* available, ULONG* current,
+                                                 WINBOOL* disabled) override;
   HRESULT STDMETHODCALLTYPE GetCurrentUOPS(VALID_UOP_SOMTHING_OR_OTHER* operations) override;
   HRESULT STDMETHODCALLTYPE GetAllSPRMs(SPRMARRAY* registers) override;
   HRESULT STDMETHODCALLTYPE GetAllGPRMs(GPRMARRAY* registers) override;

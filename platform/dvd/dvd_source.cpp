@@ -21,7 +21,8 @@ Canvas CanvasFor(const DiscTables& tables) {
 }
 
 MediaType PictureType(const Canvas& canvas, bool pal) {
-  return MediaType::Rgb32(canvas.Extent().width, canvas.Extent().height, pal ? kSecond / 25 : kSecond * 1001 / 30000);
+  return MediaType::Rgb32(canvas.Extent().width, canvas.Extent().height,
+                          pal ? kSecond / 25 : kSecond * 1001 / 30000);
 }
 
 long PictureBytes(const Canvas& canvas) {
@@ -34,7 +35,8 @@ DvdSource::DvdSource(OpenedDisc opened)
     : FilterBase(kDvdSourceClass),
       disc(std::move(opened)),
       canvas(CanvasFor(disc.tables)),
-      picturePin(*this, L"Picture", PictureType(canvas, disc.tables.Of(1).IsPal(StreamAttributes::Part::kTitle)),
+      picturePin(*this, L"Picture",
+                 PictureType(canvas, disc.tables.Of(1).IsPal(StreamAttributes::Part::kTitle)),
                  kPictureBuffers, PictureBytes(canvas)),
       soundPin(*this, L"Sound", MediaType::Pcm16(kSoundChannels, SoundWorker::kRate), kSoundBuffers,
                SamplesPerBuffer(SoundWorker::kRate) * kSoundChannels * 2L),

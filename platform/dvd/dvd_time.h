@@ -32,8 +32,8 @@ constexpr std::uint32_t EncodeTimeCode(DvdTicks ticks, FrameCount count) {
   const auto pair = [](std::int64_t value) {
     return static_cast<std::uint32_t>(value % 10 | (value / 10 % 10) << 4);
   };
-  return pair(seconds / 3600) | pair(seconds / 60 % 60) << 8 | pair(seconds % 60) << 16 |
-         pair(frames) << 24 | static_cast<std::uint32_t>(count) << 30;
+  return pair(seconds / 3600) | pair(seconds / 60 % 60) << 8 | pair(seconds % 60) << 16 | pair(frames) << 24 |
+         static_cast<std::uint32_t>(count) << 30;
 }
 
 // The time of a packed code; none when a digit of it is no decimal one. Without a way of counting frames
@@ -44,12 +44,13 @@ constexpr std::optional<DvdTicks> DecodeTimeCode(std::uint32_t packed) {
   };
   for (int nibble = 0; nibble < 7; ++nibble)
     if (digit(nibble) > 9) return std::nullopt;
-  const std::int64_t seconds = ((digit(1) * 10 + digit(0)) * 60 + digit(3) * 10 + digit(2)) * 60 +
-                               digit(5) * 10 + digit(4);
+  const std::int64_t seconds =
+      ((digit(1) * 10 + digit(0)) * 60 + digit(3) * 10 + digit(2)) * 60 + digit(5) * 10 + digit(4);
   const std::uint32_t count = packed >> 30;
   const std::int64_t frames = digit(7, 3U) * 10 + digit(6);
   if (count != 1 && count != 3) return seconds * kTicksPerSecond;
-  return seconds * kTicksPerSecond + frames * kTicksPerSecond / FramesPerSecond(static_cast<FrameCount>(count));
+  return seconds * kTicksPerSecond +
+         frames * kTicksPerSecond / FramesPerSecond(static_cast<FrameCount>(count));
 }
 
 // A time of the disc's tables: decimal hours, minutes, seconds, and frames with the way of counting in the

@@ -30,7 +30,8 @@ LCID LanguageOfLetters(const std::string& letters) {
   // Letters that no language has get a number that stands for nothing.
   const bool isKnown = found != 0 && PRIMARYLANGID(LANGIDFROMLCID(found)) != LANG_NEUTRAL &&
                        found != LOCALE_CUSTOM_UNSPECIFIED;
-  return isKnown ? MAKELCID(MAKELANGID(PRIMARYLANGID(LANGIDFROMLCID(found)), SUBLANG_NEUTRAL), SORT_DEFAULT) : 0;
+  return isKnown ? MAKELCID(MAKELANGID(PRIMARYLANGID(LANGIDFROMLCID(found)), SUBLANG_NEUTRAL), SORT_DEFAULT)
+                 : 0;
 }
 
 std::uint16_t LanguageLetters(LCID language) {

@@ -12,9 +12,12 @@ struct ServiceChannel {
 };
 // The first row of a channel is what it is told as.
 constexpr ServiceChannel kServices[] = {
-    {kLine21ServiceNone, Line21Channel::kNone},         {kLine21ServiceCaption1, Line21Channel::kCaption1},
-    {kLine21ServiceCaption2, Line21Channel::kCaption2}, {kLine21ServiceText1, Line21Channel::kText1},
-    {kLine21ServiceText2, Line21Channel::kText2},       {kLine21ServiceDefaultChannel, Line21Channel::kCaption1},
+    {kLine21ServiceNone, Line21Channel::kNone},
+    {kLine21ServiceCaption1, Line21Channel::kCaption1},
+    {kLine21ServiceCaption2, Line21Channel::kCaption2},
+    {kLine21ServiceText1, Line21Channel::kText1},
+    {kLine21ServiceText2, Line21Channel::kText2},
+    {kLine21ServiceDefaultChannel, Line21Channel::kCaption1},
 };
 
 template <typename Value>
@@ -29,9 +32,8 @@ HRESULT Answer(Value* target, Value value) {
 HRESULT Line21Control::GetDecoderLevel(Line21Level* level) { return Answer(level, kLine21LevelTc2); }
 
 HRESULT Line21Control::GetCurrentService(Line21Service* service) {
-  const auto row = std::find_if(std::begin(kServices), std::end(kServices), [this](const ServiceChannel& one) {
-    return one.channel == wishes.channel;
-  });
+  const auto row = std::find_if(std::begin(kServices), std::end(kServices),
+                                [this](const ServiceChannel& one) { return one.channel == wishes.channel; });
   return Answer(service, row->service);
 }
 

@@ -58,7 +58,8 @@ void ReadStreams(const dvd_state_t& state, Place& place) {
   const bool inTitle = state.domain == DVD_DOMAIN_VTSTitle;
   const int audio = inTitle ? state.registers.SPRM[1] : 0;
   const int subpicture = inTitle ? state.registers.SPRM[2] : 0;
-  place.audio = ChosenStream(audio, kAudioStreams, [&](int i) { return (state.pgc->audio_control[i] >> 15 & 1) != 0; });
+  place.audio =
+      ChosenStream(audio, kAudioStreams, [&](int i) { return (state.pgc->audio_control[i] >> 15 & 1) != 0; });
   place.subpicture = ChosenStream(subpicture & 0x3F, kSubpictureStreams,
                                   [&](int i) { return (state.pgc->subp_control[i] >> 31) != 0; });
   place.subpictureShown = !inTitle || (subpicture & 0x40) != 0;
@@ -103,7 +104,8 @@ void ReadMachine(dvdnav_s* machine, Place& place) {
   place.chain = state.pgcN;
   place.cell = state.cellN;
   if (state.cellN >= 1 && state.cellN <= state.pgc->nr_of_cells)
-    place.block = machine->vobu.vobu_start - static_cast<int>(state.pgc->cell_playback[state.cellN - 1].first_sector);
+    place.block =
+        machine->vobu.vobu_start - static_cast<int>(state.pgc->cell_playback[state.cellN - 1].first_sector);
 }
 
 bool SetRegister(dvdnav_s* machine, SystemRegister which, int value) {
@@ -187,7 +189,8 @@ struct CellTime {
 std::optional<CellTime> CellAt(const pgc_t& chain, DvdTicks time) {
   for (int cell = 1; cell <= chain.nr_of_cells; ++cell) {
     const cell_playback_t& playback = chain.cell_playback[cell - 1];
-    if (playback.block_type == BLOCK_TYPE_ANGLE_BLOCK && playback.block_mode != BLOCK_MODE_FIRST_CELL) continue;
+    if (playback.block_type == BLOCK_TYPE_ANGLE_BLOCK && playback.block_mode != BLOCK_MODE_FIRST_CELL)
+      continue;
     if (time < LengthOf(playback)) return CellTime{cell, time};
     time -= LengthOf(playback);
   }

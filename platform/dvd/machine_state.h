@@ -17,8 +17,8 @@ enum class SystemRegister {
   kParentalLevel = 13
 };
 
-// Whether the machine can be asked on. A title set whose tables cannot be read leaves it without any, which its
-// functions do not expect.
+// Whether the machine can be asked on. A title set whose tables cannot be read leaves it without any, which
+// its functions do not expect.
 bool IsSound(dvdnav_s* machine);
 
 // Whether the tables of a title's set can be read.
@@ -45,8 +45,8 @@ bool GoToPreviousUnit(dvdnav_s* machine);
 // Whether what is read next does not continue what was read.
 bool JumpIsDue(dvdnav_s* machine);
 
-// Goes to a video unit behind the one that plays, the further the greater `attempts`; at the end of what plays
-// to what the disc plays then. False when there is no way on.
+// Goes to a video unit behind the one that plays, the further the greater `attempts`; at the end of what
+// plays to what the disc plays then. False when there is no way on.
 bool GoBehind(dvdnav_s* machine, int attempts);
 
 // Goes back to where the title was left for a menu. False when none was.

@@ -77,7 +77,8 @@ std::vector<std::uint8_t> Navigator::ReadManagerTables() {
   Ask([&](dvdnav_t* opened) {
     dvd_reader_t* reader = ReaderOf(opened);
     bytes = ReadWhole(reader, DVD_READ_INFO_FILE);
-    const bool isWhole = bytes.size() >= kDvdSectorBytes && std::memcmp(bytes.data(), "DVDVIDEO-VMG", 12) == 0;
+    const bool isWhole =
+        bytes.size() >= kDvdSectorBytes && std::memcmp(bytes.data(), "DVDVIDEO-VMG", 12) == 0;
     if (!isWhole) bytes = ReadWhole(reader, DVD_READ_INFO_BACKUP_FILE);
     return true;
   });
@@ -117,8 +118,8 @@ bool Navigator::IsScrambled(int titleSets) {
       return true;
     });
     for (ssize_t i = 0; i < read; ++i) {
-      const auto pieces =
-          SplitPack(std::span(sectors).subspan(static_cast<std::size_t>(i) * kDvdSectorBytes, kDvdSectorBytes));
+      const auto pieces = SplitPack(
+          std::span(sectors).subspan(static_cast<std::size_t>(i) * kDvdSectorBytes, kDvdSectorBytes));
       if (std::any_of(pieces.begin(), pieces.end(), [](const PackPiece& piece) { return piece.scrambled; }))
         return true;
     }
@@ -285,9 +286,8 @@ bool Navigator::MoveButton(const pci_t& shown, ButtonMove move) {
 
 bool Navigator::SelectButton(const pci_t& shown, int button) {
   pci_t copy = shown;
-  return Ask([&](dvdnav_t* opened) {
-    return dvdnav_button_select(opened, &copy, button) == DVDNAV_STATUS_OK;
-  });
+  return Ask(
+      [&](dvdnav_t* opened) { return dvdnav_button_select(opened, &copy, button) == DVDNAV_STATUS_OK; });
 }
 
 bool Navigator::ActivateButton(const pci_t& shown) {

@@ -46,7 +46,8 @@ DiscFault OpenDisc(const fs::path& path, OpenedDisc& disc) {
   std::optional<DiscTables> tables = DiscTables::Read(disc.navigator->ReadManagerTables());
   if (!tables || tables->titles.empty()) return DiscFault::kDamaged;
   disc.tables = std::move(*tables);
-  if (disc.navigator->IsScrambled(static_cast<int>(disc.tables.titleSets.size()))) return DiscFault::kScrambled;
+  if (disc.navigator->IsScrambled(static_cast<int>(disc.tables.titleSets.size())))
+    return DiscFault::kScrambled;
   disc.isThere = [] { return true; };
   return disc.navigator->ComesToPlay() && disc.navigator->Open() ? DiscFault::kNone : DiscFault::kDamaged;
 }

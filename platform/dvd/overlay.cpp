@@ -70,7 +70,8 @@ Overlay::Look Overlay::At(DvdTicks time, const Selection& selection, bool onlyFo
 }
 
 std::optional<ButtonHighlight> Overlay::Highlight(const Selection& selection) const {
-  if (!place || selection.button < 1 || selection.button > std::min(place->Buttons(), 36)) return std::nullopt;
+  if (!place || selection.button < 1 || selection.button > std::min(place->Buttons(), 36))
+    return std::nullopt;
   const hli_t& buttons = place->control.hli;
   const btni_t& button = buttons.btnit[selection.button - 1];
   const Rect area{static_cast<int>(button.x_start), static_cast<int>(button.y_start),

@@ -11,9 +11,7 @@ constexpr std::size_t kPackHeader = 14;
 constexpr std::size_t kPesHeader = 9;
 constexpr int kPrivateStream1 = 0xBD;
 
-bool IsStartCode(Bytes bytes) {
-  return bytes.size() >= 6 && bytes[0] == 0 && bytes[1] == 0 && bytes[2] == 1;
-}
+bool IsStartCode(Bytes bytes) { return bytes.size() >= 6 && bytes[0] == 0 && bytes[1] == 0 && bytes[2] == 1; }
 
 std::size_t Word(Bytes bytes, std::size_t at) {
   return static_cast<std::size_t>(bytes[at]) << 8 | bytes[at + 1];

@@ -41,35 +41,38 @@ void PictureScaler::Prepare(const PictureView& source, const PictureView& target
   mixed.resize(static_cast<std::size_t>(sourceWidth) * kPixel);
 }
 
-// The row between two; one of them itself where the other has no weight.
-const std::uint8_t* PictureScaler::MixRows(const PictureView& source, const Tap& tap) {
+// The row between two, into `out`.
+void PictureScaler::MixRows(const PictureView& source, const Tap& tap, std::uint8_t* out) const {
   const std::uint8_t* first = source.top + tap.first * source.stride;
-  if (tap.weight == 0) return first;
   const std::uint8_t* second = source.top + tap.second * source.stride;
-  std::uint8_t* out = mixed.data();
-  const std::size_t count = mixed.size();
+  const std::size_t count = static_cast<std::size_t>(sourceWidth) * kPixel;
+  if (tap.weight == 0) {
+    std::memcpy(out, first, count);
+    return;
+  }
   const auto weight = static_cast<std::uint16_t>(tap.weight);
   const auto other = static_cast<std::uint16_t>(256 - weight);
   for (std::size_t i = 0; i < count; ++i)
-    out[i] = static_cast<std::uint8_t>(static_cast<std::uint16_t>(first[i] * other + second[i] * weight) >> 8);
-  return out;
+    out[i] =
+        static_cast<std::uint8_t>(static_cast<std::uint16_t>(first[i] * other + second[i] * weight) >> 8);
+}
+
+void PictureScaler::MixColumns(std::uint8_t* out) const {
+  for (const Tap& tap : columns) {
+    const std::uint8_t* first = mixed.data() + static_cast<std::ptrdiff_t>(tap.first) * kPixel;
+    const std::uint8_t* second = mixed.data() + static_cast<std::ptrdiff_t>(tap.second) * kPixel;
+    for (int part = 0; part < kPixel; ++part) out[part] = Mix(first[part], second[part], tap.weight);
+    out += kPixel;
+  }
 }
 
 void PictureScaler::Scale(const PictureView& source, const PictureView& target) {
   Prepare(source, target);
+  const bool sameWidth = sourceWidth == targetWidth;
   for (int y = 0; y < target.height; ++y) {
-    const std::uint8_t* row = MixRows(source, rows[static_cast<std::size_t>(y)]);
-    std::uint8_t* out = target.top + y * target.stride;
-    if (sourceWidth == targetWidth) {
-      std::memcpy(out, row, static_cast<std::size_t>(targetWidth) * kPixel);
-      continue;
-    }
-    for (const Tap& tap : columns) {
-      const std::uint8_t* first = row + static_cast<std::ptrdiff_t>(tap.first) * kPixel;
-      const std::uint8_t* second = row + static_cast<std::ptrdiff_t>(tap.second) * kPixel;
-      for (int part = 0; part < kPixel; ++part) out[part] = Mix(first[part], second[part], tap.weight);
-      out += kPixel;
-    }
+    std::uint8_t* const out = target.top + y * target.stride;
+    MixRows(source, rows[static_cast<std::size_t>(y)], sameWidth ? out : mixed.data());
+    if (!sameWidth) MixColumns(out);
   }
 }
 

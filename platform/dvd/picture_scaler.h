@@ -22,7 +22,8 @@ class PictureScaler {
   };
   static std::vector<Tap> Taps(int sourceLength, int targetLength);
   void Prepare(const PictureView& source, const PictureView& target);
-  const std::uint8_t* MixRows(const PictureView& source, const Tap& tap);
+  void MixRows(const PictureView& source, const Tap& tap, std::uint8_t* out) const;
+  void MixColumns(std::uint8_t* out) const;
 
   int sourceWidth = 0;
   int sourceHeight = 0;

@@ -142,7 +142,8 @@ bool PictureWorker::WaitUntil(MediaTime time) {
   while (!queue.Interrupted()) {
     const MediaTime left = time - around.filter.Now();
     if (!Runs() || left <= 0) return true;
-    if (!queue.Sleep(std::chrono::microseconds(std::min(left / 10, std::int64_t{20'000}))) && LookNow() != drawn)
+    if (!queue.Sleep(std::chrono::microseconds(std::min(left / 10, std::int64_t{20'000}))) &&
+        LookNow() != drawn)
       Redraw();
   }
   return false;

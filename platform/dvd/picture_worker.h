@@ -12,8 +12,8 @@
 #include "platform/common/picture_converter.h"
 #include "platform/common/picture_delivery.h"
 #include "platform/dvd/canvas.h"
-#include "platform/dvd/disc_tables.h"
 #include "platform/dvd/closed_captions.h"
+#include "platform/dvd/disc_tables.h"
 #include "platform/dvd/overlay.h"
 #include "platform/dvd/picture_scaler.h"
 #include "platform/dvd/place_board.h"
@@ -36,8 +36,8 @@ class PictureWorker {
     Canvas canvas;
   };
 
-  PictureWorker(Surroundings given, std::function<void()> onTaken)
-      : queue(std::move(onTaken)), around(std::move(given)), delivery(around.pin), captions(around.captions) {}
+  PictureWorker(const Surroundings& given, std::function<void()> onTaken)
+      : queue(std::move(onTaken)), around(given), delivery(around.pin), captions(around.captions) {}
 
   PlayQueue queue;
   // Subpictures lie behind the pictures that they are shown with, so they do not wait in their queue.
@@ -110,7 +110,7 @@ class PictureWorker {
   std::shared_ptr<const Place> place;
   Look drawn;
   int stretch = 0;
-  bool held = false;   // nothing has come since the last picture
+  bool held = false;  // nothing has come since the last picture
   bool ended = false;
   int emptyLooks = 0;
   std::atomic<bool> cueWanted{true};

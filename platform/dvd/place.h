@@ -25,7 +25,7 @@ struct Place {
   int chain = 0;     // the programme chain, its cell and the sector in it, for coming back
   int cell = 0;
   int block = 0;
-  int title = 0;     // 0 outside of titles
+  int title = 0;  // 0 outside of titles
   int chapter = 0;
   DvdTicks time = 0;    // in the title
   DvdTicks length = 0;  // of the title
@@ -44,9 +44,7 @@ struct Place {
   [[nodiscard]] bool IsMenu() const {
     return domain == DiscDomain::kManagerMenu || domain == DiscDomain::kTitleSetMenu;
   }
-  [[nodiscard]] int Buttons() const {
-    return control.hli.hl_gi.hli_ss != 0 ? control.hli.hl_gi.btn_ns : 0;
-  }
+  [[nodiscard]] int Buttons() const { return control.hli.hl_gi.hli_ss != 0 ? control.hli.hl_gi.btn_ns : 0; }
   [[nodiscard]] int SelectedButton() const { return systemRegisters[8] >> 10; }
 };
 

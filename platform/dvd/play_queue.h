@@ -29,8 +29,9 @@ struct PlayItem {
   };
 
   Kind kind = Kind::kData;
-  int stretch = 0;                // of the timeline
-  std::optional<DvdTicks> time = std::nullopt;  // in the stretch: when data are presented, when a place begins
+  int stretch = 0;  // of the timeline
+  std::optional<DvdTicks> time =
+      std::nullopt;  // in the stretch: when data are presented, when a place begins
   DvdStreamKind stream = DvdStreamKind::kVideo;
   int number = 0;
   std::vector<std::uint8_t> bytes = {};
@@ -40,7 +41,7 @@ struct PlayItem {
 
 class PlayQueue {
  public:
-  // `onTaken` is called whenever there is more room, or the worker has nothing to do.
+  // `onTaken` is called when a place was taken, and when the worker has nothing to do.
   explicit PlayQueue(std::function<void()> onTaken) : taken(std::move(onTaken)) {}
 
   // Reader.
@@ -121,7 +122,8 @@ class PlayQueue {
       bytes -= item->bytes.size();
       places -= item->kind == PlayItem::Kind::kPlace ? 1 : 0;
     }
-    taken();
+    // Waking the reader for every piece would cost more than reading it.
+    if (item->kind == PlayItem::Kind::kPlace) taken();
     return item;
   }
   // Worker: the next item if there is one.

@@ -31,7 +31,9 @@ STDAPI DllGetClassObject(REFCLSID wanted, REFIID iid, void** object) {
 
 STDAPI DllCanUnloadNow() { return quorvex::ModuleUser::Any() ? S_FALSE : S_OK; }
 
-STDAPI DllRegisterServer() { return quorvex::Register(quorvex::kServer, quorvex::ClassValues(quorvex::Classes())); }
+STDAPI DllRegisterServer() {
+  return quorvex::Register(quorvex::kServer, quorvex::ClassValues(quorvex::Classes()));
+}
 
 STDAPI DllUnregisterServer() {
   return quorvex::Unregister(quorvex::kServer, quorvex::ClassValues(quorvex::Classes()));

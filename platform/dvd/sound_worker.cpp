@@ -101,8 +101,8 @@ void SoundWorker::BeSilent() {
   const MediaTime now = filter.Now();
   const bool runsDry = filter.State() == State_Running && reached < now + kSilence / 2;
   if (!runsDry && !cueWanted) return;
-  const std::vector<std::int16_t> silence(
-      static_cast<std::size_t>(Rescale(kSilence, kRate, kSecond)) * kSoundChannels);
+  const std::vector<std::int16_t> silence(static_cast<std::size_t>(Rescale(kSilence, kRate, kSecond)) *
+                                          kSoundChannels);
   Deliver(silence, std::max(reached, now));
 }
 

@@ -1,5 +1,5 @@
-// Plays the sound of a disc into its pin: decodes what was read, and is silent where there is nothing, so that
-// nobody waits for sound that does not come.
+// Plays the sound of a disc into its pin: decodes what was read, and is silent where there is nothing, so
+// that nobody waits for sound that does not come.
 #pragma once
 
 #include <atomic>

@@ -51,7 +51,8 @@ std::size_t StreamParser::Parse(std::span<const std::uint8_t> bytes, std::int64_
   padded.assign(bytes.begin(), bytes.end());
   padded.resize(bytes.size() + AV_INPUT_BUFFER_PADDING_SIZE);
   if (parser) {
-    used = av_parser_parse2(parser.get(), parserContext.get(), &out, &size, padded.data(), used, stamp, stamp, 0);
+    used = av_parser_parse2(parser.get(), parserContext.get(), &out, &size, padded.data(), used, stamp, stamp,
+                            0);
     begun = parser->pts;
   } else {
     out = padded.data();

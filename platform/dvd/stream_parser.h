@@ -21,8 +21,8 @@ class StreamParser {
 
   [[nodiscard]] bool IsOpen() const { return decoder && decoder->IsOpen(); }
 
-  // Decodes what is complete with these bytes and calls take(AVFrame&) for each frame, until it answers false.
-  // Frames carry the ticks of the piece that they began in.
+  // Decodes what is complete with these bytes and calls take(AVFrame&) for each frame, until it answers
+  // false. Frames carry the ticks of the piece that they began in.
   template <typename Take>
   bool Feed(std::span<const std::uint8_t> bytes, std::optional<DvdTicks> time, Take take) {
     std::int64_t stamp = time.value_or(AV_NOPTS_VALUE);

@@ -1,6 +1,6 @@
 // One timeline of samples for everything that is played. A disc's times begin anew again and again; what
-// hangs together in time is a stretch, whose times count from anywhere, and each stretch begins when its first
-// sample is ready. Shared by the threads that deliver samples.
+// hangs together in time is a stretch, whose times count from anywhere, and each stretch begins when its
+// first sample is ready. Shared by the threads that deliver samples.
 #pragma once
 
 #include <algorithm>

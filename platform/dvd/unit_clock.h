@@ -36,8 +36,8 @@ class UnitClock {
   // The continuous time at which the unit begins.
   [[nodiscard]] DvdTicks Start() const { return current.play; }
 
-  // The continuous time of a time stamp: by this unit, or by the one before when it fits only there. None when
-  // it fits nowhere.
+  // The continuous time of a time stamp: by this unit, or by the one before when it fits only there. None
+  // when it fits nowhere.
   [[nodiscard]] std::optional<DvdTicks> Time(std::int64_t stamp) const {
     for (const Unit* unit : {&current, &before}) {
       const DvdTicks offset = stamp - static_cast<DvdTicks>(unit->start);

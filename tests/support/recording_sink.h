@@ -24,7 +24,10 @@
 
 namespace quorvex {
 
-class RecordingSink final : public FilterBase, private IPin, private IMemInputPin, private IAMFilterMiscFlags {
+class RecordingSink final : public FilterBase,
+                            private IPin,
+                            private IMemInputPin,
+                            private IAMFilterMiscFlags {
  public:
   struct Sample {
     std::int64_t start;  // of the segment, plus the sample's own time
@@ -83,7 +86,7 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
   void* Find(REFIID iid) override {
     if (iid == __uuidof(IPin)) return static_cast<IPin*>(this);
     if (iid == __uuidof(IMemInputPin)) return static_cast<IMemInputPin*>(this);
-    if (iid == IID_IAMFilterMiscFlags) return static_cast<IAMFilterMiscFlags*>(this);
+    if (iid == IID_IAMFilterMiscFlags && peer) return static_cast<IAMFilterMiscFlags*>(this);
     if (iid == __uuidof(IMediaSeeking) && peer) return Seeking();
     return FilterBase::Find(iid);
   }
@@ -119,7 +122,7 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
   std::function<void()> atEnd;
 
  private:
-  // The graph waits for the end of every renderer.
+  // The graph waits for the end of every renderer; an unconnected sink is none.
   ULONG STDMETHODCALLTYPE GetMiscFlags() override { return AM_FILTER_MISC_FLAGS_IS_RENDERER; }
 
   bool IsCued() { return segments.back().ended || !segments.back().samples.empty(); }
