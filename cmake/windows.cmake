@@ -102,9 +102,13 @@ target_link_libraries(qvremote PRIVATE quorvex_options)
 add_library(quorvex_drive STATIC platform/cd/shared_drive.cpp)
 target_link_libraries(quorvex_drive PUBLIC quorvex_disc shell32 winmm)
 
-add_library(qvcd MODULE platform/cd/cd_engine.cpp platform/cd/mci_driver.cpp platform/common/wave_output.cpp platform/cd/qvcd.def platform/cd/qvcd.rc)
+# Sound through waveOut, for the drive and the sound renderer.
+add_library(quorvex_waves STATIC platform/common/wave_output.cpp)
+target_link_libraries(quorvex_waves PUBLIC quorvex_options winmm)
+
+add_library(qvcd MODULE platform/cd/cd_engine.cpp platform/cd/mci_driver.cpp platform/cd/qvcd.def platform/cd/qvcd.rc)
 set_target_properties(qvcd PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
-target_link_libraries(qvcd PRIVATE quorvex_drive)
+target_link_libraries(qvcd PRIVATE quorvex_drive quorvex_waves)
 
 add_executable(qvdrive platform/drive/main.cpp base/full_path.cpp platform/drive/qvdrive.rc)
 target_link_libraries(qvdrive PRIVATE quorvex_drive)

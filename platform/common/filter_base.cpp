@@ -105,7 +105,7 @@ HRESULT FilterBase::JoinFilterGraph(IFilterGraph* joined, LPCWSTR givenName) {
   const auto sink = ComPtr<IFilterGraph>::Share(joined).As<IMediaEventSink>();
   const std::scoped_lock members(membersLock);
   graph = joined;
-  events = sink.Get();
+  eventSink = sink.Get();
   name = givenName != nullptr ? givenName : L"";
   return S_OK;
 }
@@ -121,7 +121,7 @@ void FilterBase::Tell(long code, LONG_PTR first, LONG_PTR second) {
   IMediaEventSink* told = nullptr;
   {
     const std::scoped_lock members(membersLock);
-    told = events;
+    told = eventSink;
   }
   if (told != nullptr) told->Notify(code, first, second);
 }

@@ -73,7 +73,7 @@ class FilterBase : public ComObject<IBaseFilter> {
   ComPtr<IReferenceClock> clock;
   REFERENCE_TIME runStart = 0;
   IFilterGraph* graph = nullptr;      // it owns its filters, so they do not own it
-  IMediaEventSink* events = nullptr;  // the graph's
+  IMediaEventSink* eventSink = nullptr;  // the graph's
   std::wstring name;
 };
 

@@ -64,7 +64,7 @@ class SoundQueue {
     return static_cast<std::size_t>(frames * format.FrameBytes());
   }
 
-  const WaveFormat format;
+  WaveFormat format;
   SoundClock clock;
   std::deque<Block> blocks;
   std::size_t next = 0;      // the block that is taken next

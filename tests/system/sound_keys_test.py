@@ -9,7 +9,7 @@ import time
 import unittest
 
 from PIL import Image, ImageChops, ImageGrab
-from remote import MUTE, PAUSE, PLAY, SOUND, WINDOWS, Remote, drag, drive, make_disc, remote_control, video_frame, wait_for, xdotool
+from remote import MUTE, PAUSE, PLAY, SOUND, WINDOWS, Remote, drag, drive, loudness, make_disc, remote_control, video_frame, wait_for, xdotool
 
 CONFIG = WINDOWS / "quorvex.ini"
 GREEN = (0, 255, 0)
@@ -21,16 +21,6 @@ SEGMENTS = 31
 
 def screen():
     return ImageGrab.grab(xdisplay=os.environ["DISPLAY"]).convert("RGB")
-
-
-def loudness(seconds=0.4):
-    """Of what reaches the speakers: the root of the mean square, 0 to 32767."""
-    size = int(seconds * 44100) * 4
-    with subprocess.Popen(["parec", "-d", "sink.monitor", "--rate=44100", "--channels=2", "--format=s16le", "--latency-msec=50"],
-                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as recorder:
-        samples = array.array("h", recorder.stdout.read(size))
-        recorder.terminate()
-    return math.sqrt(sum(sample * sample for sample in samples) / len(samples))
 
 
 class Area:
