@@ -15,15 +15,20 @@
 #include <cstdint>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 #include "platform/common/enumerators.h"
 #include "platform/common/filter_base.h"
+<<<<<<< HEAD
 #include "platform/common/seeking_pass.h"
+=======
+#include "tests/support/disc_marks.h"
+>>>>>>> main
 
 namespace quorvex {
 
-class RecordingSink final : public FilterBase, private IPin, private IMemInputPin {
+class RecordingSink final : public FilterBase, private IPin, private IMemInputPin, private IAMFilterMiscFlags {
  public:
   struct Sample {
     std::int64_t start;  // of the segment, plus the sample's own time
@@ -31,6 +36,7 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
     bool discontinuity;
     int picture;                      // the number that the picture shows
     std::vector<std::int16_t> sound;  // of the left channel
+    std::optional<DiscMarks> marks;   // those of a disc's picture
   };
   struct Segment {
     std::int64_t start;
@@ -52,6 +58,18 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
     const std::scoped_lock guard(lock);
     return segments;
   }
+  // The marks of the picture that came last; none when it had none.
+  std::optional<DiscMarks> LastMarks() {
+    const std::scoped_lock guard(lock);
+    return lastMarks;
+  }
+  // That picture's green at a place (of 1000 by 1000).
+  int LastGreen(int x, int y) {
+    const std::scoped_lock guard(lock);
+    if (lastPicture.empty()) return -1;
+    const PictureView view = View(lastPicture.data());
+    return view.top[y * view.height / 1000 * view.stride + x * view.width / 1000 * 4 + 1];
+  }
   int Flushes() {
     const std::scoped_lock guard(lock);
     return flushes;
@@ -69,7 +87,12 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
   void* Find(REFIID iid) override {
     if (iid == __uuidof(IPin)) return static_cast<IPin*>(this);
     if (iid == __uuidof(IMemInputPin)) return static_cast<IMemInputPin*>(this);
+<<<<<<< HEAD
     if (iid == __uuidof(IMediaSeeking) && peer) return seeking.Find(iid, *this, *this);
+=======
+    if (iid == IID_IAMFilterMiscFlags) return static_cast<IAMFilterMiscFlags*>(this);
+    if (iid == __uuidof(IMediaSeeking) && peer) return Seeking();
+>>>>>>> main
     return FilterBase::Find(iid);
   }
   std::vector<IPin*> Pins() override { return {this}; }
@@ -104,6 +127,9 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
   std::function<void()> atEnd;
 
  private:
+  // The graph waits for the end of every renderer.
+  ULONG STDMETHODCALLTYPE GetMiscFlags() override { return AM_FILTER_MISC_FLAGS_IS_RENDERER; }
+
   bool IsCued() { return segments.back().ended || !segments.back().samples.empty(); }
 
   HRESULT STDMETHODCALLTYPE Connect(IPin*, const AM_MEDIA_TYPE*) override { return E_UNEXPECTED; }
@@ -214,6 +240,8 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
     BYTE* data = nullptr;
     sample.GetPointer(&data);
     if (const VIDEOINFOHEADER* picture = type.Picture()) {
+      lastPicture.assign(data, data + sample.GetActualDataLength());
+      noted.marks = lastMarks = ReadDiscMarks(View(data));
       for (int stripe = 0; stripe < picture->bmiHeader.biWidth / 16; ++stripe)
         noted.picture |=
             data[(picture->bmiHeader.biWidth * 4 * 20) + (stripe * 16 + 8) * 4] > 125 ? 1 << stripe : 0;
@@ -224,6 +252,13 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
     segments.back().samples.push_back(std::move(noted));
   }
 
+  // Pictures arrive with the bottom line first.
+  PictureView View(BYTE* data) const {
+    const BITMAPINFOHEADER& bitmap = type.Picture()->bmiHeader;
+    const std::ptrdiff_t line = bitmap.biWidth * 4;
+    return {data + line * (bitmap.biHeight - 1), -line, bitmap.biWidth, bitmap.biHeight};
+  }
+
   const GUID major;
   std::atomic<int> delayMs{0};
   ComPtr<IPin> peer;
@@ -232,6 +267,8 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
   std::mutex lock;  // guards what follows
   std::condition_variable changed;
   std::vector<Segment> segments;
+  std::optional<DiscMarks> lastMarks;
+  std::vector<BYTE> lastPicture;
   int flushes = 0;
   bool flushing = false;
   bool stopped = true;
