@@ -20,11 +20,8 @@
 
 #include "platform/common/enumerators.h"
 #include "platform/common/filter_base.h"
-<<<<<<< HEAD
 #include "platform/common/seeking_pass.h"
-=======
 #include "tests/support/disc_marks.h"
->>>>>>> main
 
 namespace quorvex {
 
@@ -87,12 +84,8 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
   void* Find(REFIID iid) override {
     if (iid == __uuidof(IPin)) return static_cast<IPin*>(this);
     if (iid == __uuidof(IMemInputPin)) return static_cast<IMemInputPin*>(this);
-<<<<<<< HEAD
     if (iid == __uuidof(IMediaSeeking) && peer) return seeking.Find(iid, *this, *this);
-=======
     if (iid == IID_IAMFilterMiscFlags) return static_cast<IAMFilterMiscFlags*>(this);
-    if (iid == __uuidof(IMediaSeeking) && peer) return Seeking();
->>>>>>> main
     return FilterBase::Find(iid);
   }
   std::vector<IPin*> Pins() override { return {this}; }
