@@ -25,7 +25,10 @@
 
 namespace quorvex {
 
-class RecordingSink final : public FilterBase, private IPin, private IMemInputPin, private IAMFilterMiscFlags {
+class RecordingSink final : public FilterBase,
+                            private IPin,
+                            private IMemInputPin,
+                            private IAMFilterMiscFlags {
  public:
   struct Sample {
     std::int64_t start;  // of the segment, plus the sample's own time
