@@ -11,8 +11,10 @@ add_library(
   platform/common/com_server.cpp
   platform/common/decoder.cpp
   platform/common/filter_base.cpp
+  platform/common/input_pin.cpp
   platform/common/media_type.cpp
   platform/common/output_pin.cpp
+  platform/common/pin_base.cpp
   platform/common/picture_converter.cpp
   platform/common/picture_delivery.cpp
   platform/common/picture_feeder.cpp

@@ -102,8 +102,10 @@ HRESULT FilterBase::QueryFilterInfo(FILTER_INFO* info) {
 }
 
 HRESULT FilterBase::JoinFilterGraph(IFilterGraph* joined, LPCWSTR givenName) {
+  const auto sink = ComPtr<IFilterGraph>::Share(joined).As<IMediaEventSink>();
   const std::scoped_lock members(membersLock);
   graph = joined;
+  eventSink = sink.Get();
   name = givenName != nullptr ? givenName : L"";
   return S_OK;
 }
@@ -113,6 +115,15 @@ HRESULT FilterBase::QueryVendorInfo(LPWSTR*) { return E_NOTIMPL; }
 ComPtr<IFilterGraph> FilterBase::Graph() {
   const std::scoped_lock members(membersLock);
   return ComPtr<IFilterGraph>::Share(graph);
+}
+
+void FilterBase::Tell(long code, LONG_PTR first, LONG_PTR second) {
+  IMediaEventSink* told = nullptr;
+  {
+    const std::scoped_lock members(membersLock);
+    told = eventSink;
+  }
+  if (told != nullptr) told->Notify(code, first, second);
 }
 
 std::optional<REFERENCE_TIME> FilterBase::StreamTime() {

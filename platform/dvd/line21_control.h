@@ -3,7 +3,7 @@
 
 #include "base/line21_interface.h"
 #include "platform/dvd/closed_captions.h"
-#include "platform/dvd/filter_part.h"
+#include "platform/common/filter_part.h"
 
 namespace quorvex {
 

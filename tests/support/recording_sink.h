@@ -20,6 +20,7 @@
 
 #include "platform/common/enumerators.h"
 #include "platform/common/filter_base.h"
+#include "platform/common/seeking_pass.h"
 #include "tests/support/disc_marks.h"
 
 namespace quorvex {
@@ -86,8 +87,8 @@ class RecordingSink final : public FilterBase,
   void* Find(REFIID iid) override {
     if (iid == __uuidof(IPin)) return static_cast<IPin*>(this);
     if (iid == __uuidof(IMemInputPin)) return static_cast<IMemInputPin*>(this);
+    if (iid == __uuidof(IMediaSeeking) && peer) return seeking.Find(iid, *this, *this);
     if (iid == IID_IAMFilterMiscFlags && peer) return static_cast<IAMFilterMiscFlags*>(this);
-    if (iid == __uuidof(IMediaSeeking) && peer) return Seeking();
     return FilterBase::Find(iid);
   }
   std::vector<IPin*> Pins() override { return {this}; }
@@ -126,19 +127,6 @@ class RecordingSink final : public FilterBase,
   ULONG STDMETHODCALLTYPE GetMiscFlags() override { return AM_FILTER_MISC_FLAGS_IS_RENDERER; }
 
   bool IsCued() { return segments.back().ended || !segments.back().samples.empty(); }
-
-  void* Seeking() {
-    if (!passThrough) {
-      ::CoCreateInstance(CLSID_SeekingPassThru, static_cast<IBaseFilter*>(this), CLSCTX_INPROC_SERVER,
-                         __uuidof(IUnknown), passThrough.ReceiveVoid());
-      passThrough.As<ISeekingPassThru>()->Init(TRUE, this);
-    }
-    // The reference it adds is the sink's own, so it is given back.
-    IMediaSeeking* seeking = nullptr;
-    passThrough->QueryInterface(__uuidof(IMediaSeeking), reinterpret_cast<void**>(&seeking));
-    if (seeking != nullptr) Release();
-    return seeking;
-  }
 
   HRESULT STDMETHODCALLTYPE Connect(IPin*, const AM_MEDIA_TYPE*) override { return E_UNEXPECTED; }
   HRESULT STDMETHODCALLTYPE ReceiveConnection(IPin* connector, const AM_MEDIA_TYPE* offered) override {
@@ -270,7 +258,7 @@ class RecordingSink final : public FilterBase,
   const GUID major;
   std::atomic<int> delayMs{0};
   ComPtr<IPin> peer;
-  ComPtr<IUnknown> passThrough;  // to the end: the graph keeps what it gave out
+  SeekingPass seeking;
   MediaType type;
   std::mutex lock;  // guards what follows
   std::condition_variable changed;
