@@ -281,7 +281,7 @@ bool JumpIsDue(dvdnav_s* machine) {
 bool GoBehind(dvdnav_s* machine, int attempts) {
   const MachineLock lock(machine);
   vm_t& vm = *machine->vm;
-  if (vm.state.pgc == nullptr || vm.stopped) return false;
+  if (vm.state.pgc == nullptr || vm.stopped != 0) return false;
   machine->position_current.still = 0;
   machine->vm->hop_channel += HOP_SEEK;
   const vobu_admap_t* units = UnitsOf(vm);
@@ -292,7 +292,7 @@ bool GoBehind(dvdnav_s* machine, int attempts) {
     if (unit && JumpToUnit(vm, *unit)) return true;
   }
   vm_get_next_cell(&vm);
-  return !vm.stopped;
+  return vm.stopped == 0;
 }
 
 bool ResumeTitle(dvdnav_s* machine) {

@@ -205,7 +205,8 @@ void Navigator::EndDrain() {
 int Navigator::AudioStream() {
   int stream = -1;
   Ask([&](dvdnav_t* opened) {
-    stream = dvdnav_get_active_audio_stream(opened);
+    const std::int8_t active = dvdnav_get_active_audio_stream(opened);
+    stream = active < 0 ? -1 : static_cast<unsigned char>(active);
     return true;
   });
   return stream;
