@@ -16,6 +16,7 @@ constexpr int kUnitsAhead = 3;
 constexpr std::size_t kMostBytesAhead = std::size_t{4} << 20;
 constexpr std::chrono::milliseconds kWait{20};
 constexpr std::chrono::milliseconds kFlushLimit{1000};
+constexpr std::uint64_t kLookAtSizeMs = 100;
 constexpr std::uint64_t kLookAtDiscMs = 250;
 // A disc that goes so long without anything to play goes in a circle.
 constexpr int kMostEmptySteps = 3000;
@@ -81,6 +82,7 @@ void DiscPlayer::Read() {
   while (desk.IsOpen()) {
     RunCommand();
     CheckDisc();
+    WatchSize();
     ReadOn();
   }
 }
@@ -314,6 +316,17 @@ void DiscPlayer::CheckDisc() {
   around.events.Tell(EC_DVD_DISC_EJECTED, 0, 0);
   Flush();
   End(DVD_PB_STOPPED_DiscEjected);
+}
+
+// A renderer whose window gets another size forgets the picture that it holds: one that stands is shown
+// again.
+void DiscPlayer::WatchSize() {
+  const std::uint64_t now = ::GetTickCount64();
+  if (now - lastLookAtSize < kLookAtSizeMs) return;
+  lastLookAtSize = now;
+  if (std::exchange(shownSize, around.shownSize()) == shownSize) return;
+  RefreshIfPaused();
+  pictures.Renew();
 }
 
 }  // namespace quorvex

@@ -32,6 +32,7 @@ class DiscPlayer {
     const DiscTables& tables;
     Canvas canvas;
     std::function<bool()> isDiscThere;
+    std::function<Size()> shownSize;
   };
 
   DiscPlayer(Navigator& opened, Surroundings given);
@@ -100,6 +101,7 @@ class DiscPlayer {
   void WatchStill();
   void End(DVD_PB_STOPPED reason);
   void CheckDisc();
+  void WatchSize();
   void RunCommand();
   void AfterWish();
   void RefreshIfPaused();
@@ -135,6 +137,8 @@ class DiscPlayer {
   bool stillReached = false;
   DVD_PB_STOPPED endReason = DVD_PB_STOPPED_Other;
   std::uint64_t lastLookAtDisc = 0;
+  std::uint64_t lastLookAtSize = 0;
+  Size shownSize;
   int emptySteps = 0;  // without anything to play
   int badSteps = 0;    // in a row that could not be read
   double speed = 1.0;

@@ -61,6 +61,7 @@ void DiscPlayer::AfterWish() {
 // A renderer that stands holds its picture: it gives it up only when it is flushed.
 void DiscPlayer::RefreshIfPaused() {
   if (around.filter.State() != State_Paused) return;
+  pictures.ExpectFlush();
   around.picturePin.DeliverBeginFlush();
   for (int i = 0; i < kMostLooks && pictures.IsDelivering(); ++i) ::Sleep(1);
   around.picturePin.DeliverEndFlush();

@@ -8,10 +8,10 @@
 
 #include "platform/dvd/dvd_interfaces.h"
 
+#include "platform/common/filter_part.h"
 #include "platform/dvd/disc_player.h"
 #include "platform/dvd/disc_tables.h"
 #include "platform/dvd/dvd_window.h"
-#include "platform/common/filter_part.h"
 
 namespace quorvex {
 

@@ -9,9 +9,9 @@
 #include <filesystem>
 #include <functional>
 
+#include "platform/common/filter_part.h"
 #include "platform/dvd/disc_player.h"
 #include "platform/dvd/disc_tables.h"
-#include "platform/common/filter_part.h"
 
 namespace quorvex {
 

@@ -40,9 +40,9 @@ DvdSource::DvdSource(OpenedDisc opened)
                  kPictureBuffers, PictureBytes(canvas)),
       soundPin(*this, L"Sound", MediaType::Pcm16(kSoundChannels, SoundWorker::kRate), kSoundBuffers,
                SamplesPerBuffer(SoundWorker::kRate) * kSoundChannels * 2L),
-      player(*disc.navigator,
-             {*this, picturePin, soundPin, *this, captions, disc.tables, canvas, disc.isThere}),
-      window(*this, canvas),
+      window(picturePin, canvas),
+      player(*disc.navigator, {*this, picturePin, soundPin, *this, captions, disc.tables, canvas,
+                               disc.isThere, [this] { return window.ShownSize(); }}),
       control(*this, player, disc.tables, window),
       info(*this, player, disc.tables, disc.path),
       line21(*this, captions) {}

@@ -42,8 +42,8 @@ class DvdSource final : public FilterBase, private DiscEvents {
   CaptionWishes captions;
   DvdPin picturePin;
   DvdPin soundPin;
-  DiscPlayer player;
   DvdWindow window;
+  DiscPlayer player;
   DvdControl control;
   DvdInfo info;
   Line21Control line21;

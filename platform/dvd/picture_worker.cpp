@@ -76,7 +76,7 @@ void PictureWorker::Forget() {
   ended = false;
   held = false;
   cueWanted = true;
-  renewWanted = false;
+  renewal = Renewal::kNone;
   activated = false;
 }
 
@@ -154,7 +154,9 @@ void PictureWorker::Hold() {
   held = true;
   const bool empty = current->buf[0] == nullptr;
   if (empty && ++emptyLooks < kPatience) return;
-  if (renewWanted.exchange(false) || LookNow() != drawn || (cueWanted && !Runs())) Redraw();
+  Renewal wanted = Renewal::kWanted;
+  if (renewal.compare_exchange_strong(wanted, Renewal::kNone) || LookNow() != drawn || (cueWanted && !Runs()))
+    Redraw();
 }
 
 void PictureWorker::Redraw() {
@@ -167,10 +169,19 @@ bool PictureWorker::Deliver(MediaTime begin, MediaTime end) {
   if (queue.Interrupted()) return false;
   cueWanted = false;
   around.timeline.Reach(end);
-  delivering = true;
-  delivery.Deliver(begin, end, [this](const PictureView& target) { return Draw(target); });
-  delivering = false;
+  do {
+    delivering = true;
+    delivery.Deliver(begin, end, [this](const PictureView& target) { return Draw(target); });
+    delivering = false;
+  } while (MustRenew());
   return !queue.Interrupted();
+}
+
+// Whether the renderer was flushed while it stood, and is to get the same picture again.
+bool PictureWorker::MustRenew() {
+  while (renewal == Renewal::kAwaitsFlush && !queue.Interrupted()) queue.Sleep(std::chrono::milliseconds(1));
+  Renewal wanted = Renewal::kWanted;
+  return !queue.Interrupted() && !Runs() && renewal.compare_exchange_strong(wanted, Renewal::kNone);
 }
 
 // In a still, what is laid over the picture goes on by the clock.

@@ -56,9 +56,11 @@ class PictureWorker {
   void Select(const Overlay::Selection& selection);
   void ShowOnlyForced(bool only);
 
-  // The renderer was flushed while it stood: the picture is delivered again.
+  // A renderer that stands is flushed so that it gives up its picture: the same one is delivered again.
+  // ExpectFlush before the flush, Renew after it, or when the renderer has forgotten a picture that stays.
+  void ExpectFlush() { renewal = Renewal::kAwaitsFlush; }
   void Renew() {
-    renewWanted = true;
+    renewal = Renewal::kWanted;
     queue.Poke();
   }
 
@@ -69,6 +71,8 @@ class PictureWorker {
   void SetSoundLeads(bool leads) { soundLeads = leads; }
 
  private:
+  enum class Renewal { kNone, kAwaitsFlush, kWanted };
+
   // What a drawn picture shows, apart from the video.
   struct Look {
     Overlay::Look overlay;
@@ -85,6 +89,7 @@ class PictureWorker {
   bool WaitUntil(MediaTime time);
   void Redraw();
   bool Deliver(MediaTime begin, MediaTime end);
+  bool MustRenew();
   bool Draw(const PictureView& target);
   bool DrawVideo(const PictureView& area);
   void TakeSubpictures();
@@ -114,7 +119,7 @@ class PictureWorker {
   bool ended = false;
   int emptyLooks = 0;
   std::atomic<bool> cueWanted{true};
-  std::atomic<bool> renewWanted{false};
+  std::atomic<Renewal> renewal = Renewal::kNone;
   std::atomic<bool> delivering{false};
   std::atomic<bool> onlyForced{true};
   std::atomic<bool> soundLeads{false};
