@@ -1,6 +1,7 @@
 // A device that plays through a filter graph and shows its picture in the video window.
 #pragma once
 
+#include "base/line21_interface.h"
 #include "devices/device.h"
 #include "devices/opening_steps.h"
 
@@ -22,6 +23,13 @@ class CGraphDevice : public CDevice {
   // is none. Answers S_OK; another code has been reported, but for E_FAIL: the window has no frame.
   HRESULT ShowVideo(int width, int height);
 
+  // The same of a picture whose window `videoWindow` holds already; false when the video window cannot be
+  // made (reported) or has no frame.
+  bool AttachVideo(int width, int height);
+
+  // Gives the video window, if there is one, the picture of a graph that was built anew.
+  void ReattachVideo();
+
   // Takes the picture back from the video window; to be done before the graph goes.
   void HideVideo();
 
@@ -32,11 +40,19 @@ class CGraphDevice : public CDevice {
   // and the first counts where it is a number.
   bool TakeEvent(GraphEvent& event);
 
+  // Tells the decoder of captions whether to show them, and on which background; the first of these also on
+  // button and lamp. Nothing without a decoder.
+  void ApplyCaptionState();
+  void ApplyCaptionBackground();
+
   ComPtr<IGraphBuilder> graph;
   ComPtr<IMediaEventEx> mediaEvent;
+  ComPtr<IBasicAudio> basicAudio;
+  ComPtr<IVideoWindow> videoWindow;         // the renderer's, lent to the video window
+  ComPtr<IAMLine21Decoder> captionDecoder;  // null: there are no captions to be shown
 
  private:
-  ComPtr<IVideoWindow> videoWindow;
+  static bool HasVideoWindow();
 };
 
 }  // namespace quorvex
