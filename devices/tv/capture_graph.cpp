@@ -110,6 +110,7 @@ void CTVDevice::RenderPreviewPin() {
 
 void CTVDevice::AddCaptions() {
   if (!tuner) return;
+  captionDecoder.Reset();
   captionDecoder = captionChain.AddTo(*graph.Get());
   if (captionDecoder) captionChain.Connect(*graph.Get(), *videoFilter.Get());
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <numeric>
 
 #include "base/number_list.h"
 
@@ -25,9 +24,10 @@ int LastChannelOfRange(int lowest, int highest) {
 
 void SetChannelRange(PlayOrder& channels, int lowest, int highest) {
   const std::int64_t last = LastChannelOfRange(lowest, highest);
-  channels.orderLength = static_cast<int>(std::max<std::int64_t>(last - lowest + 1, 0));
+  channels.orderLength = 0;
   channels.orderIndex = 0;
-  std::iota(channels.playOrder.begin(), channels.playOrder.begin() + channels.orderLength, lowest);
+  for (std::int64_t channel = lowest; channel <= last; ++channel)
+    channels.playOrder[static_cast<std::size_t>(channels.orderLength++)] = static_cast<int>(channel);
 }
 
 bool ReadChannels(PlayOrder& channels, std::string_view stored) {
