@@ -61,10 +61,10 @@ add_library(
   devices/tv/caption_chain.cpp
   devices/tv/capture_devices.cpp
   devices/tv/capture_dialogs.cpp
-  devices/tv/capture_format.cpp
   devices/tv/capture_graph.cpp
   devices/tv/channels.cpp
   devices/tv/device_category.cpp
+  devices/tv/pin_format.cpp
   devices/tv/pins.cpp
   devices/tv/tv_device.cpp
   devices/tv/video_adjustment.cpp

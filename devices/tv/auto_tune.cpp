@@ -12,7 +12,7 @@ namespace quorvex {
 void CTVDevice::AutoTuneChannels(HWND /*window*/, int tunerInputType) {
   if (!tuner) return;
   EndEntry();
-  const TunerInput input = tunerInputType == 0 ? TunerInput::kCable : TunerInput::kAntenna;
+  const TunerFeed input = tunerInputType == 0 ? TunerFeed::kCable : TunerFeed::kAntenna;
   listStands = listStands && input == tunerInput;
   tunerInput = input;
   videoInput = VideoInput::kTuner;

@@ -5,8 +5,8 @@
 #include <vfwmsgs.h>
 
 #include "devices/shared_state.h"
-#include "devices/tv/capture_format.h"
 #include "devices/tv/device_category.h"
+#include "devices/tv/pin_format.h"
 #include "devices/tv/pins.h"
 #include "devices/tv/tv_device.h"
 #include "panel/main_window.h"
@@ -60,7 +60,7 @@ void CTVDevice::FindVideoInterfaces() {
   Fails(FindInterface(&PIN_CATEGORY_CAPTURE, videoFilter, IID_IAMStreamConfig, videoStream.ReceiveVoid()),
         "Cannot find VCapture:IAMStreamConfig");
   if (videoStream) {
-    CaptureFormat format;
+    PinFormat format;
     if (format.Read(*videoStream.Get()) == S_OK) nativeSize = format.PictureSize();
   }
   FindInterface(&PIN_CATEGORY_CAPTURE, videoFilter, IID_IAMVfwCaptureDialogs, dialogs.ReceiveVoid());

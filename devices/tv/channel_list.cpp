@@ -38,7 +38,7 @@ bool ReadChannels(PlayOrder& channels, std::string_view stored) {
   return true;
 }
 
-std::span<const int> ChannelsOf(const PlayOrder& channels) {
+std::span<const int> ListedChannels(const PlayOrder& channels) {
   return {channels.playOrder.data(), static_cast<std::size_t>(channels.orderLength)};
 }
 

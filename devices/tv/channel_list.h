@@ -25,7 +25,7 @@ int LastChannelOfRange(int lowest, int highest);
 bool ReadChannels(PlayOrder& channels, std::string_view stored);
 
 // The channels in use.
-std::span<const int> ChannelsOf(const PlayOrder& channels);
+std::span<const int> ListedChannels(const PlayOrder& channels);
 
 // The text of channels as it is stored; of many only as many as it may hold.
 std::string StoredChannels(std::span<const int> channels);

@@ -9,7 +9,7 @@ inline constexpr double kUnitsPerSecond = 10'000'000;
 inline constexpr double kDefaultFrameRate = 15.0;
 
 // The time of a frame at a rate above 0 (frames a second).
-constexpr std::int64_t FrameTime(double framesPerSecond) {
+constexpr std::int64_t FrameTimeOf(double framesPerSecond) {
   return static_cast<std::int64_t>(kUnitsPerSecond / framesPerSecond);
 }
 

@@ -122,7 +122,7 @@ class CTVDevice final : public CGraphDevice {
 
   bool previewFromCapturePin = false;  // the device has no preview pin
   Size nativeSize;                     // of the device's picture; zeros until it is known
-  TunerInput tunerInput = TunerInput::kAntenna;
+  TunerFeed tunerInput = TunerFeed::kAntenna;
   VideoInput videoInput = VideoInput::kTuner;
   CaptureSettings capture;
   int lowestNumber = 0;

@@ -10,8 +10,8 @@ constexpr char kTv[] = "TV";
 constexpr char kCapture[] = "CAPTURE";
 constexpr std::size_t kLongestPath = 259;
 
-const char* ChannelKey(TunerInput input) {
-  return input == TunerInput::kAntenna ? "AntennaChannelList" : "CableChannelList";
+const char* ChannelKey(TunerFeed input) {
+  return input == TunerFeed::kAntenna ? "AntennaChannelList" : "CableChannelList";
 }
 
 const char* Flag(bool set) { return set ? "1" : "0"; }
@@ -20,7 +20,7 @@ const char* Flag(bool set) { return set ? "1" : "0"; }
 
 TvSettings ReadTvSettings(const IniDocument& store) {
   TvSettings settings;
-  if (store.Integer(kTv, "TunerInputType", 1) == 0) settings.tunerInput = TunerInput::kCable;
+  if (store.Integer(kTv, "TunerInputType", 1) == 0) settings.tunerInput = TunerFeed::kCable;
   const int input = store.Integer(kTv, "VideoInputType", 0);
   if (input >= 0 && input < kVideoInputCount) settings.videoInput = static_cast<VideoInput>(input);
   settings.captionsOn = store.Integer(kTv, "ClosedCaption", 0) != 0;
@@ -52,7 +52,7 @@ void WriteCaptureSettings(IniDocument& store, const CaptureSettings& settings) {
   store.Set(kCapture, "CaptureAudio", Flag(settings.audio));
   store.Set(kCapture, "CaptureFile", settings.file);
   store.Set(kCapture, "PromptToSave", Flag(settings.promptToSave));
-  store.Set(kCapture, "FrameRate", std::to_string(FrameTime(settings.frameRate)));
+  store.Set(kCapture, "FrameRate", std::to_string(FrameTimeOf(settings.frameRate)));
   store.Set(kCapture, "UseFrameRate", Flag(settings.useFrameRate));
   store.Set(kCapture, "EnableTimeLimit", Flag(settings.timeLimitOn));
   store.Set(kCapture, "TimeLimit", std::to_string(static_cast<std::int32_t>(settings.timeLimitSeconds)));
@@ -61,18 +61,18 @@ void WriteCaptureSettings(IniDocument& store, const CaptureSettings& settings) {
 
 int ReadLastChannel(const IniDocument& store) { return store.Integer(kTv, "LastChannel", -1); }
 
-std::string ReadChannelText(const IniDocument& store, TunerInput input) {
+std::string ReadChannelText(const IniDocument& store, TunerFeed input) {
   return std::string(store.Find(kTv, ChannelKey(input)).value_or(""));
 }
 
-void WriteChannels(IniDocument& store, TunerInput input, std::span<const int> channels) {
+void WriteChannels(IniDocument& store, TunerFeed input, std::span<const int> channels) {
   store.Set(kTv, ChannelKey(input), StoredChannels(channels));
 }
 
-void WriteChannelList(IniDocument& store, TunerInput input, const PlayOrder& channels) {
+void WriteChannelList(IniDocument& store, TunerFeed input, const PlayOrder& channels) {
   if (channels.orderLength == 0) return;
   store.Set(kTv, "LastChannel", std::to_string(channels.CurrentEntry()));
-  WriteChannels(store, input, ChannelsOf(channels));
+  WriteChannels(store, input, ListedChannels(channels));
 }
 
 }  // namespace quorvex

@@ -12,14 +12,14 @@
 namespace quorvex {
 
 // The numbers are the platform's.
-enum class TunerInput : int { kCable = 0, kAntenna = 1 };
+enum class TunerFeed : int { kCable = 0, kAntenna = 1 };
 
 // What the card shows: its tuner, or what is plugged in beside it.
 enum class VideoInput : int { kTuner = 0, kVideo1 = 1, kVideo2 = 2 };
 inline constexpr int kVideoInputCount = 3;
 
 struct TvSettings {
-  TunerInput tunerInput = TunerInput::kAntenna;
+  TunerFeed tunerInput = TunerFeed::kAntenna;
   VideoInput videoInput = VideoInput::kTuner;
   bool captionsOn = false;
   bool captionOpaque = true;
@@ -48,10 +48,10 @@ void WriteCaptureSettings(IniDocument& store, const CaptureSettings& settings);
 int ReadLastChannel(const IniDocument& store);
 
 // The stored channels of an input, as they are there; and storing those that a run found.
-std::string ReadChannelText(const IniDocument& store, TunerInput input);
-void WriteChannels(IniDocument& store, TunerInput input, std::span<const int> channels);
+std::string ReadChannelText(const IniDocument& store, TunerFeed input);
+void WriteChannels(IniDocument& store, TunerFeed input, std::span<const int> channels);
 
 // Stores a list of channels and which of them is current. An empty list says nothing: what is stored stays.
-void WriteChannelList(IniDocument& store, TunerInput input, const PlayOrder& channels);
+void WriteChannelList(IniDocument& store, TunerFeed input, const PlayOrder& channels);
 
 }  // namespace quorvex

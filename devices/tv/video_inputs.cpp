@@ -51,7 +51,7 @@ void CTVDevice::RouteTo(VideoInput input) {
 }
 
 void CTVDevice::ShowTunerInput() {
-  const std::string input = tunerInput == TunerInput::kAntenna ? "ANTENNA" : "CABLE";
+  const std::string input = tunerInput == TunerFeed::kAntenna ? "ANTENNA" : "CABLE";
   ShowOsdText(orderLength > 0 ? input + ' ' + std::to_string(CurrentEntry()) : input);
   ShowDisplayNumber(CurrentEntry(), false, false);
   SetDisplayElement(kChannelLabel, 1);

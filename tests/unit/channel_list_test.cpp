@@ -10,7 +10,7 @@ namespace quorvex {
 namespace {
 
 std::vector<int> Entries(const PlayOrder& channels) {
-  const auto span = ChannelsOf(channels);
+  const auto span = ListedChannels(channels);
   return {span.begin(), span.end()};
 }
 

@@ -11,12 +11,12 @@ namespace {
 TEST(TvSettings, AnEmptyStoreGivesTheDefaults) {
   const IniDocument store("");
   const TvSettings tv = ReadTvSettings(store);
-  EXPECT_EQ(tv.tunerInput, TunerInput::kAntenna);
+  EXPECT_EQ(tv.tunerInput, TunerFeed::kAntenna);
   EXPECT_EQ(tv.videoInput, VideoInput::kTuner);
   EXPECT_FALSE(tv.captionsOn);
   EXPECT_TRUE(tv.captionOpaque);
   EXPECT_EQ(ReadLastChannel(store), -1);
-  EXPECT_EQ(ReadChannelText(store, TunerInput::kCable), "");
+  EXPECT_EQ(ReadChannelText(store, TunerFeed::kCable), "");
   const CaptureSettings capture = ReadCaptureSettings(store);
   EXPECT_TRUE(capture.audio && capture.useFrameRate);
   EXPECT_FALSE(capture.timeLimitOn || capture.promptToSave);
@@ -31,9 +31,9 @@ TEST(TvSettings, WhatIsWrittenIsReadBack) {
   PlayOrder channels;
   channels.SetOrder(std::vector{2, 4, 7});
   channels.orderIndex = 1;
-  WriteTvSettings(store, {TunerInput::kCable, VideoInput::kVideo2, true, false});
-  WriteChannelList(store, TunerInput::kCable, channels);
-  WriteChannelList(store, TunerInput::kAntenna, PlayOrder());
+  WriteTvSettings(store, {TunerFeed::kCable, VideoInput::kVideo2, true, false});
+  WriteChannelList(store, TunerFeed::kCable, channels);
+  WriteChannelList(store, TunerFeed::kAntenna, PlayOrder());
   WriteCaptureSettings(store, {false, "C:\\a b.avi", true, false, 29.97, true, 4294967295U, 1});
   EXPECT_EQ(
       store.Text(),
@@ -42,7 +42,7 @@ TEST(TvSettings, WhatIsWrittenIsReadBack) {
       "[CAPTURE]\r\nCaptureAudio=0\r\nCaptureFile=C:\\a b.avi\r\nPromptToSave=1\r\nFrameRate=333667\r\n"
       "UseFrameRate=0\r\nEnableTimeLimit=1\r\nTimeLimit=-1\r\nMasterStream=1\r\n");
   const TvSettings tv = ReadTvSettings(store);
-  EXPECT_EQ(tv.tunerInput, TunerInput::kCable);
+  EXPECT_EQ(tv.tunerInput, TunerFeed::kCable);
   EXPECT_EQ(tv.videoInput, VideoInput::kVideo2);
   EXPECT_TRUE(tv.captionsOn && !tv.captionOpaque);
   EXPECT_EQ(ReadLastChannel(store), 4);
@@ -59,7 +59,7 @@ TEST(TvSettings, ValuesThatMeanNothingCountAsTheirDefaults) {
     const TvSettings tv =
         ReadTvSettings(IniDocument(std::string("[TV]\nVideoInputType=") + value + "\nTunerInputType=7\n"));
     EXPECT_EQ(tv.videoInput, VideoInput::kTuner) << value;
-    EXPECT_EQ(tv.tunerInput, TunerInput::kAntenna);
+    EXPECT_EQ(tv.tunerInput, TunerFeed::kAntenna);
   }
   const CaptureSettings capture = ReadCaptureSettings(
       IniDocument("[CAPTURE]\nTimeLimit=0\nEnableTimeLimit=1\nCaptureFile=" + std::string(400, 'x') + "\n"));
@@ -74,7 +74,7 @@ TEST(FrameRates, KeepTwoDecimals) {
   for (const auto& [time, rate] : stored) EXPECT_EQ(FrameRateOf(time), rate) << time;
   const std::pair<double, std::int64_t> rates[] = {
       {15.0, 666666}, {29.975, 333611}, {25.0, 400000}, {0.01, 1000000000}};
-  for (const auto& [rate, time] : rates) EXPECT_EQ(FrameTime(rate), time) << rate;
+  for (const auto& [rate, time] : rates) EXPECT_EQ(FrameTimeOf(rate), time) << rate;
 }
 
 TEST(AdjustmentSteps, DivideARangeAndNeverOverflow) {

@@ -13,12 +13,12 @@
 namespace quorvex {
 
 // Owns the platform's description of a format.
-class CaptureFormat {
+class PinFormat {
  public:
-  CaptureFormat() = default;
-  CaptureFormat(const CaptureFormat&) = delete;
-  CaptureFormat& operator=(const CaptureFormat&) = delete;
-  ~CaptureFormat() { Free(); }
+  PinFormat() = default;
+  PinFormat(const PinFormat&) = delete;
+  PinFormat& operator=(const PinFormat&) = delete;
+  ~PinFormat() { Free(); }
 
   // Asks a pin for its format; answers the driver's code.
   HRESULT Read(IAMStreamConfig& pin);

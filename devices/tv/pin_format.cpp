@@ -1,4 +1,4 @@
-#include "devices/tv/capture_format.h"
+#include "devices/tv/pin_format.h"
 
 #include <uuids.h>
 
@@ -11,21 +11,21 @@
 
 namespace quorvex {
 
-HRESULT CaptureFormat::Read(IAMStreamConfig& pin) {
+HRESULT PinFormat::Read(IAMStreamConfig& pin) {
   Free();
   const HRESULT result = pin.GetFormat(&type);
   if (FAILED(result)) type = nullptr;
   return result;
 }
 
-VIDEOINFOHEADER* CaptureFormat::Picture() const {
+VIDEOINFOHEADER* PinFormat::Picture() const {
   const bool plain = type != nullptr && type->formattype == FORMAT_VideoInfo && type->pbFormat != nullptr &&
                      type->cbFormat >= sizeof(VIDEOINFOHEADER);
   return plain ? reinterpret_cast<VIDEOINFOHEADER*>(type->pbFormat) : nullptr;
 }
 
 // A height is negative where the picture's lines go from the top down.
-Size CaptureFormat::PictureSize() const {
+Size PinFormat::PictureSize() const {
   const VIDEOINFOHEADER* const picture = Picture();
   if (picture == nullptr) return {};
   const std::int64_t height = std::abs(std::int64_t{picture->bmiHeader.biHeight});
@@ -33,7 +33,7 @@ Size CaptureFormat::PictureSize() const {
   return {picture->bmiHeader.biWidth, static_cast<int>(height)};
 }
 
-void CaptureFormat::Free() {
+void PinFormat::Free() {
   if (type == nullptr) return;
   ::CoTaskMemFree(type->pbFormat);
   if (type->pUnk != nullptr) type->pUnk->Release();
@@ -42,10 +42,10 @@ void CaptureFormat::Free() {
 }
 
 HRESULT ApplyFrameRate(IAMStreamConfig& pin, double framesPerSecond) {
-  CaptureFormat format;
+  PinFormat format;
   const HRESULT read = format.Read(pin);
   if (read != S_OK || format.Picture() == nullptr) return read;
-  format.Picture()->AvgTimePerFrame = FrameTime(framesPerSecond);
+  format.Picture()->AvgTimePerFrame = FrameTimeOf(framesPerSecond);
   const HRESULT set = pin.SetFormat(format.Get());
   if (FAILED(set)) ReportError("Error: Cannot set frame rate for preview");
   return set;
