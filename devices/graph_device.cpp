@@ -66,9 +66,8 @@ void CGraphDevice::FollowGraph() {
 }
 
 bool CGraphDevice::TakeEvent(GraphEvent& event) {
-  LONG_PTR second = 0;
-  if (!mediaEvent || FAILED(mediaEvent->GetEvent(&event.code, &event.first, &second, 0))) return false;
-  mediaEvent->FreeEventParams(event.code, event.first, second);
+  if (!mediaEvent || FAILED(mediaEvent->GetEvent(&event.code, &event.first, &event.second, 0))) return false;
+  mediaEvent->FreeEventParams(event.code, event.first, event.second);
   return true;
 }
 

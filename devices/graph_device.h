@@ -12,6 +12,7 @@ class CGraphDevice : public CDevice {
   struct GraphEvent {
     long code = 0;
     LONG_PTR first = 0;
+    LONG_PTR second = 0;
   };
 
   using CDevice::CDevice;
@@ -36,8 +37,8 @@ class CGraphDevice : public CDevice {
   // Has the control panel told of the graph's events by kGraphMessage.
   void FollowGraph();
 
-  // Takes the next event; false when there is none. Its parameters are freed already: the second is left out
-  // and the first counts where it is a number.
+  // Takes the next event; false when there is none. Its parameters are freed already and count where they
+  // are numbers.
   bool TakeEvent(GraphEvent& event);
 
   // Tells the decoder of captions whether to show them, and on which background; the first of these also on

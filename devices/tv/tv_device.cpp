@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <evcode.h>
+
 #include "base/ini_file.h"
 #include "devices/shared_state.h"
 #include "panel/main_window.h"
@@ -37,6 +39,7 @@ bool CTVDevice::QueryControls() {
   OpeningSteps steps;
   steps.Query(graph.Get(), IID_IMediaControl, mediaControl, "IID_IMediaControl");
   steps.Query(graph.Get(), IID_IBasicAudio, basicAudio, "IID_IBasicAudio");
+  if (SUCCEEDED(graph->QueryInterface(IID_IMediaEventEx, mediaEvent.ReceiveVoid()))) FollowGraph();
   return steps.Succeeded();
 }
 
@@ -57,14 +60,24 @@ bool CTVDevice::Activate() {
 }
 
 bool CTVDevice::Close() {
+  if (mediaEvent) mediaEvent->SetNotifyWindow(0, kGraphMessage, 0);
   ReleaseGraph();
   pictureControls.Reset();
   basicAudio.Reset();
   videoWindow.Reset();
   mediaControl.Reset();
+  mediaEvent.Reset();
   tuner.Reset();
   crossbar.Reset();
   return true;
+}
+
+void CTVDevice::OnGraphEvent() {
+  GraphEvent event;
+  while (TakeEvent(event)) {
+    if (event.code == EC_DEVICE_LOST)
+      SetDisplayText(event.second == 0 ? "The capture device is gone" : "");  // 1: it is back
+  }
 }
 
 bool CTVDevice::Play(int /*item*/, int /*reserved*/) {

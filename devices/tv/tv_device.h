@@ -29,6 +29,9 @@ class CTVDevice final : public CGraphDevice {
   bool Pause() override { return true; }
   bool Stop() override { return true; }
 
+  // A card that is pulled out is told on the text line.
+  void OnGraphEvent() override;
+
   bool ToggleClosedCaption() override;
   bool SelectVideoInput() override;
 

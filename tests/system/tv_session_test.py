@@ -107,6 +107,7 @@ class TvSession(unittest.TestCase):
     def test_a_card_that_is_pulled_out_is_survived(self):
         self.open_card()
         drive("card", "off")
+        self.remote.sees_text("The capture device is gone")
         for key in ("Up", "5", "Return", *["ctrl+v"] * 3, "ctrl+c", "ctrl+r", "Escape", "Escape"):
             xdotool("key", key)
             time.sleep(0.1)
