@@ -119,6 +119,12 @@ std::optional<std::string_view> IniDocument::Find(std::string_view section, std:
   return line == nullptr ? std::nullopt : line->value;
 }
 
+std::int32_t IniDocument::Integer(std::string_view section, std::string_view key,
+                                  std::int32_t missing) const {
+  const std::string_view value = Find(section, key).value_or("");
+  return value.empty() ? missing : IniInteger(value);
+}
+
 std::vector<IniEntry> IniDocument::Entries(std::string_view section) const {
   std::vector<IniEntry> entries;
   const std::size_t begin = SectionBegin(section);

@@ -31,6 +31,10 @@ class IniDocument {
   // missing or its line has no equals sign. The view holds until the document goes or changes.
   [[nodiscard]] std::optional<std::string_view> Find(std::string_view section, std::string_view key) const;
 
+  // A key's number (IniInteger); `missing` when the key is missing or empty.
+  [[nodiscard]] std::int32_t Integer(std::string_view section, std::string_view key,
+                                     std::int32_t missing) const;
+
   // Every line of a section that has an equals sign, in order. The views hold as above.
   [[nodiscard]] std::vector<IniEntry> Entries(std::string_view section) const;
 

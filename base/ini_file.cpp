@@ -149,8 +149,7 @@ std::string IniSnapshot::String(std::string_view section, std::string_view key, 
 }
 
 int IniSnapshot::Integer(std::string_view section, std::string_view key, int missing) const {
-  const std::string_view value = document.Find(section, key).value_or("");
-  return value.empty() ? missing : IniInteger(value);
+  return document.Integer(section, key, missing);
 }
 
 IniSnapshot IniFile::Read() const {

@@ -57,7 +57,18 @@ add_library(
   devices/media/render_file.cpp
   devices/open_sequence.cpp
   devices/shared_state.cpp
+  devices/tv/auto_tune.cpp
+  devices/tv/caption_chain.cpp
   devices/tv/capture_devices.cpp
+  devices/tv/capture_dialogs.cpp
+  devices/tv/capture_graph.cpp
+  devices/tv/channels.cpp
+  devices/tv/device_category.cpp
+  devices/tv/pin_format.cpp
+  devices/tv/pins.cpp
+  devices/tv/tv_device.cpp
+  devices/tv/video_adjustment.cpp
+  devices/tv/video_inputs.cpp
   mixer/mixer.cpp
   panel/accessible_object.cpp
   panel/control_panel.cpp

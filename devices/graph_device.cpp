@@ -3,7 +3,9 @@
 #include <memory>
 #include <new>
 
+#include "panel/control_panel.h"
 #include "panel/main_window.h"
+#include "panel/status_display.h"
 #include "video/video_window.h"
 
 namespace quorvex {
@@ -14,18 +16,28 @@ void CGraphDevice::QueryGraph(OpeningSteps& steps) {
   steps.Query(graph.Get(), IID_IMediaSeeking, mediaSeeking, "IID_IMediaSeeking");
 }
 
-HRESULT CGraphDevice::ShowVideo(int width, int height) {
+bool CGraphDevice::HasVideoWindow() {
   if (!theVideoWindow) theVideoWindow.reset(new (std::nothrow) CVWindow);
-  if (!theVideoWindow) {
-    ReportError("Could not allocate CVWindow object");
-    return E_OUTOFMEMORY;
-  }
+  if (!theVideoWindow) ReportError("Could not allocate CVWindow object");
+  return static_cast<bool>(theVideoWindow);
+}
+
+HRESULT CGraphDevice::ShowVideo(int width, int height) {
+  if (!HasVideoWindow()) return E_OUTOFMEMORY;
   OpeningSteps steps;
   if (!steps.Query(graph.Get(), IID_IVideoWindow, videoWindow, "IID_IVideoWindow")) return steps.Result();
+  return AttachVideo(width, height) ? S_OK : E_FAIL;
+}
+
+bool CGraphDevice::AttachVideo(int width, int height) {
+  if (!HasVideoWindow()) return false;
   videoWindowHandle = theVideoWindow->Attach(videoWindow.Get(), width, height);
-  if (videoWindowHandle != nullptr) return S_OK;
-  videoWindow.Reset();
-  return E_FAIL;
+  if (videoWindowHandle == nullptr) videoWindow.Reset();
+  return videoWindowHandle != nullptr;
+}
+
+void CGraphDevice::ReattachVideo() {
+  if (theVideoWindow && videoWindow) videoWindowHandle = theVideoWindow->Reattach(videoWindow.Get());
 }
 
 void CGraphDevice::HideVideo() {
@@ -36,14 +48,26 @@ void CGraphDevice::HideVideo() {
   videoWindow.Reset();
 }
 
+void CGraphDevice::ApplyCaptionState() {
+  if (!captionDecoder) return;
+  captionDecoder->SetServiceState(captionsOn ? kLine21StateOn : kLine21StateOff);
+  SetButtonState(kCommandClosedCaption, captionsOn ? ButtonLook::kLit : ButtonLook::kNormal);
+  SetDisplayElement(kCaptionLamp, captionsOn ? 1 : 0);
+}
+
+void CGraphDevice::ApplyCaptionBackground() {
+  if (!captionDecoder) return;
+  captionDecoder->SetDrawBackgroundMode(captionOpaque ? kLine21BackgroundOpaque
+                                                      : kLine21BackgroundTransparent);
+}
+
 void CGraphDevice::FollowGraph() {
   mediaEvent->SetNotifyWindow(reinterpret_cast<OAHWND>(mainWindow), kGraphMessage, 0);
 }
 
 bool CGraphDevice::TakeEvent(GraphEvent& event) {
-  LONG_PTR second = 0;
-  if (!mediaEvent || FAILED(mediaEvent->GetEvent(&event.code, &event.first, &second, 0))) return false;
-  mediaEvent->FreeEventParams(event.code, event.first, second);
+  if (!mediaEvent || FAILED(mediaEvent->GetEvent(&event.code, &event.first, &event.second, 0))) return false;
+  mediaEvent->FreeEventParams(event.code, event.first, event.second);
   return true;
 }
 

@@ -9,7 +9,7 @@
 #include "devices/null_device.h"
 #include "devices/open_sequence.h"
 #include "devices/shared_state.h"
-#include "panel/status_display.h"
+#include "devices/tv/tv_device.h"
 #include "shell/actions.h"
 #include "video/video_window.h"
 
@@ -18,36 +18,30 @@ namespace {
 
 bool IsCurrent(DeviceType type) { return currentDevice && currentDevice->kind == type; }
 
-// A new device; null for television, which this program has no player for.
 std::unique_ptr<CDevice> MakeDevice(DeviceType type) {
   switch (type) {
-    case DeviceType::kNone: return std::make_unique<CNullDevice>();
+    case DeviceType::kTv: return std::make_unique<CTVDevice>();
     case DeviceType::kDvd: return std::make_unique<CDVDDevice>();
     case DeviceType::kCd: return std::make_unique<CCDDevice>();
     case DeviceType::kFile: return std::make_unique<CFileDevice>();
-    case DeviceType::kTv: break;
+    case DeviceType::kNone: break;
   }
-  return nullptr;
+  return std::make_unique<CNullDevice>();
 }
 
-// Puts a new device in place of the current one. Without one nothing is current, and the text line says so.
-bool Replace(DeviceType type) {
+// Puts a new device in place of the current one.
+void Replace(DeviceType type) {
   currentDevice.reset();
   currentDevice = MakeDevice(type);
-  if (currentDevice) {
-    currentDeviceType = type;
-    return true;
-  }
-  SwitchToNone();
-  SetDisplayText("No player for TV/CAP");
-  return false;
+  currentDeviceType = type;
 }
 
 }  // namespace
 
 bool SwitchToDvd() {
   if (IsCurrent(DeviceType::kDvd)) return true;
-  if (!Replace(DeviceType::kDvd) || !OpenCurrentDevice()) return false;
+  Replace(DeviceType::kDvd);
+  if (!OpenCurrentDevice()) return false;
   PlayAtRate(1.0);
   return true;
 }
@@ -55,17 +49,21 @@ bool SwitchToDvd() {
 bool SwitchToCd() {
   if (IsCurrent(DeviceType::kCd)) return true;
   DeleteVideoWindow();
-  return Replace(DeviceType::kCd) && OpenCurrentDevice();
+  Replace(DeviceType::kCd);
+  return OpenCurrentDevice();
 }
 
 bool SwitchToTv(int captureDevice) {
   if (IsCurrent(DeviceType::kTv) && currentCaptureDevice == captureDevice) return true;
-  if (!Replace(DeviceType::kTv)) return false;
+  Replace(DeviceType::kTv);
   currentCaptureDevice = captureDevice;
   return OpenCurrentDevice();
 }
 
-bool SwitchToFile() { return Replace(DeviceType::kFile) && currentDevice->LoadMedia(); }
+bool SwitchToFile() {
+  Replace(DeviceType::kFile);
+  return currentDevice->LoadMedia();
+}
 
 void SwitchToNone() {
   Replace(DeviceType::kNone);

@@ -10,6 +10,7 @@
 #include "devices/current_device.h"
 #include "devices/dvd/dvd_device.h"
 #include "devices/shared_state.h"
+#include "devices/tv/tv_device.h"
 #include "mixer/mixer.h"
 #include "panel/accessible_text.h"
 #include "panel/commands.h"
@@ -104,8 +105,10 @@ const char* DeviceName() {
   return "none";
 }
 
-const char* StateName(PlayState state) {
-  switch (state) {
+// A card's picture just runs: its device has no state of playing.
+const char* StateName(const CDevice& device) {
+  if (device.kind == DeviceType::kTv) return "playing";
+  switch (device.playState) {
     case PlayState::kPlaying: return "playing";
     case PlayState::kPaused: return "paused";
     case PlayState::kStopped:
@@ -127,8 +130,16 @@ std::string Line(const char* name, const std::string& value) {
   return std::string(name) + '=' + value + '\n';
 }
 
+// What a card shows; without a tuner it has no channels.
+std::string TelevisionLines(const CTVDevice& tv) {
+  if (!tv.HasTuner()) return "";
+  return Line("input", tv.InputName()) + Line("channel", std::to_string(std::max(tv.currentNumber, 0))) +
+         Line("channels", std::to_string(tv.orderLength));
+}
+
 // What plays and of how many; of a disc with films also which of them, and how long it is.
 std::string ItemLines() {
+  if (const auto* tv = dynamic_cast<const CTVDevice*>(currentDevice.get())) return TelevisionLines(*tv);
   const std::string items = Line("items", std::to_string(currentDevice->itemCount));
   const auto* dvd = dynamic_cast<const CDVDDevice*>(currentDevice.get());
   if (dvd == nullptr) return Line("item", std::to_string(currentDevice->CurrentEntry())) + items;
@@ -141,7 +152,7 @@ std::string DescribeState() {
   const auto onOff = [](bool on) { return std::string(on ? "on" : "off"); };
   std::string text = Line("device", currentDevice ? DeviceName() : "none");
   if (currentDevice) {
-    text += Line("state", StateName(currentDevice->playState));
+    text += Line("state", StateName(*currentDevice));
     text += ItemLines();
     text += Line("repeat", RepeatName(currentDevice->repeatMode));
     text += Line("random", onOff(currentDevice->randomOn));

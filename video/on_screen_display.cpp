@@ -137,6 +137,7 @@ void OnScreenDisplay::LayoutOsdText() {
   const TextSizes sizes = CutToText(textWindow, text, OsdTextHeight(text, area.height));
   Place(textWindow, PlaceOsdText(area, sizes.letter, sizes.text));
   ::ShowWindow(textWindow, SW_SHOWNOACTIVATE);
+  ::UpdateWindow(textWindow);  // at once, for whoever keeps the loop busy
 }
 
 void OnScreenDisplay::LayoutOsdLevel() {

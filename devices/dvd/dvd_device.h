@@ -4,7 +4,6 @@
 
 #include <cstdint>
 
-#include "base/line21_interface.h"
 #include "devices/dvd/dvd_navigator.h"
 #include "devices/dvd/dvd_streams.h"
 #include "devices/graph_device.h"
@@ -78,9 +77,7 @@ class CDVDDevice final : public CGraphDevice {
 
   ComPtr<IDvdGraphBuilder> builder;  // null while no graph is open
   DvdNavigator navigator;
-  ComPtr<IBasicAudio> basicAudio;
   ComPtr<IBasicVideo> basicVideo;
-  ComPtr<IAMLine21Decoder> captionDecoder;  // null: the disc's captions cannot be shown
   DvdStreams streams{navigator};
   MciDrive tray;
   std::uint32_t currentTitle = kNoTitle;

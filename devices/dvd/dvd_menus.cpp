@@ -4,9 +4,8 @@
 #include "base/ini_file.h"
 #include "devices/dvd/dvd_device.h"
 #include "devices/shared_state.h"
-#include "panel/control_panel.h"
+#include "panel/commands.h"
 #include "panel/popup_menu.h"
-#include "panel/status_display.h"
 
 namespace quorvex {
 
@@ -64,14 +63,9 @@ bool CDVDDevice::LoadSettings() {
 }
 
 void CDVDDevice::ApplyCaptions() {
-  if (!IsGraphOpen() || !captionDecoder) return;
-  captionDecoder->SetServiceState(captionsOn ? kLine21StateOn : kLine21StateOff);
-  if (captionsOn) {
-    captionDecoder->SetDrawBackgroundMode(captionOpaque ? kLine21BackgroundOpaque
-                                                        : kLine21BackgroundTransparent);
-  }
-  SetButtonState(kCommandClosedCaption, captionsOn ? ButtonLook::kLit : ButtonLook::kNormal);
-  SetDisplayElement(kCaptionLamp, captionsOn ? 1 : 0);
+  if (!IsGraphOpen()) return;
+  ApplyCaptionState();
+  if (captionsOn) ApplyCaptionBackground();
 }
 
 }  // namespace quorvex

@@ -9,6 +9,7 @@
 #include <control.h>
 
 #include <array>
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -61,9 +62,9 @@ class ComFake : public Interfaces... {
     const char* name;  // by which the script may refuse it
   };
 
-  // `offers`: in the order of the interfaces.
+  // `offers`: in the order of the interfaces. Nothing is written of the end of a fake without a name.
   ComFake(ComScript& itsScript, const char* itsName, std::array<Offered, sizeof...(Interfaces)> offers)
-      : script(itsScript), name(itsName), offered(offers) {
+      : script(itsScript), label(itsName), offered(offers) {
     ++script.alive;
   }
   ComFake(const ComFake&) = delete;
@@ -82,7 +83,7 @@ class ComFake : public Interfaces... {
   STDMETHODIMP_(ULONG) Release() override {
     const ULONG left = --references;
     if (left == 0) {
-      script.log += std::string("gone ") + name + '\n';
+      if (*label != '\0') script.log += std::string("gone ") + label + '\n';
       delete this;
     }
     return left;
@@ -98,9 +99,39 @@ class ComFake : public Interfaces... {
     return result;
   }
 
-  const char* name;
+  const char* label;
   std::array<Offered, sizeof...(Interfaces)> offered;
   ULONG references = 1;
+};
+
+// A class that the platform's own CoCreateInstance finds while this lives.
+class FakeClass final : private IClassFactory {
+ public:
+  using Creator = std::function<HRESULT(REFIID, void**)>;
+
+  FakeClass(REFCLSID id, Creator creator) : create(std::move(creator)) {
+    ::CoRegisterClassObject(id, this, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &registration);
+  }
+  FakeClass(const FakeClass&) = delete;
+  FakeClass& operator=(const FakeClass&) = delete;
+  ~FakeClass() { ::CoRevokeClassObject(registration); }
+
+ private:
+  STDMETHODIMP CreateInstance(IUnknown*, REFIID iid, void** object) override {
+    *object = nullptr;
+    return create(iid, object);
+  }
+  STDMETHODIMP LockServer(BOOL) override { return S_OK; }
+  STDMETHODIMP QueryInterface(REFIID, void** object) override {
+    *object = static_cast<IClassFactory*>(this);
+    return S_OK;
+  }
+  // It lives as long as its test.
+  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
+  STDMETHODIMP_(ULONG) Release() override { return 1; }
+
+  Creator create;
+  DWORD registration = 0;
 };
 
 }  // namespace quorvex

@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "base/com_ptr.h"
-#include "base/line21_interface.h"
 #include "tests/support/com_fake.h"
+#include "tests/support/fake_captions.h"
 #include "tests/support/fake_dvd_graph.h"
 
 namespace quorvex {
@@ -170,30 +170,6 @@ class FakeDvdInfo final : public ComFake<IDvdInfo> {
   DvdScript& dvd;
 };
 
-class FakeCaptions final : public ComFake<IAMLine21Decoder> {
- public:
-  explicit FakeCaptions(DvdScript& itsScript)
-      : ComFake(itsScript, "captions", {{{kIidLine21Decoder, "IID_IAMLine21Decoder"}}}) {}
-
-  STDMETHODIMP SetServiceState(Line21State state) override {
-    return script.Call("SetServiceState", std::to_string(state));
-  }
-  STDMETHODIMP SetDrawBackgroundMode(Line21Background mode) override {
-    return script.Call("SetDrawBackgroundMode", std::to_string(mode));
-  }
-  QUORVEX_UNEXPECTED(GetDecoderLevel, Line21Level*)
-  QUORVEX_UNEXPECTED(GetCurrentService, Line21Service*)
-  QUORVEX_UNEXPECTED(SetCurrentService, Line21Service)
-  QUORVEX_UNEXPECTED(GetServiceState, Line21State*)
-  QUORVEX_UNEXPECTED(GetOutputFormat, BITMAPINFOHEADER*)
-  QUORVEX_UNEXPECTED(SetOutputFormat, BITMAPINFO*)
-  QUORVEX_UNEXPECTED(GetBackgroundColor, DWORD*)
-  QUORVEX_UNEXPECTED(SetBackgroundColor, DWORD)
-  QUORVEX_UNEXPECTED(GetRedrawAlways, BOOL*)
-  QUORVEX_UNEXPECTED(SetRedrawAlways, BOOL)
-  QUORVEX_UNEXPECTED(GetDrawBackgroundMode, Line21Background*)
-};
-
 class FakeDvdBuilder final : public ComFake<IDvdGraphBuilder> {
  public:
   explicit FakeDvdBuilder(DvdScript& itsScript)
@@ -225,38 +201,23 @@ class FakeDvdBuilder final : public ComFake<IDvdGraphBuilder> {
   DvdScript& dvd;
 };
 
-class FakeDvd final : public DvdScript, private IClassFactory {
+class FakeDvd final : public DvdScript {
  public:
-  FakeDvd() {
-    ::CoRegisterClassObject(CLSID_DvdGraphBuilder, this, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
-                            &registration);
-  }
+  FakeDvd() = default;
   FakeDvd(const FakeDvd&) = delete;
   FakeDvd& operator=(const FakeDvd&) = delete;
   ~FakeDvd() {
-    ::CoRevokeClassObject(registration);
     EXPECT_EQ(alive, 0) << "somebody still holds a part of the navigator";
     EXPECT_EQ(renderer.references, 1U);
     EXPECT_EQ(unfreedEvents, 0);
   }
 
  private:
-  STDMETHODIMP CreateInstance(IUnknown*, REFIID iid, void** object) override {
-    *object = nullptr;
-    if (const HRESULT result = Call("Create"); FAILED(result)) return result;
-    const auto made = ComPtr<IDvdGraphBuilder>::Attach(new FakeDvdBuilder(*this));
-    return made->QueryInterface(iid, object);
-  }
-  STDMETHODIMP LockServer(BOOL) override { return S_OK; }
-  STDMETHODIMP QueryInterface(REFIID, void** object) override {
-    *object = static_cast<IClassFactory*>(this);
-    return S_OK;
-  }
-  // It lives as long as its test.
-  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-  STDMETHODIMP_(ULONG) Release() override { return 1; }
-
-  DWORD registration = 0;
+  FakeClass builders{CLSID_DvdGraphBuilder, [this](REFIID iid, void** object) {
+                       if (const HRESULT result = Call("Create"); FAILED(result)) return result;
+                       const auto made = ComPtr<IDvdGraphBuilder>::Attach(new FakeDvdBuilder(*this));
+                       return made->QueryInterface(iid, object);
+                     }};
 };
 
 }  // namespace quorvex

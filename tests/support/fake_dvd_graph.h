@@ -12,6 +12,7 @@
 #include "panel/main_window.h"
 #include "tests/support/com_fake.h"
 #include "tests/support/fake_renderer.h"
+#include "tests/support/graph_parts.h"
 
 namespace quorvex {
 
@@ -29,8 +30,8 @@ struct GraphScript : ComScript {
   int unfreedEvents = 0;
 };
 
-class FakeDvdGraph final : public ComFake<IGraphBuilder, NoDispatch<IMediaControl>, NoDispatch<IMediaEventEx>,
-                                          IMediaSeeking, NoDispatch<IBasicAudio>, NoDispatch<IBasicVideo>> {
+class FakeDvdGraph final : public ComFake<NoGraphBuilder, NoMediaControl, NoDispatch<IMediaEventEx>,
+                                          IMediaSeeking, NoBasicAudio, NoDispatch<IBasicVideo>> {
  public:
   explicit FakeDvdGraph(GraphScript& itsScript)
       : ComFake(itsScript, "graph",
@@ -59,12 +60,6 @@ class FakeDvdGraph final : public ComFake<IGraphBuilder, NoDispatch<IMediaContro
   STDMETHODIMP GetState(LONG limit, OAFilterState*) override {
     return graph.Call("GetState", std::to_string(limit));
   }
-  QUORVEX_UNEXPECTED(RenderFile, BSTR)
-  QUORVEX_UNEXPECTED(AddSourceFilter, BSTR, IDispatch**)
-  QUORVEX_UNEXPECTED(get_FilterCollection, IDispatch**)
-  QUORVEX_UNEXPECTED(get_RegFilterCollection, IDispatch**)
-  QUORVEX_UNEXPECTED(StopWhenReady)
-
   // IMediaEventEx
   STDMETHODIMP SetNotifyWindow(OAHWND window, long message, LONG_PTR data) override {
     const char* to = window == 0 ? "none" : window == reinterpret_cast<OAHWND>(mainWindow) ? "panel" : "?";
@@ -114,12 +109,6 @@ class FakeDvdGraph final : public ComFake<IGraphBuilder, NoDispatch<IMediaContro
   QUORVEX_UNEXPECTED(GetRate, double*)
   QUORVEX_UNEXPECTED(GetPreroll, LONGLONG*)
 
-  // IBasicAudio
-  QUORVEX_UNEXPECTED(put_Volume, long)
-  QUORVEX_UNEXPECTED(get_Volume, long*)
-  QUORVEX_UNEXPECTED(put_Balance, long)
-  QUORVEX_UNEXPECTED(get_Balance, long*)
-
   // IBasicVideo
   STDMETHODIMP get_VideoWidth(long* width) override {
     *width = graph.width;
@@ -159,23 +148,6 @@ class FakeDvdGraph final : public ComFake<IGraphBuilder, NoDispatch<IMediaContro
   QUORVEX_UNEXPECTED(GetCurrentImage, long*, long*)
   QUORVEX_UNEXPECTED(IsUsingDefaultSource)
   QUORVEX_UNEXPECTED(IsUsingDefaultDestination)
-
-  // IGraphBuilder
-  QUORVEX_UNEXPECTED(AddFilter, IBaseFilter*, LPCWSTR)
-  QUORVEX_UNEXPECTED(RemoveFilter, IBaseFilter*)
-  QUORVEX_UNEXPECTED(EnumFilters, IEnumFilters**)
-  QUORVEX_UNEXPECTED(FindFilterByName, LPCWSTR, IBaseFilter**)
-  QUORVEX_UNEXPECTED(ConnectDirect, IPin*, IPin*, const AM_MEDIA_TYPE*)
-  QUORVEX_UNEXPECTED(Reconnect, IPin*)
-  QUORVEX_UNEXPECTED(Disconnect, IPin*)
-  QUORVEX_UNEXPECTED(SetDefaultSyncSource)
-  QUORVEX_UNEXPECTED(Connect, IPin*, IPin*)
-  QUORVEX_UNEXPECTED(Render, IPin*)
-  QUORVEX_UNEXPECTED(RenderFile, LPCWSTR, LPCWSTR)
-  QUORVEX_UNEXPECTED(AddSourceFilter, LPCWSTR, LPCWSTR, IBaseFilter**)
-  QUORVEX_UNEXPECTED(SetLogFile, DWORD_PTR)
-  QUORVEX_UNEXPECTED(Abort)
-  QUORVEX_UNEXPECTED(ShouldOperationContinue)
 
  private:
   GraphScript& graph;

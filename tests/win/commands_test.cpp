@@ -163,14 +163,6 @@ TEST_F(CommandsTest, ASwitchToWhatIsOpenDoesNothing) {
   EXPECT_TRUE(currentDevice);
 }
 
-TEST_F(CommandsTest, ADeviceThatCannotBeMadeLeavesNoneAndSaysSo) {
-  Use(DeviceType::kCd);
-  EXPECT_EQ(LogOf(1500), "deleted\n");
-  EXPECT_EQ(currentDevice, nullptr);
-  EXPECT_EQ(Shown(kIdleLamp), 1);
-  EXPECT_EQ(ShownText(), "No player for TV/CAP");
-}
-
 TEST_F(CommandsTest, MediaSelectShowsWhatIsThere) {
   dvdAvailable = false;
   MenuReader menus;

@@ -6,6 +6,7 @@
 #include "remote/remote_protocol.h"
 #include "shell/command_table.h"
 #include "tests/support/fake_dvd.h"
+#include "tests/support/fake_tv.h"
 #include "tests/support/panel.h"
 #include "tests/support/recording_device.h"
 
@@ -102,6 +103,24 @@ TEST_F(RemoteControlTest, OfADvdFilmChapterAndLengthAreTold) {
       untilLength(),
       "device=dvd\nstate=playing\nitem=12\nitems=25\nfilm=3\nlength=01:31:00\nrepeat=off\nrandom=off\n");
   EXPECT_NE(answer.find("time=01:23:59\n"), std::string::npos) << answer;
+  Press(kCommandCloseDevice);
+}
+
+TEST_F(RemoteControlTest, OfTelevisionInputAndChannelAreTold) {
+  FakeTv tv;
+  stores.Write("quorvex.ini", "[TV]\r\nLastChannel=5\r\n");
+  const auto linesUntilRepeat = [&] {
+    Send(kRemoteAskState, "");
+    return answer.substr(0, answer.find("repeat="));
+  };
+  Press(kFirstCaptureDeviceCommand);
+  EXPECT_EQ(linesUntilRepeat(), "device=tv\nstate=playing\ninput=Tuner\nchannel=5\nchannels=11\n");
+  Press(kCommandVideoInput);
+  EXPECT_EQ(linesUntilRepeat(), "device=tv\nstate=playing\ninput=VIDEO 1\nchannel=5\nchannels=11\n");
+  Press(kCommandCloseDevice);
+  tv.answers = {{"Find card IAMTVTuner", E_NOINTERFACE}};
+  Press(kFirstCaptureDeviceCommand);
+  EXPECT_EQ(linesUntilRepeat(), "device=tv\nstate=playing\n");
   Press(kCommandCloseDevice);
 }
 

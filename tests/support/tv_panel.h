@@ -1,0 +1,69 @@
+// The control panel with a capture card that does as its test says.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "devices/tv/tv_device.h"
+#include "shell/device_switch.h"
+#include "tests/support/fake_tv.h"
+#include "tests/support/panel.h"
+#include "video/video_window.h"
+
+namespace quorvex {
+
+class TvTest : public PanelTest {
+ protected:
+  ~TvTest() override {
+    currentDevice.reset();
+    DeleteVideoWindow();
+    currentCaptureDevice = -1;
+  }
+
+  static CTVDevice& Device() { return dynamic_cast<CTVDevice&>(*currentDevice); }
+
+  static constexpr int kFirstCard = kFirstCaptureDeviceCommand;
+
+  // Opens the card, with these lines of the settings' section TV and what follows.
+  void Open(const std::string& config = "") {
+    stores.Write("quorvex.ini", "[TV]\r\n" + config);
+    Press(kFirstCard);
+    ASSERT_NE(currentDevice, nullptr);
+    ASSERT_EQ(currentDevice->kind, DeviceType::kTv);
+    tv.Take();
+  }
+  // What the card and its graph were asked by one command.
+  std::string LogOf(int command) {
+    tv.Take();
+    Press(command);
+    return tv.Take();
+  }
+  // Types digits; answers what the card was asked.
+  std::string Type(const std::string& digits) {
+    tv.Take();
+    for (const char digit : digits) Press(kCommandDigit0 + digit - '0');
+    return tv.Take();
+  }
+  static std::vector<int> Channels() {
+    return {currentDevice->playOrder.begin(), currentDevice->playOrder.begin() + currentDevice->orderLength};
+  }
+  // The value of a key of the stored settings.
+  std::string Stored(const std::string& key) const {
+    const std::string text = stores.Read("quorvex.ini");
+    const std::size_t at = text.find('\n' + key + '=');
+    if (at == std::string::npos) return "missing";
+    const std::size_t begin = at + key.size() + 2;
+    return text.substr(begin, text.find('\r', begin) - begin);
+  }
+  // The text over the picture; empty when there is none.
+  static std::string OnScreen() {
+    const HWND element = ::FindWindowExA(theVideoWindow->GetRendererWindow(), nullptr, "myOSCtl", nullptr);
+    char text[50] = "";
+    ::GetWindowTextA(element, text, sizeof text);
+    return text;
+  }
+
+  FakeTv tv;
+};
+
+}  // namespace quorvex
