@@ -115,6 +115,10 @@ ComPtr<IFilterGraph> FilterBase::Graph() {
   return ComPtr<IFilterGraph>::Share(graph);
 }
 
+void FilterBase::TellGraph(long code, LONG_PTR first, LONG_PTR second) {
+  if (const auto events = Graph().As<IMediaEventSink>()) events->Notify(code, first, second);
+}
+
 std::optional<REFERENCE_TIME> FilterBase::StreamTime() {
   if (state != State_Running) return std::nullopt;
   ComPtr<IReferenceClock> current;

@@ -35,6 +35,9 @@ class FilterBase : public ComObject<IBaseFilter> {
   // The graph that the filter is in; null outside of one.
   ComPtr<IFilterGraph> Graph();
 
+  // Tells the graph of an event; nothing outside of one.
+  void TellGraph(long code, LONG_PTR first, LONG_PTR second);
+
   // The stream's time now: since the graph runs, in units of 100 ns. Nothing unless it runs by a clock.
   std::optional<REFERENCE_TIME> StreamTime();
 

@@ -68,8 +68,4 @@ void DvdSource::OnStop() {
   player.Halt();
 }
 
-void DvdSource::Tell(long code, LONG_PTR first, LONG_PTR second) {
-  if (const auto sink = Graph().As<IMediaEventSink>()) sink->Notify(code, first, second);
-}
-
 }  // namespace quorvex

@@ -34,7 +34,7 @@ class DvdSource final : public FilterBase, private DiscEvents {
   void OnHalt() override { player.Cue(); }
 
  private:
-  void Tell(long code, LONG_PTR first, LONG_PTR second) override;
+  void Tell(long code, LONG_PTR first, LONG_PTR second) override { TellGraph(code, first, second); }
 
   OpenedDisc disc;
   const Canvas canvas;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "platform/common/answer.h"
+
 namespace quorvex {
 namespace {
 
@@ -16,13 +18,6 @@ constexpr ServiceChannel kServices[] = {
     {kLine21ServiceCaption2, Line21Channel::kCaption2}, {kLine21ServiceText1, Line21Channel::kText1},
     {kLine21ServiceText2, Line21Channel::kText2},       {kLine21ServiceDefaultChannel, Line21Channel::kCaption1},
 };
-
-template <typename Value>
-HRESULT Answer(Value* target, Value value) {
-  if (target == nullptr) return E_POINTER;
-  *target = value;
-  return S_OK;
-}
 
 }  // namespace
 

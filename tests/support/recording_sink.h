@@ -101,6 +101,8 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
 
   // Done on the stream's thread when the end is told.
   std::function<void()> atEnd;
+  // Done there for every sample that arrives.
+  std::function<void(IMediaSample&, const MediaType&)> atSample;
 
  private:
   bool IsCued() { return segments.back().ended || !segments.back().samples.empty(); }
@@ -218,6 +220,7 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
   }
 
   void Note(IMediaSample& sample) {
+    if (atSample) atSample(sample, type);
     Sample noted{};
     sample.GetTime(&noted.start, &noted.end);
     noted.start += segments.back().start;
@@ -226,7 +229,7 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
     BYTE* data = nullptr;
     sample.GetPointer(&data);
     if (const VIDEOINFOHEADER* picture = type.Picture()) {
-      for (int stripe = 0; stripe < picture->bmiHeader.biWidth / 16; ++stripe)
+      for (int stripe = 0; stripe < std::min<LONG>(picture->bmiHeader.biWidth / 16, 31); ++stripe)
         noted.picture |=
             data[(picture->bmiHeader.biWidth * 4 * 20) + (stripe * 16 + 8) * 4] > 125 ? 1 << stripe : 0;
     } else {
