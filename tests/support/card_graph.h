@@ -80,7 +80,7 @@ struct SeenPicture {
   std::optional<DiscMarks> marks;  // picture: its number; film: the channel; chapter: the input
   std::int64_t begin = 0;
   std::int64_t end = 0;
-  double red = 0;  // means of the colour bars
+  double red = 0;  // means of the first two colour bars
   double green = 0;
   double blue = 0;
 };
@@ -89,7 +89,7 @@ inline SeenPicture LookAt(const PictureView& view) {
   SeenPicture seen{.marks = ReadDiscMarks(view)};
   int pixels = 0;
   for (int y = view.height / 8; y < view.height * 3 / 4; y += 2) {
-    for (int x = 0; x < view.width; x += 2, ++pixels) {
+    for (int x = 0; x < view.width * 2 / 7; x += 2, ++pixels) {
       const std::uint8_t* pixel = view.top + y * view.stride + x * 4;
       seen.blue += pixel[0];
       seen.green += pixel[1];
