@@ -10,8 +10,11 @@ add_library(
   platform/common/caption_painter.cpp
   platform/common/decoder.cpp
   platform/common/filter_base.cpp
+  platform/common/input_pin.cpp
+  platform/common/line21_control.cpp
   platform/common/media_type.cpp
   platform/common/output_pin.cpp
+  platform/common/pin_base.cpp
   platform/common/pin_category.cpp
   platform/common/picture_converter.cpp
   platform/common/picture_delivery.cpp

@@ -102,9 +102,13 @@ target_link_libraries(qvremote PRIVATE quorvex_options)
 add_library(quorvex_drive STATIC platform/cd/shared_drive.cpp platform/common/shared_file.cpp)
 target_link_libraries(quorvex_drive PUBLIC quorvex_disc shell32 winmm)
 
-add_library(qvcd MODULE platform/cd/cd_engine.cpp platform/cd/mci_driver.cpp platform/cd/sound_output.cpp platform/cd/qvcd.def platform/cd/qvcd.rc)
+# Sound through waveOut, for the drive and the sound renderer.
+add_library(quorvex_waves STATIC platform/common/wave_output.cpp)
+target_link_libraries(quorvex_waves PUBLIC quorvex_options winmm)
+
+add_library(qvcd MODULE platform/cd/cd_engine.cpp platform/cd/mci_driver.cpp platform/cd/qvcd.def platform/cd/qvcd.rc)
 set_target_properties(qvcd PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
-target_link_libraries(qvcd PRIVATE quorvex_drive)
+target_link_libraries(qvcd PRIVATE quorvex_drive quorvex_waves)
 
 add_executable(qvdrive platform/drive/card_commands.cpp platform/drive/main.cpp base/full_path.cpp platform/drive/qvdrive.rc)
 target_link_libraries(qvdrive PRIVATE quorvex_cards)
@@ -115,6 +119,7 @@ target_link_libraries(quorvex_com PUBLIC quorvex_options ole32 strmiids uuid)
 
 include(cmake/media.cmake)
 include(cmake/dvd.cmake)
+include(cmake/sound.cmake)
 include(cmake/tv.cmake)
 
 # The demo disc, rendered from scores.
@@ -127,7 +132,7 @@ add_custom_command(
   COMMENT "Rendering the demo disc")
 add_custom_target(demo ALL DEPENDS ${demo_dir}/demo.cue)
 
-foreach(program quorvex qvremote qvdrive qvcd qvmedia qvdvd qvtv)
+foreach(program quorvex qvremote qvdrive qvcd qvmedia qvdvd qvsound qvtv)
   deliver(${program})
 endforeach()
 

@@ -21,9 +21,6 @@ class CurrentPicture final : public PictureUser {
   void MenuPoint(int x, int y) override {
     if (currentDevice) currentDevice->MenuPoint(x, y);
   }
-  void RefreshPicture() override {
-    if (currentDevice) currentDevice->RefreshStillPicture();
-  }
   void LayoutOsd() override {
     if (currentDevice) currentDevice->LayoutOsd();
   }

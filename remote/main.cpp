@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -22,6 +23,7 @@ constexpr char kUsage[] =
     "Keys:";
 constexpr DWORD kStartPatienceMs = 20000;
 constexpr UINT kAnswerPatienceMs = 10000;
+constexpr DWORD kPollMs = 5;
 
 std::string stateText;
 
@@ -66,20 +68,34 @@ HWND StartPanel() {
   return FindPanel();
 }
 
-int Send(HWND panel, ULONG_PTR kind, std::string_view bytes) {
-  if (panel == nullptr) return Complain("Quorvex does not run");
+// What the panel answers; nothing when it does not.
+std::optional<RemoteAnswer> Ask(HWND panel, ULONG_PTR kind, std::string_view bytes) {
+  static const HWND sender = CreateSender();
   COPYDATASTRUCT data{kind, static_cast<DWORD>(bytes.size()), const_cast<char*>(bytes.data())};
   DWORD_PTR answer = 0;
   const LRESULT answered =
-      ::SendMessageTimeoutA(panel, WM_COPYDATA, reinterpret_cast<WPARAM>(CreateSender()),
+      ::SendMessageTimeoutA(panel, WM_COPYDATA, reinterpret_cast<WPARAM>(sender),
                             reinterpret_cast<LPARAM>(&data), SMTO_NORMAL, kAnswerPatienceMs, &answer);
-  if (answered == 0) return Complain("Quorvex does not answer");
-  switch (static_cast<RemoteAnswer>(answer)) {
+  return answered != 0 ? std::optional(static_cast<RemoteAnswer>(answer)) : std::nullopt;
+}
+
+int Send(HWND panel, ULONG_PTR kind, std::string_view bytes) {
+  if (panel == nullptr) return Complain("Quorvex does not run");
+  const std::optional<RemoteAnswer> answer = Ask(panel, kind, bytes);
+  if (!answer) return Complain("Quorvex does not answer");
+  switch (*answer) {
     case RemoteAnswer::kDone: return 0;
     case RemoteAnswer::kBusy: return Complain("Quorvex waits for an answer to a dialog");
     case RemoteAnswer::kRefused: break;
   }
   return Complain("Quorvex refuses");
+}
+
+// Waits until the panel has acted on what was pressed, or has ended by it: what a script asks next is then
+// true.
+void AwaitAction(HWND panel) {
+  const ULONGLONG end = ::GetTickCount64() + kAnswerPatienceMs;
+  while (::GetTickCount64() < end && Ask(panel, kRemoteAskReady, {}) == RemoteAnswer::kBusy) ::Sleep(kPollMs);
 }
 
 int Open(std::span<char*> files) {
@@ -112,7 +128,9 @@ int PressKeys(std::span<char*> keys) {
   for (const char* key : keys) {
     const int command = CommandOf(key);
     const std::string_view bytes(reinterpret_cast<const char*>(&command), sizeof command);
-    if (const int failed = Send(FindPanel(), kRemotePressKey, bytes); failed != 0) return failed;
+    const HWND panel = FindPanel();
+    if (const int failed = Send(panel, kRemotePressKey, bytes); failed != 0) return failed;
+    AwaitAction(panel);
   }
   return 0;
 }

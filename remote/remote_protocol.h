@@ -13,6 +13,8 @@ inline constexpr ULONG_PTR kRemotePressKey = 0x51560002;  // a command number of
 inline constexpr ULONG_PTR kRemoteAskState = 0x51560003;  // nothing
 inline constexpr ULONG_PTR kRemoteState =
     0x51560004;  // the answer to the sender's window: name=value lines in UTF-8
+inline constexpr ULONG_PTR kRemoteAskReady =
+    0x51560005;  // nothing: whether the keys pressed so far have been acted on (kDone), or not yet (kBusy)
 
 // What the message answers.
 enum class RemoteAnswer : LRESULT {

@@ -71,6 +71,7 @@ LRESULT CALLBACK ControlWindowProcedure(HWND window, UINT message, WPARAM wParam
     case WM_DROPFILES: OnDropFiles(reinterpret_cast<HDROP>(wParam)); return 0;
     case WM_COPYDATA:
       return OnCopyData(reinterpret_cast<HWND>(wParam), *reinterpret_cast<const COPYDATASTRUCT*>(lParam));
+    case kRemoteKeyMessage: OnRemoteKey(static_cast<int>(wParam)); return 0;
     case kHandedOverMessage: OnHandedOver(); return 0;
     case MM_MCINOTIFY:
       if (currentDevice) currentDevice->OnMciNotify(static_cast<std::uint32_t>(wParam));

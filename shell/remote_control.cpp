@@ -23,6 +23,8 @@ namespace {
 
 constexpr std::size_t kMostFiles = 10000;
 
+int keysWaiting = 0;  // that another program has pressed and that have not been acted on
+
 // A process's user, as its token names him; empty when it cannot be asked.
 std::vector<BYTE> UserOf(HANDLE process) {
   HANDLE opened = nullptr;
@@ -72,13 +74,23 @@ RemoteAnswer PressKey(std::string_view bytes) {
   std::memcpy(&command, bytes.data(), sizeof command);
   const bool scans = command == kCommandRewind || command == kCommandFastForward;
   if (!scans) {
-    ::PostMessageA(mainWindow, WM_COMMAND, static_cast<WPARAM>(command), 0);
+    ++keysWaiting;
+    ::PostMessageA(mainWindow, kRemoteKeyMessage, static_cast<WPARAM>(command), 0);
   } else if (currentDevice) {
     // These two act while they are held: here for one step.
     command == kCommandRewind ? currentDevice->Rewind() : currentDevice->FastForward();
     currentDevice->EndScan();
   }
   return RemoteAnswer::kDone;
+}
+
+// Keys whose dialog, box or menu waits for the user count as acted on.
+RemoteAnswer AskReady() {
+  GUITHREADINFO thread{};
+  thread.cbSize = sizeof thread;
+  ::GetGUIThreadInfo(::GetCurrentThreadId(), &thread);
+  const bool userIsAsked = (thread.flags & GUI_INMENUMODE) != 0 || ::IsWindowEnabled(mainWindow) == FALSE;
+  return keysWaiting == 0 || userIsAsked ? RemoteAnswer::kDone : RemoteAnswer::kBusy;
 }
 
 const char* DeviceName() {
@@ -151,6 +163,7 @@ RemoteAnswer SendState(HWND asker) {
 RemoteAnswer Answer(HWND sender, const COPYDATASTRUCT& data) {
   if (data.cbData > kLargestRemoteMessage || !IsOurUsers(sender)) return RemoteAnswer::kRefused;
   if (data.dwData == kRemoteAskState) return SendState(sender);
+  if (data.dwData == kRemoteAskReady) return AskReady();
   // While a dialog is open its owner, the panel, takes no keys.
   if (::IsWindowEnabled(mainWindow) == FALSE) return RemoteAnswer::kBusy;
   const std::string_view bytes(static_cast<const char*>(data.lpData), data.cbData);
@@ -162,6 +175,11 @@ RemoteAnswer Answer(HWND sender, const COPYDATASTRUCT& data) {
 }
 
 }  // namespace
+
+void OnRemoteKey(int command) {
+  ::SendMessageA(mainWindow, WM_COMMAND, static_cast<WPARAM>(command), 0);
+  --keysWaiting;
+}
 
 LRESULT OnCopyData(HWND sender, const COPYDATASTRUCT& data) {
   return static_cast<LRESULT>(Answer(sender, data));

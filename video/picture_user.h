@@ -13,10 +13,8 @@ class PictureUser {
   virtual void MenuClick(int x, int y) = 0;
   virtual void MenuPoint(int x, int y) = 0;
 
-  // Shows a picture that stands still once more: the renderer's window has another size.
-  virtual void RefreshPicture() = 0;
-
-  // What becomes of the elements that lie over the picture.
+  // What becomes of the elements that lie over the picture. LayoutOsd, when the picture has another size: a
+  // picture that stands still is then shown once more, for renderers forget it.
   virtual void LayoutOsd() = 0;
   virtual void HideOsd() = 0;
   virtual void ResetOsd() = 0;

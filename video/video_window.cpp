@@ -74,7 +74,6 @@ LRESULT CALLBACK FrameProcedure(HWND frame, UINT message, WPARAM wParam, LPARAM 
       if (!theVideoWindow) break;
       theVideoWindow->ConstrainSizing(static_cast<int>(wParam), *reinterpret_cast<RECT*>(lParam));
       return 1;
-    case WM_EXITSIZEMOVE: CurrentPictureUser().RefreshPicture(); break;
     default: break;
   }
   return ::DefDlgProcA(frame, message, wParam, lParam);
@@ -168,7 +167,6 @@ bool CVWindow::EnterFullScreen() {
   restoreRect = WindowRect(frameWindow);
   const Size screen = ScreenSize();
   ::SetWindowPos(frameWindow, HWND_TOPMOST, 0, 0, screen.width, screen.height, SWP_NOCOPYBITS);
-  CurrentPictureUser().RefreshPicture();
   return fullScreen;
 }
 
@@ -179,7 +177,6 @@ bool CVWindow::LeaveFullScreen() {
   ::SetWindowPos(frameWindow, HWND_NOTOPMOST, restored.left, restored.top, restored.Width(),
                  restored.Height(), SWP_NOCOPYBITS);
   LowerControlPanel();
-  CurrentPictureUser().RefreshPicture();
   return fullScreen;
 }
 

@@ -7,13 +7,6 @@
 namespace quorvex {
 namespace {
 
-template <typename Interface>
-ComPtr<Interface> Create(const CLSID& id, REFIID iid) {
-  ComPtr<Interface> object;
-  ::CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, iid, object.ReceiveVoid());
-  return object;
-}
-
 bool IsConnected(IBaseFilter* renderer) {
   ComPtr<IEnumPins> pins;
   ComPtr<IPin> pin;
@@ -25,21 +18,14 @@ bool IsConnected(IBaseFilter* renderer) {
 }  // namespace
 
 HRESULT RenderMediaFile(IGraphBuilder* graph, const wchar_t* path) {
-  // The plain renderer and the system's clock, which a graph may have anyhow. Left to itself Wine takes a
-  // renderer that loses memory with every graph, and the sound renderer's clock, which then leaves a thread
-  // behind.
-  const auto renderer = Create<IBaseFilter>(CLSID_VideoRenderer, IID_IBaseFilter);
+  // The plain renderer. Left to itself Wine takes one that loses memory with every graph.
+  ComPtr<IBaseFilter> renderer;
+  ::CoCreateInstance(CLSID_VideoRenderer, nullptr, CLSCTX_INPROC_SERVER, IID_IBaseFilter,
+                     renderer.ReceiveVoid());
   if (renderer) graph->AddFilter(renderer.Get(), L"Video Renderer");
   const HRESULT result = graph->RenderFile(path, nullptr);
-  if (!renderer) return result;
-  if (!IsConnected(renderer.Get())) {
-    graph->RemoveFilter(renderer.Get());  // a file of sound only
-    return result;
-  }
-  ComPtr<IMediaFilter> whole;
-  const auto clock = Create<IReferenceClock>(CLSID_SystemClock, IID_IReferenceClock);
-  if (clock && SUCCEEDED(graph->QueryInterface(IID_IMediaFilter, whole.ReceiveVoid())))
-    whole->SetSyncSource(clock.Get());
+  // A file of sound only does not need it.
+  if (renderer && !IsConnected(renderer.Get())) graph->RemoveFilter(renderer.Get());
   return result;
 }
 

@@ -9,7 +9,6 @@
 #include "platform/cd/mci_driver_calls.h"
 #include "platform/cd/open_image.h"
 #include "platform/cd/play_range.h"
-#include "platform/cd/sound_output.h"
 
 namespace quorvex {
 namespace {
@@ -19,12 +18,20 @@ constexpr int kToleratedFrames = 4;  // between what the clock says and what is 
 constexpr std::uint32_t kRealSpeed = 100;
 constexpr DWORD kLongestSoundChangeMs = 1000;
 constexpr DWORD kSoundLookMs = 5;
+// A tenth of a second a buffer: a stalled machine has most of a second before the sound breaks, and a pause
+// is still prompt, for it discards what is waiting.
+constexpr std::size_t kBufferBytes = std::size_t{8} * kAudioSectorBytes;
+constexpr std::size_t kBuffers = 8;
 
 // A playing goes on after its device was closed, so the driver must then stay in its process.
 void PinModule() {
   HMODULE module = nullptr;
   ::GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
                        reinterpret_cast<LPCWSTR>(&PinModule), &module);
+}
+
+int SectorsHeard(WaveOutput& output) {
+  return static_cast<int>(output.FramesPlayed() * output.Format().FrameBytes() / kAudioSectorBytes);
 }
 
 std::uint32_t ModeOf(const DriveState& state) {
@@ -206,7 +213,7 @@ CdEngine::End CdEngine::WaitSilently(const Stretch& stretch) {
 CdEngine::End CdEngine::PlaySound(const Stretch& stretch) {
   OpenedImage opened = OpenDiscImage(stretch.image);
   auto* image = std::get_if<std::unique_ptr<DiscImage>>(&opened);
-  auto output = std::make_unique<SoundOutput>();
+  auto output = std::make_unique<WaveOutput>(WaveFormat{}, kBufferBytes, kBuffers);
   --soundChanges;
   const End end = FeedSound(stretch, image != nullptr ? image->get() : nullptr, *output);
   ++soundChanges;
@@ -216,10 +223,10 @@ CdEngine::End CdEngine::PlaySound(const Stretch& stretch) {
 }
 
 // Feeds what is to be heard, until it is all heard or no longer to be.
-CdEngine::End CdEngine::FeedSound(const Stretch& stretch, DiscImage* image, SoundOutput& output) {
+CdEngine::End CdEngine::FeedSound(const Stretch& stretch, DiscImage* image, WaveOutput& output) {
   int next = stretch.from;
   while (output.IsOpen()) {
-    const std::optional<int> end = HoldAgainst(stretch, stretch.from + output.FramesHeard());
+    const std::optional<int> end = HoldAgainst(stretch, stretch.from + SectorsHeard(output));
     if (!end) break;
     const bool fed = output.Feed([&](std::span<std::byte> sound) {
       const int count = std::min(static_cast<int>(sound.size()) / kAudioSectorBytes, *end - next);

@@ -14,8 +14,8 @@
 
 #include "platform/cd/disc_image.h"
 #include "platform/cd/shared_drive.h"
-#include "platform/cd/sound_output.h"
 #include "platform/cd/time_format.h"
+#include "platform/common/wave_output.h"
 
 namespace quorvex {
 
@@ -84,7 +84,7 @@ class CdEngine {
   static void StartThread(const Stretch& stretch);
   void Run(const Stretch& stretch);
   End PlaySound(const Stretch& stretch);
-  End FeedSound(const Stretch& stretch, DiscImage* image, SoundOutput& output);
+  End FeedSound(const Stretch& stretch, DiscImage* image, WaveOutput& output);
   End WaitSilently(const Stretch& stretch);
   std::optional<int> HoldAgainst(const Stretch& stretch, int heard);
   End BreakOff(const Stretch& stretch);

@@ -102,8 +102,10 @@ HRESULT FilterBase::QueryFilterInfo(FILTER_INFO* info) {
 }
 
 HRESULT FilterBase::JoinFilterGraph(IFilterGraph* joined, LPCWSTR givenName) {
+  const auto sink = ComPtr<IFilterGraph>::Share(joined).As<IMediaEventSink>();
   const std::scoped_lock members(membersLock);
   graph = joined;
+  eventSink = sink.Get();
   name = givenName != nullptr ? givenName : L"";
   return S_OK;
 }
@@ -115,8 +117,13 @@ ComPtr<IFilterGraph> FilterBase::Graph() {
   return ComPtr<IFilterGraph>::Share(graph);
 }
 
-void FilterBase::TellGraph(long code, LONG_PTR first, LONG_PTR second) {
-  if (const auto events = Graph().As<IMediaEventSink>()) events->Notify(code, first, second);
+void FilterBase::Tell(long code, LONG_PTR first, LONG_PTR second) {
+  IMediaEventSink* told = nullptr;
+  {
+    const std::scoped_lock members(membersLock);
+    told = eventSink;
+  }
+  if (told != nullptr) told->Notify(code, first, second);
 }
 
 std::optional<REFERENCE_TIME> FilterBase::StreamTime() {

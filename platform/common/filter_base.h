@@ -35,8 +35,10 @@ class FilterBase : public ComObject<IBaseFilter> {
   // The graph that the filter is in; null outside of one.
   ComPtr<IFilterGraph> Graph();
 
-  // Tells the graph of an event; nothing outside of one.
-  void TellGraph(long code, LONG_PTR first, LONG_PTR second);
+  // Tells the graph of an event, if the filter is in one. To be called only while the graph cannot be taken
+  // down, for no reference to it is held: whoever gave up its last one would take it down, and the filter
+  // with it.
+  void Tell(long code, LONG_PTR first, LONG_PTR second);
 
   // The stream's time now: since the graph runs, in units of 100 ns. Nothing unless it runs by a clock.
   std::optional<REFERENCE_TIME> StreamTime();
@@ -70,7 +72,8 @@ class FilterBase : public ComObject<IBaseFilter> {
   std::mutex membersLock;  // guards what follows
   ComPtr<IReferenceClock> clock;
   REFERENCE_TIME runStart = 0;
-  IFilterGraph* graph = nullptr;  // it owns its filters, so they do not own it
+  IFilterGraph* graph = nullptr;      // it owns its filters, so they do not own it
+  IMediaEventSink* eventSink = nullptr;  // the graph's
   std::wstring name;
 };
 

@@ -5,19 +5,9 @@
 #include <windows.h>
 
 #include <algorithm>
-
-#include "platform/common/enumerators.h"
+#include <utility>
 
 namespace quorvex {
-
-HRESULT OutputPin::QueryInterface(REFIID iid, void** object) {
-  return HandOut(static_cast<IPin*>(this), Find(iid), object);
-}
-
-OutputPin::Connection OutputPin::Current() {
-  const std::scoped_lock guard(lock);
-  return connection;
-}
 
 HRESULT OutputPin::Connect(IPin* receiver, const AM_MEDIA_TYPE* wanted) {
   if (receiver == nullptr) return E_POINTER;
@@ -45,8 +35,7 @@ HRESULT OutputPin::TryType(IPin* receiver, const MediaType& type) {
     receiver->Disconnect();
     return result;
   }
-  const std::scoped_lock guard(lock);
-  connection = std::move(made);
+  Replace(std::move(made));
   return S_OK;
 }
 
@@ -75,49 +64,6 @@ HRESULT OutputPin::UseAllocator(Connection& made, ALLOCATOR_PROPERTIES needs) {
 
 HRESULT OutputPin::ReceiveConnection(IPin*, const AM_MEDIA_TYPE*) { return E_UNEXPECTED; }
 
-HRESULT OutputPin::Disconnect() {
-  if (filter.State() != State_Stopped) return VFW_E_NOT_STOPPED;
-  Connection ended;
-  const std::scoped_lock guard(lock);
-  std::swap(ended, connection);
-  return ended.peer ? S_OK : S_FALSE;
-}
-
-HRESULT OutputPin::ConnectedTo(IPin** pin) {
-  if (pin == nullptr) return E_POINTER;
-  *pin = Current().peer.Detach();
-  return *pin != nullptr ? S_OK : VFW_E_NOT_CONNECTED;
-}
-
-HRESULT OutputPin::ConnectionMediaType(AM_MEDIA_TYPE* type) {
-  if (type == nullptr) return E_POINTER;
-  const Connection current = Current();
-  current.type.CopyTo(*type);
-  return current.peer ? S_OK : VFW_E_NOT_CONNECTED;
-}
-
-HRESULT OutputPin::QueryPinInfo(PIN_INFO* info) {
-  if (info == nullptr) return E_POINTER;
-  info->pFilter = ComPtr<IBaseFilter>::Share(&filter).Detach();
-  info->dir = PINDIR_OUTPUT;
-  ::lstrcpynW(info->achName, name.c_str(), MAX_PIN_NAME);
-  return S_OK;
-}
-
-HRESULT OutputPin::QueryDirection(PIN_DIRECTION* direction) {
-  if (direction == nullptr) return E_POINTER;
-  *direction = PINDIR_OUTPUT;
-  return S_OK;
-}
-
-HRESULT OutputPin::QueryId(LPWSTR* id) {
-  if (id == nullptr) return E_POINTER;
-  *id = static_cast<LPWSTR>(::CoTaskMemAlloc((name.size() + 1) * sizeof(wchar_t)));
-  if (*id == nullptr) return E_OUTOFMEMORY;
-  std::copy_n(name.c_str(), name.size() + 1, *id);
-  return S_OK;
-}
-
 HRESULT OutputPin::QueryAccept(const AM_MEDIA_TYPE* type) {
   if (type == nullptr) return E_POINTER;
   const std::vector<MediaType> types = Types();
@@ -126,18 +72,6 @@ HRESULT OutputPin::QueryAccept(const AM_MEDIA_TYPE* type) {
   });
   return known ? S_OK : S_FALSE;
 }
-
-HRESULT OutputPin::EnumMediaTypes(IEnumMediaTypes** types) {
-  if (types == nullptr) return E_POINTER;
-  *types = new MediaTypeEnumerator(Types());
-  return S_OK;
-}
-
-HRESULT OutputPin::QueryInternalConnections(IPin**, ULONG*) { return E_NOTIMPL; }
-
-bool OutputPin::IsConnected() { return static_cast<bool>(Current().peer); }
-
-MediaType OutputPin::AgreedType() { return Current().type; }
 
 HRESULT OutputPin::Start() {
   const Connection current = Current();

@@ -10,7 +10,8 @@ Fed SoundDelivery::Deliver(SoundSamples samples, MediaTime begin) {
     const std::int64_t count = std::min<std::int64_t>(total - at, SamplesPerBuffer(rate));
     const SoundSamples part = samples.subspan(static_cast<std::size_t>(at * kSoundChannels),
                                               static_cast<std::size_t>(count * kSoundChannels));
-    const Fed fed = Send(part, begin + Rescale(at, kSecond, rate), begin + Rescale(at + count, kSecond, rate));
+    const Fed fed =
+        Send(part, begin + Rescale(at, kSecond, rate), begin + Rescale(at + count, kSecond, rate));
     if (fed != Fed::kMore) return fed;
     at += count;
   }

@@ -53,7 +53,8 @@ Fed SoundFeeder::Play(const AVFrame& frame) {
 Fed SoundFeeder::DeliverPlayed(SoundSamples samples, MediaTime begin) {
   if (begin >= segment.stop) return Fed::kOver;
   const auto total = static_cast<std::int64_t>(samples.size() / kSoundChannels);
-  const std::int64_t start = std::clamp<std::int64_t>(Rescale(segment.start - begin, rate, kSecond), 0, total);
+  const std::int64_t start =
+      std::clamp<std::int64_t>(Rescale(segment.start - begin, rate, kSecond), 0, total);
   std::int64_t stop = total;
   if (segment.stop - begin < Rescale(total, kSecond, rate))
     stop = std::max(start, Rescale(segment.stop - begin, rate, kSecond));

@@ -12,7 +12,7 @@ namespace quorvex {
 namespace {
 
 // What is read ahead: video units (half a second each), and bytes where none begin.
-constexpr int kUnitsAhead = 2;
+constexpr int kUnitsAhead = 3;
 constexpr std::size_t kMostBytesAhead = std::size_t{4} << 20;
 constexpr std::chrono::milliseconds kWait{20};
 constexpr std::chrono::milliseconds kFlushLimit{1000};
@@ -34,6 +34,7 @@ void DiscPlayer::Start() {
   if (started) return;
   started = true;
   pictures.queue.Reset();
+  pictures.subpictures.Reset();
   sounds.queue.Reset();
   timeline.Cut(0);
   desk.Open();
@@ -203,7 +204,7 @@ void DiscPlayer::TakePiece(const PackPiece& piece) {
   PlayItem item{.kind = PlayItem::Kind::kData, .stream = piece.kind, .number = piece.number};
   item.bytes.assign(piece.bytes.begin(), piece.bytes.end());
   if (piece.pts) item.time = units.Time(*piece.pts);
-  Push(isSound ? sounds.queue : pictures.queue, std::move(item));
+  Push(isSound ? sounds.queue : isSubpicture ? pictures.subpictures : pictures.queue, std::move(item));
 }
 
 // The disc goes elsewhere by itself: what was read is played, and what follows comes right after it.
@@ -228,6 +229,7 @@ void DiscPlayer::NextStretch() {
 
 void DiscPlayer::Flush() {
   pictures.queue.BeginFlush();
+  pictures.subpictures.Reset();
   sounds.queue.BeginFlush();
   around.picturePin.DeliverBeginFlush();
   around.soundPin.DeliverBeginFlush();

@@ -139,6 +139,7 @@ class DiscPlayer {
   int badSteps = 0;    // in a row that could not be read
   double speed = 1.0;
   bool backwards = false;
+  bool scanWished = false;  // the jump that comes is part of a scan
   std::uint32_t sectorsOfUnit = 0;
   std::uint32_t keyPictureSectors = 0;  // of the unit, while scanning
   int stopTitle = 0;

@@ -4,6 +4,7 @@
 #include <vfwmsgs.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/dvd/disc_player.h"
 
@@ -12,6 +13,9 @@ namespace {
 
 // Long enough for any disc that is not stuck, short enough for a thread that draws windows.
 constexpr std::chrono::milliseconds kAnswerLimit{150};
+
+// How often it is looked whether a flushed renderer gave back its picture, a millisecond each.
+constexpr int kMostLooks = 100;
 
 }  // namespace
 
@@ -44,7 +48,7 @@ void DiscPlayer::AfterWish() {
   if (navigator.HasJumped()) {
     if (mode == Mode::kStill && stillReached) around.events.Tell(EC_DVD_STILL_OFF, 0, 0);
     mode = Mode::kPlaying;
-    SetSpeed(1.0, false);
+    if (!std::exchange(scanWished, false)) SetSpeed(1.0, false);
     stopTitle = 0;
     return;
   }
@@ -57,10 +61,11 @@ void DiscPlayer::AfterWish() {
 // A renderer that stands holds its picture: it gives it up only when it is flushed.
 void DiscPlayer::RefreshIfPaused() {
   if (around.filter.State() != State_Paused) return;
-  pictures.Renew();
   around.picturePin.DeliverBeginFlush();
+  for (int i = 0; i < kMostLooks && pictures.IsDelivering(); ++i) ::Sleep(1);
   around.picturePin.DeliverEndFlush();
   around.picturePin.DeliverNewSegment(0, kForever);
+  pictures.Renew();
 }
 
 bool DiscPlayer::EndStill() {
@@ -74,7 +79,9 @@ void DiscPlayer::StopAfter(int title, int lastChapter) {
   stopChapter = lastChapter;
 }
 
+// What has been read ahead is read again then.
 void DiscPlayer::Suspend() {
+  navigator.ReturnTo(*board.Shown());
   Flush();
   mode = Mode::kSuspended;
   board.Stop(DVD_PB_STOPPED_StopCommand);
@@ -99,7 +106,8 @@ void DiscPlayer::SetSpeed(double wanted, bool goBack) {
 void DiscPlayer::Scan(double wanted, bool goBack) {
   if (wanted == speed && goBack == backwards) return;
   SetSpeed(wanted, goBack);
-  Flush();
+  scanWished = true;
+  if (!navigator.ReturnTo(*board.Shown())) Flush();
 }
 
 // The key picture of the unit was read: on to that of the next unit, or of the one before.
@@ -107,7 +115,8 @@ void DiscPlayer::StepScan() {
   Push(pictures.queue, {.kind = PlayItem::Kind::kDrain});
   awaitsPlace = true;
   if (!backwards || navigator.StepBack()) return;
-  Scan(1.0, false);
+  SetSpeed(1.0, false);
+  Flush();
 }
 
 }  // namespace quorvex

@@ -61,7 +61,7 @@ HRESULT DvdControl::ChapterPlay(ULONG title, ULONG chapter) {
 }
 
 HRESULT DvdControl::TimePlay(ULONG title, ULONG time) {
-  const std::optional<DvdTicks> ticks = UnpackTime(time);
+  const std::optional<DvdTicks> ticks = DecodeTimeCode(time);
   if (!HasTitle(title) || !ticks) return E_INVALIDARG;
   return Jump(UOP_FLAG_Play_Title_Or_AtTime, [=](DiscPlayer::Hand& hand) {
     return hand.navigator.PlayTime(static_cast<int>(title), *ticks);
@@ -83,7 +83,7 @@ HRESULT DvdControl::GoUp() {
 }
 
 HRESULT DvdControl::TimeSearch(ULONG time) {
-  const std::optional<DvdTicks> ticks = UnpackTime(time);
+  const std::optional<DvdTicks> ticks = DecodeTimeCode(time);
   if (!ticks) return E_INVALIDARG;
   const std::shared_ptr<const Place> shown = player.Shown();
   if (shown->domain == DiscDomain::kTitle && *ticks > shown->length) return E_INVALIDARG;
@@ -143,7 +143,7 @@ HRESULT DvdControl::MenuCall(DVD_MENU_ID menu) {
   if (!operation) return E_INVALIDARG;
   if (player.Shown()->domain == DiscDomain::kFirstPlay) return VFW_E_DVD_INVALIDDOMAIN;
   return Jump(*operation,
-              [=](DiscPlayer::Hand& hand) { return hand.navigator.CallMenu(static_cast<DiscMenu>(menu)); },
+              [=](DiscPlayer::Hand& hand) { return hand.navigator.CallMenu(static_cast<DiscMenu>(menu), hand.shown); },
               VFW_E_DVD_MENU_DOES_NOT_EXIST);
 }
 

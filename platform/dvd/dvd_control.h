@@ -11,7 +11,7 @@
 #include "platform/dvd/disc_player.h"
 #include "platform/dvd/disc_tables.h"
 #include "platform/dvd/dvd_window.h"
-#include "platform/dvd/filter_part.h"
+#include "platform/common/filter_part.h"
 
 namespace quorvex {
 

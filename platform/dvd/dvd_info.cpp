@@ -49,7 +49,7 @@ HRESULT DvdInfo::GetCurrentLocation(DVD_PLAYBACK_LOCATION* location) {
   if (location == nullptr) return E_POINTER;
   return InTitle([=](const Place& place) {
     *location = {static_cast<ULONG>(place.title), static_cast<ULONG>(place.chapter),
-                 PackTime(place.time, place.frameCount)};
+                 EncodeTimeCode(place.time, place.frameCount)};
     return S_OK;
   });
 }
@@ -57,7 +57,7 @@ HRESULT DvdInfo::GetCurrentLocation(DVD_PLAYBACK_LOCATION* location) {
 HRESULT DvdInfo::GetTotalTitleTime(ULONG* time) {
   if (time == nullptr) return E_POINTER;
   return InTitle([=](const Place& place) {
-    *time = PackTime(place.length, place.frameCount);
+    *time = EncodeTimeCode(place.length, place.frameCount);
     return S_OK;
   });
 }

@@ -68,4 +68,8 @@ void DvdSource::OnStop() {
   player.Halt();
 }
 
+void DvdSource::Tell(long code, LONG_PTR first, LONG_PTR second) {
+  if (const auto sink = Graph().As<IMediaEventSink>()) sink->Notify(code, first, second);
+}
+
 }  // namespace quorvex

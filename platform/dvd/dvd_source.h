@@ -9,7 +9,7 @@
 #include "platform/dvd/dvd_control.h"
 #include "platform/dvd/dvd_info.h"
 #include "platform/dvd/dvd_pin.h"
-#include "platform/dvd/line21_control.h"
+#include "platform/common/line21_control.h"
 #include "platform/dvd/opened_disc.h"
 
 namespace quorvex {
@@ -34,7 +34,7 @@ class DvdSource final : public FilterBase, private DiscEvents {
   void OnHalt() override { player.Cue(); }
 
  private:
-  void Tell(long code, LONG_PTR first, LONG_PTR second) override { TellGraph(code, first, second); }
+  void Tell(long code, LONG_PTR first, LONG_PTR second) override;
 
   OpenedDisc disc;
   const Canvas canvas;

@@ -23,7 +23,7 @@ constexpr int FramesPerSecond(FrameCount count) { return count == FrameCount::k2
 
 // A packed time code, the lowest nibble first: hours' units and tens, minutes', seconds', frames' units, then
 // two bits for the frames' tens and two for how frames are counted. Beyond 99 hours it stands still.
-constexpr std::uint32_t PackTime(DvdTicks ticks, FrameCount count) {
+constexpr std::uint32_t EncodeTimeCode(DvdTicks ticks, FrameCount count) {
   constexpr std::int64_t kMostSeconds = (99 * 60 + 59) * 60 + 59;
   if (ticks < 0) ticks = 0;
   const std::int64_t whole = ticks / kTicksPerSecond;
@@ -38,7 +38,7 @@ constexpr std::uint32_t PackTime(DvdTicks ticks, FrameCount count) {
 
 // The time of a packed code; none when a digit of it is no decimal one. Without a way of counting frames
 // these are left out.
-constexpr std::optional<DvdTicks> UnpackTime(std::uint32_t packed) {
+constexpr std::optional<DvdTicks> DecodeTimeCode(std::uint32_t packed) {
   const auto digit = [packed](int nibble, std::uint32_t mask = 15U) {
     return static_cast<std::int64_t>(packed >> (4 * nibble) & mask);
   };

@@ -66,6 +66,24 @@ void ReadStreams(const dvd_state_t& state, Place& place) {
 
 }  // namespace
 
+bool IsSound(dvdnav_s* machine) {
+  const MachineLock lock(machine);
+  const vm_t& vm = *machine->vm;
+  const bool inSet = vm.state.domain == DVD_DOMAIN_VTSTitle || vm.state.domain == DVD_DOMAIN_VTSMenu;
+  return vm.vmgi != nullptr && vm.vmgi->tt_srpt != nullptr && (!inSet || vm.vtsi != nullptr);
+}
+
+bool CanOpenTitle(dvdnav_s* machine, int title) {
+  const MachineLock lock(machine);
+  vm_t& vm = *machine->vm;
+  if (title < 1 || title > vm.vmgi->tt_srpt->nr_of_srpts) return false;
+  if (vm.vtsi != nullptr && vm.state.vtsN == vm.vmgi->tt_srpt->title[title - 1].title_set_nr) return true;
+  ifo_handle_t* tables = vm_get_title_ifo(&vm, static_cast<std::uint32_t>(title));
+  if (tables == nullptr) return false;
+  vm_ifo_close(tables);
+  return true;
+}
+
 dvd_reader_s* ReaderOf(dvdnav_s* machine) { return machine->vm->dvd; }
 
 void ReadMachine(dvdnav_s* machine, Place& place) {
@@ -82,6 +100,10 @@ void ReadMachine(dvdnav_s* machine, Place& place) {
   place.length = total.Ticks();
   place.frameCount = total.Count();
   ReadStreams(state, place);
+  place.chain = state.pgcN;
+  place.cell = state.cellN;
+  if (state.cellN >= 1 && state.cellN <= state.pgc->nr_of_cells)
+    place.block = machine->vobu.vobu_start - static_cast<int>(state.pgc->cell_playback[state.cellN - 1].first_sector);
 }
 
 bool SetRegister(dvdnav_s* machine, SystemRegister which, int value) {
@@ -188,6 +210,34 @@ bool GoToTime(dvdnav_s* machine, DvdTicks time) {
   const std::uint32_t unit = UnitAt(file, inCell, target->time);
   DVDCloseFile(file);
   vm_jump_cell_block(&vm, target->cell, static_cast<int>(unit - cell.first_sector));
+  machine->position_current.still = 0;
+  vm.hop_channel += HOP_SEEK;
+  return true;
+}
+
+namespace {
+
+bool IsInChainOf(const dvd_state_t& state, const Place& place) {
+  return state.pgc != nullptr && DomainOf(state) == place.domain && state.pgcN == place.chain &&
+         (place.titleSet == 0 || state.vtsN == place.titleSet) && place.cell >= 1 &&
+         place.cell <= state.pgc->nr_of_cells && place.block >= 0;
+}
+
+}  // namespace
+
+void StandAt(dvdnav_s* machine, const Place& place) {
+  const MachineLock lock(machine);
+  dvd_state_t& state = machine->vm->state;
+  if (!IsInChainOf(state, place)) return;
+  state.cellN = place.cell;
+  state.blockN = place.block;
+}
+
+bool GoToPlace(dvdnav_s* machine, const Place& place) {
+  const MachineLock lock(machine);
+  vm_t& vm = *machine->vm;
+  if (!IsInChainOf(vm.state, place)) return false;
+  vm_jump_cell_block(&vm, place.cell, place.block);
   machine->position_current.still = 0;
   vm.hop_channel += HOP_SEEK;
   return true;

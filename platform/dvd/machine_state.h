@@ -17,12 +17,24 @@ enum class SystemRegister {
   kParentalLevel = 13
 };
 
+// Whether the machine can be asked on. A title set whose tables cannot be read leaves it without any, which its
+// functions do not expect.
+bool IsSound(dvdnav_s* machine);
+
+// Whether the tables of a title's set can be read.
+bool CanOpenTitle(dvdnav_s* machine, int title);
+
 dvd_reader_s* ReaderOf(dvdnav_s* machine);
 
 // Fills in domain, title set, length, streams and registers.
 void ReadMachine(dvdnav_s* machine, Place& place);
 
 bool SetRegister(dvdnav_s* machine, SystemRegister which, int value);
+
+// Lets the machine stand where a place is, if it is in the same programme chain still: it may have read on.
+void StandAt(dvdnav_s* machine, const Place& place);
+// Goes back to a place. False when the machine is in another programme chain.
+bool GoToPlace(dvdnav_s* machine, const Place& place);
 
 // Goes to a time of the title that plays. False when it has no such time.
 bool GoToTime(dvdnav_s* machine, DvdTicks time);

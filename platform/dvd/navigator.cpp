@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 #include "platform/dvd/library_guard.h"
 #include "platform/dvd/machine_state.h"
@@ -44,8 +45,14 @@ template <typename Call>
 bool Navigator::Ask(Call call) {
   if (machine == nullptr) return false;
   bool answer = false;
-  if (Guarded([&] { answer = call(machine); })) return answer;
-  machine = nullptr;
+  bool sound = false;
+  const bool done = Guarded([&] {
+    answer = call(machine);
+    sound = IsSound(machine);
+  });
+  if (done && sound) return answer;
+  dvdnav_t* const left = std::exchange(machine, nullptr);
+  if (done) Guarded([=] { dvdnav_close(left); });
   return false;
 }
 
@@ -61,8 +68,8 @@ bool Navigator::Open() {
 }
 
 void Navigator::Close() {
-  Ask([](dvdnav_t* opened) { return dvdnav_close(opened) == DVDNAV_STATUS_OK; });
-  machine = nullptr;
+  dvdnav_t* const closed = std::exchange(machine, nullptr);
+  if (closed != nullptr) Guarded([=] { dvdnav_close(closed); });
 }
 
 std::vector<std::uint8_t> Navigator::ReadManagerTables() {
@@ -75,6 +82,26 @@ std::vector<std::uint8_t> Navigator::ReadManagerTables() {
     return true;
   });
   return bytes;
+}
+
+bool Navigator::ComesToPlay() {
+  constexpr int kMostSteps = 1000;
+  constexpr int kMostAttempts = 40;
+  int attempts = 0;
+  for (int i = 0; i < kMostSteps; ++i) {
+    switch (Next().kind) {
+      case DiscStep::Kind::kSector:
+      case DiscStep::Kind::kPlace:
+      case DiscStep::Kind::kStill: return true;
+      case DiscStep::Kind::kEnd: return false;
+      case DiscStep::Kind::kDrain: EndDrain(); break;
+      case DiscStep::Kind::kUnreadable:
+        if (++attempts > kMostAttempts || !SkipDamage(attempts)) return false;
+        break;
+      default: break;
+    }
+  }
+  return false;
 }
 
 bool Navigator::IsScrambled(int titleSets) {
@@ -195,18 +222,18 @@ Navigator::SubpictureStream Navigator::SubpictureToShow() {
 }
 
 bool Navigator::PlayTitle(int title) {
-  return Ask([=](dvdnav_t* opened) { return dvdnav_title_play(opened, title) == DVDNAV_STATUS_OK; });
+  return Ask([=](dvdnav_t* opened) {
+    return CanOpenTitle(opened, title) && dvdnav_title_play(opened, title) == DVDNAV_STATUS_OK;
+  });
 }
 
 bool Navigator::PlayChapter(int title, int chapter) {
-  return Ask([=](dvdnav_t* opened) { return dvdnav_part_play(opened, title, chapter) == DVDNAV_STATUS_OK; });
+  return Ask([=](dvdnav_t* opened) {
+    return CanOpenTitle(opened, title) && dvdnav_part_play(opened, title, chapter) == DVDNAV_STATUS_OK;
+  });
 }
 
 bool Navigator::PlayTime(int title, DvdTicks time) { return PlayTitle(title) && SearchTime(time); }
-
-bool Navigator::SearchChapter(int chapter) {
-  return Ask([=](dvdnav_t* opened) { return dvdnav_part_search(opened, chapter) == DVDNAV_STATUS_OK; });
-}
 
 bool Navigator::SearchTime(DvdTicks time) {
   return Ask([=](dvdnav_t* opened) { return GoToTime(opened, time); });
@@ -228,10 +255,15 @@ bool Navigator::GoUp() {
   return Ask([](dvdnav_t* opened) { return dvdnav_go_up(opened) == DVDNAV_STATUS_OK; });
 }
 
-bool Navigator::CallMenu(DiscMenu menu) {
-  return Ask([=](dvdnav_t* opened) {
+bool Navigator::CallMenu(DiscMenu menu, const Place& shown) {
+  return Ask([&](dvdnav_t* opened) {
+    StandAt(opened, shown);
     return dvdnav_menu_call(opened, static_cast<DVDMenuID_t>(menu)) == DVDNAV_STATUS_OK;
   });
+}
+
+bool Navigator::ReturnTo(const Place& place) {
+  return Ask([&](dvdnav_t* opened) { return GoToPlace(opened, place); });
 }
 
 bool Navigator::Resume() {

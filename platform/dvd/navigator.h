@@ -62,6 +62,9 @@ class Navigator {
   // The bytes of VIDEO_TS.IFO, or of its copy.
   std::vector<std::uint8_t> ReadManagerTables();
 
+  // Whether the disc comes to something that it plays. Open anew afterwards.
+  bool ComesToPlay();
+
   // Whether the disc's films are scrambled, as far as their first sectors show.
   bool IsScrambled(int titleSets);
 
@@ -83,13 +86,14 @@ class Navigator {
   bool PlayTitle(int title);
   bool PlayChapter(int title, int chapter);
   bool PlayTime(int title, DvdTicks time);
-  bool SearchChapter(int chapter);
   bool SearchTime(DvdTicks time);
   bool PreviousProgram();
   bool TopProgram();
   bool NextProgram();
   bool GoUp();
-  bool CallMenu(DiscMenu menu);
+  // `shown`: where the title is resumed.
+  bool CallMenu(DiscMenu menu, const Place& shown);
+  bool ReturnTo(const Place& place);
   bool Resume();
   bool MoveButton(const pci_t& shown, ButtonMove move);
   bool SelectButton(const pci_t& shown, int button);

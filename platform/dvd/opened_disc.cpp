@@ -48,7 +48,7 @@ DiscFault OpenDisc(const fs::path& path, OpenedDisc& disc) {
   disc.tables = std::move(*tables);
   if (disc.navigator->IsScrambled(static_cast<int>(disc.tables.titleSets.size()))) return DiscFault::kScrambled;
   disc.isThere = [] { return true; };
-  return DiscFault::kNone;
+  return disc.navigator->ComesToPlay() && disc.navigator->Open() ? DiscFault::kNone : DiscFault::kDamaged;
 }
 
 DiscFault OpenDiscInDrive(OpenedDisc& disc) {

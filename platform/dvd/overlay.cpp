@@ -20,37 +20,37 @@ void Overlay::Forget() {
   place.reset();
 }
 
-void Overlay::Feed(int number, std::optional<DvdTicks> time, std::span<const std::uint8_t> bytes) {
-  if (number != stream) {
+void Overlay::Feed(const PlayItem& piece) {
+  if (piece.number != stream) {
     unit.clear();
     timed.clear();
-    stream = number;
+    stream = piece.number;
   }
-  if (time) {
+  if (piece.time) {
     unit.clear();
-    unitTime = *time;
+    unitTime = *piece.time;
   } else if (unit.empty()) {
     return;  // the middle of one whose beginning is missing
   }
-  unit.insert(unit.end(), bytes.begin(), bytes.end());
+  unit.insert(unit.end(), piece.bytes.begin(), piece.bytes.end());
   if (const std::size_t size = SizeOf(unit); size > 2 && unit.size() >= size) {
     unit.resize(size);
-    Finish();
+    Finish(piece.stretch);
   }
 }
 
-void Overlay::Finish() {
+void Overlay::Finish(int ofStretch) {
   if (std::optional<Subpicture> decoded = DecodeSubpicture(unit)) {
     if (timed.size() == kKept) timed.erase(timed.begin());
-    timed.push_back({++serials, unitTime, std::move(*decoded)});
+    timed.push_back({++serials, ofStretch, unitTime, std::move(*decoded)});
   }
   unit.clear();
 }
 
 // The last unit that has begun to show by then, unless it is over.
 const Overlay::Timed* Overlay::Find(DvdTicks time, bool onlyForced) const {
-  const auto begun = std::find_if(timed.rbegin(), timed.rend(), [time](const Timed& one) {
-    return one.begin + one.subpicture.show <= time;
+  const auto begun = std::find_if(timed.rbegin(), timed.rend(), [&](const Timed& one) {
+    return one.stretch == stretch && one.begin + one.subpicture.show <= time;
   });
   if (begun == timed.rend()) return nullptr;
   const Subpicture& subpicture = begun->subpicture;

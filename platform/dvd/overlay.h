@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/dvd/place.h"
+#include "platform/dvd/play_queue.h"
 #include "platform/dvd/subpicture.h"
 
 namespace quorvex {
@@ -23,8 +23,11 @@ class Overlay {
   void SetPalette(const SubpicturePalette& colours) { palette = colours; }
   void SetPlace(std::shared_ptr<const Place> reached) { place = std::move(reached); }
 
-  // A piece of the units of subpicture stream `number`; `time` when one begins in it.
-  void Feed(int number, std::optional<DvdTicks> time, std::span<const std::uint8_t> bytes);
+  // A piece of the units of a subpicture stream, which may come long before its time.
+  void Feed(const PlayItem& piece);
+
+  // The stretch of the timeline that is shown: the times below are its own.
+  void SetStretch(int shown) { stretch = shown; }
 
   // What was before does not count any more.
   void Forget();
@@ -44,16 +47,18 @@ class Overlay {
  private:
   struct Timed {
     std::uint64_t serial = 0;
+    int stretch = 0;
     DvdTicks begin = 0;
     Subpicture subpicture;
   };
 
-  void Finish();
+  void Finish(int ofStretch);
   [[nodiscard]] const Timed* Find(DvdTicks time, bool onlyForced) const;
   [[nodiscard]] std::optional<ButtonHighlight> Highlight(const Selection& selection) const;
 
   SubpicturePalette palette{};
   std::shared_ptr<const Place> place;
+  int stretch = 0;
   int stream = -1;
   std::vector<std::uint8_t> unit;  // as far as it has come
   DvdTicks unitTime = 0;

@@ -83,12 +83,8 @@ void PictureWorker::Forget() {
 void PictureWorker::Play(const PlayItem& item) {
   switch (item.kind) {
     case PlayItem::Kind::kData:
-      if (item.stream == DvdStreamKind::kSubpicture) {
-        overlay.Feed(item.number, item.time, item.bytes);
-      } else {
-        parser.SkipUnreferenced(late.IsFarBehind());
-        parser.Feed(item.bytes, item.time, [this](const AVFrame& frame) { return Show(frame); });
-      }
+      parser.SkipUnreferenced(late.IsFarBehind());
+      parser.Feed(item.bytes, item.time, [this](const AVFrame& frame) { return Show(frame); });
       break;
     case PlayItem::Kind::kPlace: ReachPlace(item); break;
     case PlayItem::Kind::kPalette: overlay.SetPalette(item.palette); break;
@@ -116,6 +112,7 @@ void PictureWorker::ReachPlace(const PlayItem& item) {
   place = item.place;
   shape = ShapeAt(around.tables, *place);
   overlay.SetPlace(place);
+  overlay.SetStretch(stretch);
   activated = false;
   around.board.Show(place);
 }
@@ -164,16 +161,15 @@ void PictureWorker::Redraw() {
   Deliver(now, now + FrameTime());
 }
 
+// Whether to go on. A sample that a renderer gave back unseen is not a reason to stop.
 bool PictureWorker::Deliver(MediaTime begin, MediaTime end) {
-  do {
-    if (queue.Interrupted()) return false;
-    renewWanted = false;
-    cueWanted = false;
-    around.timeline.Reach(end);
-    const Fed fed = delivery.Deliver(begin, end, [this](const PictureView& target) { return Draw(target); });
-    if (fed != Fed::kMore && !renewWanted) return false;
-  } while (renewWanted);
-  return true;
+  if (queue.Interrupted()) return false;
+  cueWanted = false;
+  around.timeline.Reach(end);
+  delivering = true;
+  delivery.Deliver(begin, end, [this](const PictureView& target) { return Draw(target); });
+  delivering = false;
+  return !queue.Interrupted();
 }
 
 // In a still, what is laid over the picture goes on by the clock.
@@ -183,7 +179,12 @@ DvdTicks PictureWorker::OverlayTime() {
   return zero ? std::max(currentTime, ToDvdTicks(around.filter.Now() - *zero)) : currentTime;
 }
 
+void PictureWorker::TakeSubpictures() {
+  while (const std::optional<PlayItem> piece = subpictures.TryPop()) overlay.Feed(*piece);
+}
+
 PictureWorker::Look PictureWorker::LookNow() {
+  TakeSubpictures();
   return {overlay.At(OverlayTime(), Selected(), onlyForced), captions.Look()};
 }
 

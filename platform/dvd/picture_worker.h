@@ -40,6 +40,8 @@ class PictureWorker {
       : queue(std::move(onTaken)), around(std::move(given)), delivery(around.pin), captions(around.captions) {}
 
   PlayQueue queue;
+  // Subpictures lie behind the pictures that they are shown with, so they do not wait in their queue.
+  PlayQueue subpictures{[] {}};
 
   // Plays until the queue is halted; a thread's whole work.
   void Run();
@@ -59,6 +61,9 @@ class PictureWorker {
     renewWanted = true;
     queue.Poke();
   }
+
+  // Whether it waits for the renderer to take a picture.
+  [[nodiscard]] bool IsDelivering() const { return delivering; }
 
   // Whether there is sound that keeps the time.
   void SetSoundLeads(bool leads) { soundLeads = leads; }
@@ -82,6 +87,7 @@ class PictureWorker {
   bool Deliver(MediaTime begin, MediaTime end);
   bool Draw(const PictureView& target);
   bool DrawVideo(const PictureView& area);
+  void TakeSubpictures();
   [[nodiscard]] Look LookNow();
   [[nodiscard]] Overlay::Selection Selected() const { return {button, activated}; }
   [[nodiscard]] DvdTicks OverlayTime();
@@ -109,6 +115,7 @@ class PictureWorker {
   int emptyLooks = 0;
   std::atomic<bool> cueWanted{true};
   std::atomic<bool> renewWanted{false};
+  std::atomic<bool> delivering{false};
   std::atomic<bool> onlyForced{true};
   std::atomic<bool> soundLeads{false};
   std::atomic<int> button{0};

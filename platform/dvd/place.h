@@ -22,6 +22,9 @@ enum class DiscDomain : std::uint8_t {
 struct Place {
   DiscDomain domain = DiscDomain::kStopped;
   int titleSet = 0;  // whose streams play; 0: the manager's
+  int chain = 0;     // the programme chain, its cell and the sector in it, for coming back
+  int cell = 0;
+  int block = 0;
   int title = 0;     // 0 outside of titles
   int chapter = 0;
   DvdTicks time = 0;    // in the title

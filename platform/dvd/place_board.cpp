@@ -62,7 +62,7 @@ void PlaceBoard::TellDifferences(const Place& before, const Place& now) {
   if (now.title > 0 && (now.chapter != before.chapter || now.title != before.title))
     events.Tell(EC_DVD_CHAPTER_START, now.chapter, 0);
   if (now.title > 0 && (now.time != before.time || now.title != before.title))
-    events.Tell(EC_DVD_CURRENT_TIME, static_cast<LONG_PTR>(PackTime(now.time, now.frameCount)), 0);
+    events.Tell(EC_DVD_CURRENT_TIME, static_cast<LONG_PTR>(EncodeTimeCode(now.time, now.frameCount)), 0);
   if (now.prohibited != before.prohibited)
     events.Tell(EC_DVD_VALID_UOPS_CHANGE, static_cast<LONG_PTR>(now.prohibited), 0);
   const bool buttonsDiffer = now.Buttons() != before.Buttons() ||

@@ -124,6 +124,15 @@ class PlayQueue {
     taken();
     return item;
   }
+  // Worker: the next item if there is one.
+  std::optional<PlayItem> TryPop() {
+    const std::scoped_lock lock(mutex);
+    if (items.empty()) return std::nullopt;
+    PlayItem item = std::move(items.front());
+    items.pop_front();
+    bytes -= item.bytes.size();
+    return item;
+  }
   // Worker: waits; true when the time is over, false when it was called away.
   bool Sleep(std::chrono::microseconds time) {
     std::unique_lock lock(mutex);

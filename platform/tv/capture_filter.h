@@ -6,10 +6,13 @@
 #include "platform/common/filter_base.h"
 #include "platform/tv/capture_pin.h"
 #include "platform/tv/crossbar.h"
+#include "platform/tv/driver_dialogs.h"
 #include "platform/tv/picture_controls.h"
 #include "platform/tv/preview_pin.h"
 #include "platform/tv/shared_card.h"
+#include "platform/tv/sound_cable.h"
 #include "platform/tv/tv_tuner.h"
+#include "platform/tv/vbi_pins.h"
 
 namespace quorvex {
 
@@ -37,12 +40,17 @@ class CaptureFilter final : public FilterBase, private LiveDevice {
   Reception reception;
   PictureSource source;
   PictureControls controls;
+  DriverDialogs dialogs;
   TvTuner tuner;
   Crossbar crossbar;
   const bool hasCrossbar;
+  const bool hasCaptions;
   std::atomic<bool> lost{false};  // the card was pulled out
   CapturePin capturePin;
   PreviewPin previewPin;
+  VbiPin vbiPin;
+  VideoPortVbiPin videoPortPin;
+  SoundCable cable;
 };
 
 }  // namespace quorvex

@@ -4,6 +4,7 @@
 #include <vfwmsgs.h>
 
 #include "platform/common/pin_category.h"
+#include "platform/tv/caption_mixer.h"
 #include "platform/tv/graph_walk.h"
 
 namespace quorvex {
@@ -113,12 +114,27 @@ HRESULT CaptureGraphBuilder::ConnectTo(IPin& pin, IBaseFilter& filter) {
   return result;
 }
 
+// Captions of a card that has them need a way into the picture: a mixer goes between. Answers the pin to go on
+// from, which is the same one for other filters and for pictures that the mixer does not take.
+ComPtr<IPin> CaptureGraphBuilder::MixCaptionsInto(IPin& pin) {
+  ComPtr<IPin> last = ComPtr<IPin>::Share(&pin);
+  const ComPtr<IBaseFilter> source = FilterOf(pin);
+  if (!source || !FindPin(*source.Get(), PINDIR_OUTPUT, &PIN_CATEGORY_VBI)) return last;
+  ComPtr<IBaseFilter> mixer;
+  if (FAILED(AddNew(kCaptionMixerClass, L"Captions", mixer))) return last;
+  const ComPtr<IPin> pictures = PinsOf(*mixer.Get()).front();
+  if (SUCCEEDED(graph->ConnectDirect(&pin, pictures.Get(), nullptr))) return FreePin(*mixer.Get(), nullptr);
+  graph->RemoveFilter(mixer.Get());
+  return last;
+}
+
 // The plain renderer, made here: its window then belongs to the thread of the application.
 HRESULT CaptureGraphBuilder::ShowPictures(IPin& pin) {
   ComPtr<IBaseFilter> renderer;
   HRESULT result = AddNew(CLSID_VideoRenderer, L"Video Renderer", renderer);
   if (FAILED(result)) return result;
-  result = ConnectTo(pin, *renderer.Get());
+  const ComPtr<IPin> last = MixCaptionsInto(pin);
+  result = ConnectTo(*last.Get(), *renderer.Get());
   if (FAILED(result)) graph->RemoveFilter(renderer.Get());
   return result;
 }

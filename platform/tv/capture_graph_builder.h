@@ -43,6 +43,7 @@ class CaptureGraphBuilder final : public ComObject<ICaptureGraphBuilder> {
   HRESULT RenderPin(IPin& pin, IBaseFilter* compressor, IBaseFilter* renderer);
   HRESULT ConnectTo(IPin& pin, IBaseFilter& filter);
   HRESULT ShowPictures(IPin& pin);
+  ComPtr<IPin> MixCaptionsInto(IPin& pin);
 
   ComPtr<IGraphBuilder> graph;
 };

@@ -13,6 +13,7 @@ namespace quorvex {
 class CapturePin final : public LivePin {
  public:
   CapturePin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures, const CardState& state);
+  ~CapturePin() { End(); }
 
  protected:
   void* Find(REFIID iid) override;

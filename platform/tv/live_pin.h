@@ -28,14 +28,15 @@ class LiveDevice {
 class LivePin : public OutputPin {
  public:
   LivePin(FilterBase& owner, LiveDevice& itsDevice, std::wstring id, const GUID& category)
-      : OutputPin(owner, std::move(id)), filter(owner), device(itsDevice), pinCategory(*this, category) {}
+      : OutputPin(owner, std::move(id)), device(itsDevice), pinCategory(*this, category) {}
 
   // With the filter's state: from stopped and to stopped.
   HRESULT Begin();
   void End();
 
  protected:
-  ~LivePin() { End(); }
+  // Its thread calls what deriving classes have: they call End when they go.
+  ~LivePin() = default;
   void* Find(REFIID iid) override;
 
   // How long a frame lasts at present.
@@ -44,7 +45,6 @@ class LivePin : public OutputPin {
   virtual void OnBegin() {}
   virtual void Send(const FramePacer::Frame& frame) = 0;
 
-  FilterBase& filter;
 
  private:
   void Work();

@@ -12,6 +12,7 @@ namespace quorvex {
 class PreviewPin final : public LivePin {
  public:
   PreviewPin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures);
+  ~PreviewPin() { End(); }
 
  protected:
   std::vector<MediaType> Types() override;

@@ -20,15 +20,11 @@ double NoiseAt(std::int64_t at) {
 
 int ToneOf(const Scene& scene) { return scene.input == 0 ? 200 + 20 * scene.channel : 100 + 25 * scene.input; }
 
-void FillProgrammeSound(const Scene& scene, std::int64_t at, std::span<std::int16_t> samples) {
-  const std::int64_t tone = ToneOf(scene);
-  for (std::size_t i = 0; i + 1 < samples.size(); i += 2, ++at) {
-    // A whole number of waves in a second: the phase needs the place in the second only.
-    const double phase = static_cast<double>(tone * (at % kProgrammeRate) % kProgrammeRate) / kProgrammeRate;
-    const double value =
-        scene.signal ? kLoudness * std::sin(2 * std::numbers::pi * phase) : kNoise * NoiseAt(at);
-    samples[i] = samples[i + 1] = static_cast<std::int16_t>(std::lround(value));
-  }
+// A tone is a whole number of waves in a second: its phase needs the place in the second only.
+std::int16_t ProgrammeSample(const Scene& scene, int rate, std::int64_t at) {
+  if (!scene.signal) return static_cast<std::int16_t>(std::lround(kNoise * NoiseAt(at)));
+  const double phase = static_cast<double>(std::int64_t{ToneOf(scene)} * (at % rate) % rate) / rate;
+  return static_cast<std::int16_t>(std::lround(kLoudness * std::sin(2 * std::numbers::pi * phase)));
 }
 
 }  // namespace quorvex

@@ -3,18 +3,15 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
 
 #include "platform/tv/scene.h"
 
 namespace quorvex {
 
-constexpr int kProgrammeRate = 44100;  // samples a second, two channels
-
 // Hz
 int ToneOf(const Scene& scene);
 
-// Fills interleaved samples of both channels; the first is sample number `at` of the programme.
-void FillProgrammeSound(const Scene& scene, std::int64_t at, std::span<std::int16_t> samples);
+// Sample number `at` of the programme, at this many samples a second; the same for both ears.
+std::int16_t ProgrammeSample(const Scene& scene, int rate, std::int64_t at);
 
 }  // namespace quorvex

@@ -34,7 +34,7 @@ bool StreamControl::Passes(MediaTime time) {
   const bool open = gate.IsOpen();
   guard.unlock();
   if (turned) {
-    filter.TellGraph(turned->open ? EC_STREAM_CONTROL_STARTED : EC_STREAM_CONTROL_STOPPED,
+    filter.Tell(turned->open ? EC_STREAM_CONTROL_STARTED : EC_STREAM_CONTROL_STOPPED,
                      reinterpret_cast<LONG_PTR>(&pin), static_cast<LONG_PTR>(turned->cookie));
   }
   return open;

@@ -15,14 +15,20 @@
 #include <cstdint>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 #include "platform/common/enumerators.h"
 #include "platform/common/filter_base.h"
+#include "platform/common/seeking_pass.h"
+#include "tests/support/disc_marks.h"
 
 namespace quorvex {
 
-class RecordingSink final : public FilterBase, private IPin, private IMemInputPin {
+class RecordingSink final : public FilterBase,
+                            private IPin,
+                            private IMemInputPin,
+                            private IAMFilterMiscFlags {
  public:
   struct Sample {
     std::int64_t start;  // of the segment, plus the sample's own time
@@ -30,6 +36,7 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
     bool discontinuity;
     int picture;                      // the number that the picture shows
     std::vector<std::int16_t> sound;  // of the left channel
+    std::optional<DiscMarks> marks;   // those of a disc's picture
   };
   struct Segment {
     std::int64_t start;
@@ -51,6 +58,18 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
     const std::scoped_lock guard(lock);
     return segments;
   }
+  // The marks of the picture that came last; none when it had none.
+  std::optional<DiscMarks> LastMarks() {
+    const std::scoped_lock guard(lock);
+    return lastMarks;
+  }
+  // That picture's green at a place (of 1000 by 1000).
+  int LastGreen(int x, int y) {
+    const std::scoped_lock guard(lock);
+    if (lastPicture.empty()) return -1;
+    const PictureView view = View(lastPicture.data());
+    return view.top[y * view.height / 1000 * view.stride + x * view.width / 1000 * 4 + 1];
+  }
   int Flushes() {
     const std::scoped_lock guard(lock);
     return flushes;
@@ -68,7 +87,8 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
   void* Find(REFIID iid) override {
     if (iid == __uuidof(IPin)) return static_cast<IPin*>(this);
     if (iid == __uuidof(IMemInputPin)) return static_cast<IMemInputPin*>(this);
-    if (iid == __uuidof(IMediaSeeking) && peer) return Seeking();
+    if (iid == __uuidof(IMediaSeeking) && peer) return seeking.Find(iid, *this, *this);
+    if (iid == IID_IAMFilterMiscFlags) return static_cast<IAMFilterMiscFlags*>(this);
     return FilterBase::Find(iid);
   }
   std::vector<IPin*> Pins() override { return {this}; }
@@ -101,24 +121,14 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
 
   // Done on the stream's thread when the end is told.
   std::function<void()> atEnd;
-  // Done there for every sample that arrives.
+  // Done there for every sample that arrives, instead of looking at it here.
   std::function<void(IMediaSample&, const MediaType&)> atSample;
 
  private:
-  bool IsCued() { return segments.back().ended || !segments.back().samples.empty(); }
+  // The graph waits for the end of every renderer.
+  ULONG STDMETHODCALLTYPE GetMiscFlags() override { return AM_FILTER_MISC_FLAGS_IS_RENDERER; }
 
-  void* Seeking() {
-    if (!passThrough) {
-      ::CoCreateInstance(CLSID_SeekingPassThru, static_cast<IBaseFilter*>(this), CLSCTX_INPROC_SERVER,
-                         __uuidof(IUnknown), passThrough.ReceiveVoid());
-      passThrough.As<ISeekingPassThru>()->Init(TRUE, this);
-    }
-    // The reference it adds is the sink's own, so it is given back.
-    IMediaSeeking* seeking = nullptr;
-    passThrough->QueryInterface(__uuidof(IMediaSeeking), reinterpret_cast<void**>(&seeking));
-    if (seeking != nullptr) Release();
-    return seeking;
-  }
+  bool IsCued() { return segments.back().ended || !segments.back().samples.empty(); }
 
   HRESULT STDMETHODCALLTYPE Connect(IPin*, const AM_MEDIA_TYPE*) override { return E_UNEXPECTED; }
   HRESULT STDMETHODCALLTYPE ReceiveConnection(IPin* connector, const AM_MEDIA_TYPE* offered) override {
@@ -220,7 +230,6 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
   }
 
   void Note(IMediaSample& sample) {
-    if (atSample) atSample(sample, type);
     Sample noted{};
     sample.GetTime(&noted.start, &noted.end);
     noted.start += segments.back().start;
@@ -228,8 +237,12 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
     noted.discontinuity = sample.IsDiscontinuity() == S_OK;
     BYTE* data = nullptr;
     sample.GetPointer(&data);
-    if (const VIDEOINFOHEADER* picture = type.Picture()) {
-      for (int stripe = 0; stripe < std::min<LONG>(picture->bmiHeader.biWidth / 16, 31); ++stripe)
+    if (atSample) {
+      atSample(sample, type);
+    } else if (const VIDEOINFOHEADER* picture = type.Picture()) {
+      lastPicture.assign(data, data + sample.GetActualDataLength());
+      noted.marks = lastMarks = ReadDiscMarks(View(data));
+      for (int stripe = 0; stripe < picture->bmiHeader.biWidth / 16; ++stripe)
         noted.picture |=
             data[(picture->bmiHeader.biWidth * 4 * 20) + (stripe * 16 + 8) * 4] > 125 ? 1 << stripe : 0;
     } else {
@@ -239,14 +252,23 @@ class RecordingSink final : public FilterBase, private IPin, private IMemInputPi
     segments.back().samples.push_back(std::move(noted));
   }
 
+  // Pictures arrive with the bottom line first.
+  PictureView View(BYTE* data) const {
+    const BITMAPINFOHEADER& bitmap = type.Picture()->bmiHeader;
+    const std::ptrdiff_t line = bitmap.biWidth * 4;
+    return {data + line * (bitmap.biHeight - 1), -line, bitmap.biWidth, bitmap.biHeight};
+  }
+
   const GUID major;
   std::atomic<int> delayMs{0};
   ComPtr<IPin> peer;
-  ComPtr<IUnknown> passThrough;  // to the end: the graph keeps what it gave out
+  SeekingPass seeking;
   MediaType type;
   std::mutex lock;  // guards what follows
   std::condition_variable changed;
   std::vector<Segment> segments;
+  std::optional<DiscMarks> lastMarks;
+  std::vector<BYTE> lastPicture;
   int flushes = 0;
   bool flushing = false;
   bool stopped = true;

@@ -3,7 +3,9 @@
 Needs the environment that ./check sets up (a virtual screen of its own).
 """
 
+import array
 import io
+import math
 import os
 import subprocess
 import sys
@@ -113,6 +115,16 @@ def video_frame():
     shape = subprocess.run(["xdotool", "getwindowgeometry", "--shell", found[0]], capture_output=True, text=True, check=True).stdout
     numbers = dict(line.split("=") for line in shape.splitlines())
     return tuple(int(numbers[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
+
+
+def loudness(seconds=0.4):
+    """Of what reaches the speakers: the root of the mean square, 0 to 32767."""
+    size = int(seconds * 44100) * 4
+    with subprocess.Popen(["parec", "-d", "sink.monitor", "--rate=44100", "--channels=2", "--format=s16le", "--latency-msec=50"],
+                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as recorder:
+        samples = array.array("h", recorder.stdout.read(size))
+        recorder.terminate()
+    return math.sqrt(sum(sample * sample for sample in samples) / len(samples))
 
 
 def drag(start, end):

@@ -9,7 +9,7 @@ import time
 import unittest
 
 from PIL import Image, ImageChops, ImageGrab
-from remote import MUTE, PAUSE, PLAY, SOUND, WINDOWS, Remote, drag, drive, make_disc, remote_control, video_frame, wait_for, xdotool
+from remote import MUTE, PAUSE, PLAY, SOUND, WINDOWS, Remote, drag, drive, loudness, make_disc, remote_control, video_frame, wait_for, xdotool
 
 CONFIG = WINDOWS / "quorvex.ini"
 GREEN = (0, 255, 0)
@@ -21,16 +21,6 @@ SEGMENTS = 31
 
 def screen():
     return ImageGrab.grab(xdisplay=os.environ["DISPLAY"]).convert("RGB")
-
-
-def loudness(seconds=0.4):
-    """Of what reaches the speakers: the root of the mean square, 0 to 32767."""
-    size = int(seconds * 44100) * 4
-    with subprocess.Popen(["parec", "-d", "sink.monitor", "--rate=44100", "--channels=2", "--format=s16le", "--latency-msec=50"],
-                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as recorder:
-        samples = array.array("h", recorder.stdout.read(size))
-        recorder.terminate()
-    return math.sqrt(sum(sample * sample for sample in samples) / len(samples))
 
 
 class Area:
@@ -114,6 +104,25 @@ class SoundKeys(unittest.TestCase):
         before = screen()
         self.remote.click(SOUND)
         wait_for(lambda: desktop.bar(screen())[:6] == "######")
+        self.softer_and_back(full)
+        wait_for(lambda: beside.changed(before, screen()) is None, 6)
+
+        self.silent_and_back(full)
+
+    def test_a_film_gets_softer_and_silent(self):
+        film = self.remote.folder / "film.mpg"
+        subprocess.run(["ffmpeg", "-v", "error", *FILM[:4], "-f", "lavfi", "-i", "sine=441:duration=60,volume=4", *FILM[4:], "-shortest", film],
+                       check=True)
+        self.remote.start()
+        time.sleep(1.5)
+        remote_control("open", film)
+        full = wait_for(lambda: (heard := loudness()) > 5000 and heard)
+        self.remote.click(SOUND)
+        self.softer_and_back(full)
+        self.silent_and_back(full)
+
+    def softer_and_back(self, full):
+        """By the arrow keys, with the level bar up."""
         for _ in range(16):
             xdotool("key", "Left")
         half = wait_for(lambda: (heard := loudness()) < full * 0.7 and heard)
@@ -121,8 +130,9 @@ class SoundKeys(unittest.TestCase):
         for _ in range(16):
             xdotool("key", "Right")
         wait_for(lambda: loudness() > full * 0.9)
-        wait_for(lambda: beside.changed(before, screen()) is None, 6)
 
+    def silent_and_back(self, full):
+        """By the mute key."""
         self.remote.click(MUTE)
         self.remote.sees(lambda picture: "MUTE" in picture.lamps() and picture.pressed_or_lit_frame(MUTE))
         wait_for(lambda: loudness() == 0)

@@ -47,7 +47,7 @@ TEST(VideoLayout, TheBorderAnswersForTheEdgeThatIsDragged) {
   for (int y = 0; y < 80; ++y) {
     for (int x = 0; x < 100; ++x) {
       int hits = 0;
-      for (const HitZone& zone : zones) hits += zone.zone.Contains({x, y}) ? 1 : 0;
+      for (const HitZone& zone : zones) hits += zone.zone.Contains(Point{x, y}) ? 1 : 0;
       ASSERT_EQ(hits, 1) << x << ',' << y;
     }
   }

@@ -8,5 +8,5 @@ add_custom_command(
   DEPENDS ${make_media}
   COMMENT "Making the tests' media files")
 add_custom_target(test_media DEPENDS ${media_dir}/made)
-add_dependencies(win_tests test_media qvmedia)
+add_dependencies(win_tests test_media qvmedia qvsound)
 target_compile_definitions(win_tests PRIVATE QUORVEX_TEST_MEDIA="Z:${media_dir}" QUORVEX_BIN="Z:${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")

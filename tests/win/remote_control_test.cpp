@@ -50,7 +50,9 @@ class RemoteControlTest : public PanelTest {
 TEST_F(RemoteControlTest, KeysReachTheDevice) {
   for (const int command : {kCommandEject, kCommandNext, kCommandFastForward, kCommandRewind})
     EXPECT_EQ(SendKey(command), RemoteAnswer::kDone);
+  EXPECT_EQ(Send(kRemoteAskReady, ""), RemoteAnswer::kBusy);
   PumpFor(50);
+  EXPECT_EQ(Send(kRemoteAskReady, ""), RemoteAnswer::kDone);
   EXPECT_EQ(log, "FastForward\nEndScan\nRewind\nEndScan\nEject\nNextItem\n")
       << "keys are posted, as a click is; what acts while it is held acts at once";
 }

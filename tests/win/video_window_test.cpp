@@ -90,6 +90,12 @@ TEST_F(VideoWindowTest, FullScreenIsLetterBoxedAndLeavesAsItCame) {
   EXPECT_EQ(Place(frame), (Rect{0, 0, 1280, 1024}));
   EXPECT_EQ(renderer.place, (Rect{0, 192, 1280, 832}));
   EXPECT_EQ(theVideoWindow->HitTest(0, 0), HTNOWHERE);
+  // The display has got another size: the system has put the window somewhere, and tells everybody.
+  ::SetWindowPos(frame, nullptr, 0, 0, 800, 600, SWP_NOZORDER);
+  EXPECT_EQ(renderer.place, (Rect{0, 100, 800, 500}));
+  ::SendMessageA(frame, WM_DISPLAYCHANGE, 32, MAKELPARAM(1280, 1024));
+  EXPECT_EQ(Place(frame), (Rect{0, 0, 1280, 1024}));
+  EXPECT_EQ(renderer.place, (Rect{0, 192, 1280, 832}));
   ::SendMessageA(renderer.window, WM_LBUTTONDOWN, 0, 0);
   EXPECT_TRUE(IsTopmost(mainWindow)) << "a click brings the panel in front";
   EXPECT_FALSE(theVideoWindow->ToggleFullScreen());
@@ -140,7 +146,7 @@ TEST_F(VideoWindowTest, AStillPictureIsShownAgainInAnotherSize) {
   theVideoWindow->ToggleFullScreen();
   EXPECT_EQ(log, "shown again\n");
   theVideoWindow->ToggleFullScreen();
-  ::SendMessageA(frame, WM_EXITSIZEMOVE, 0, 0);
+  ::SetWindowPos(frame, nullptr, 0, 0, 430, 324, SWP_NOMOVE | SWP_NOZORDER);
   EXPECT_EQ(log, "shown again\nshown again\nshown again\n");
 }
 

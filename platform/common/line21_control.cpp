@@ -1,4 +1,4 @@
-#include "platform/dvd/line21_control.h"
+#include "platform/common/line21_control.h"
 
 #include <algorithm>
 #include <iterator>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/line21_interface.h"
-#include "platform/dvd/closed_captions.h"
-#include "platform/dvd/filter_part.h"
+#include "platform/common/caption_wishes.h"
+#include "platform/common/filter_part.h"
 
 namespace quorvex {
 
