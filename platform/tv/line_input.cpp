@@ -51,7 +51,7 @@ void LinePin::Send(const FramePacer::Frame& frame) {
   sample->SetActualDataLength(static_cast<long>(bytes));
   sample->SetTime(&begin, &end);
   sample->SetSyncPoint(TRUE);
-  sample->SetDiscontinuity(frame.number == 0 || frame.lost > 0 ? TRUE : FALSE);
+  sample->SetDiscontinuity(frame.number == 0 ? TRUE : FALSE);
   Deliver(sample.Get());
 }
 

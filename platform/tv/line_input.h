@@ -21,6 +21,8 @@ class LinePin final : public LivePin {
   std::vector<MediaType> Types() override;
   ALLOCATOR_PROPERTIES BufferNeeds(const MediaType& type) override;
   MediaTime FrameTime() override { return kSecond / 20; }
+  // The sound card keeps what is not fetched at once.
+  bool MayLose() override { return false; }
   void OnBegin() override;
   void Send(const FramePacer::Frame& frame) override;
 

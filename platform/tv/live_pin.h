@@ -1,5 +1,5 @@
 // An output pin of a live source: while its filter runs by a clock, a thread of its own makes a sample for every
-// frame's time; frames whose time has gone by are lost, and counted.
+// frame's time; pictures whose time has gone by are lost, and counted.
 #pragma once
 
 #include <atomic>
@@ -41,6 +41,8 @@ class LivePin : public OutputPin {
 
   // How long a frame lasts at present.
   virtual MediaTime FrameTime() = 0;
+  // Whether a frame whose time has gone by is lost; else it is sent late.
+  virtual bool MayLose() { return true; }
   // Called on the pin's thread: what begins anew, and one frame.
   virtual void OnBegin() {}
   virtual void Send(const FramePacer::Frame& frame) = 0;

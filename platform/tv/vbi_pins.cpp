@@ -17,18 +17,14 @@ ALLOCATOR_PROPERTIES VbiPin::BufferNeeds(const MediaType&) {
   return {kBuffers, static_cast<long>(kPairBytes), 1, 0};
 }
 
-// What a lost picture would have carried comes with the next one: a code that is missing spoils a caption.
 void VbiPin::Send(const FramePacer::Frame& frame) {
-  const Scene scene = source.Seen();
-  for (std::int64_t i = 0; i <= frame.lost; ++i) {
-    const CaptionPair pair = captions.Next(scene);
-    const ComPtr<IMediaSample> sample = NextBuffer();
-    REFERENCE_TIME begin = frame.begin;
-    REFERENCE_TIME end = frame.end;
-    if (!sample || !FillSample(*sample.Get(), &pair, sizeof pair)) return;
-    sample->SetTime(&begin, &end);
-    Deliver(sample.Get());
-  }
+  const CaptionPair pair = captions.Next(source.Seen());
+  const ComPtr<IMediaSample> sample = NextBuffer();
+  REFERENCE_TIME begin = frame.begin;
+  REFERENCE_TIME end = frame.end;
+  if (!sample || !FillSample(*sample.Get(), &pair, sizeof pair)) return;
+  sample->SetTime(&begin, &end);
+  Deliver(sample.Get());
 }
 
 VideoPortVbiPin::VideoPortVbiPin(FilterBase& owner)

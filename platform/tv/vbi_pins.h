@@ -17,6 +17,8 @@ class VbiPin final : public LivePin {
   std::vector<MediaType> Types() override;
   ALLOCATOR_PROPERTIES BufferNeeds(const MediaType& type) override;
   MediaTime FrameTime() override { return kSecond * 1001 / 30000; }
+  // A code that is missing spoils a caption.
+  bool MayLose() override { return false; }
   void Send(const FramePacer::Frame& frame) override;
 
  private:
