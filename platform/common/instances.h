@@ -6,7 +6,8 @@
 namespace quorvex {
 
 // The values that list a filter in a category by a friendly name.
-inline std::vector<ClassesValue> InstanceValues(const GUID& category, const CLSID& filter, const std::wstring& name) {
+inline std::vector<ClassesValue> InstanceValues(const GUID& category, const CLSID& filter,
+                                                const std::wstring& name) {
   const std::wstring key = L"CLSID\\" + GuidText(category) + L"\\Instance\\" + GuidText(filter);
   return {{key, L"FriendlyName", name}, {key, L"CLSID", GuidText(filter)}};
 }

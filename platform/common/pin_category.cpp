@@ -23,7 +23,8 @@ HRESULT CheckProperty(REFGUID set, DWORD property) {
 
 HRESULT PinCategory::Set(REFGUID, DWORD, void*, DWORD, void*, DWORD) { return E_NOTIMPL; }
 
-HRESULT PinCategory::Get(REFGUID set, DWORD property, void*, DWORD, void* data, DWORD dataBytes, DWORD* returned) {
+HRESULT PinCategory::Get(REFGUID set, DWORD property, void*, DWORD, void* data, DWORD dataBytes,
+                         DWORD* returned) {
   if (const HRESULT result = CheckProperty(set, property); FAILED(result)) return result;
   if (data == nullptr && returned == nullptr) return E_POINTER;
   if (returned != nullptr) *returned = sizeof category;
@@ -43,8 +44,8 @@ GUID CategoryOf(IPin& pin) {
   const auto properties = ComPtr<IPin>::Share(&pin).As<IKsPropertySet>();
   GUID category = GUID_NULL;
   DWORD bytes = 0;
-  const bool told = properties && SUCCEEDED(properties->Get(AMPROPSETID_Pin, AMPROPERTY_PIN_CATEGORY, nullptr, 0,
-                                                            &category, sizeof category, &bytes));
+  const bool told = properties && SUCCEEDED(properties->Get(AMPROPSETID_Pin, AMPROPERTY_PIN_CATEGORY, nullptr,
+                                                            0, &category, sizeof category, &bytes));
   return told && bytes == sizeof category ? category : GUID_NULL;
 }
 

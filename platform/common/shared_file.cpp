@@ -11,7 +11,8 @@ UniqueHandle MapFile(const wchar_t* name, std::size_t bytes) {
       OwnFile(::CreateFileW(SharedFilePath(name).c_str(), GENERIC_READ | GENERIC_WRITE, share, nullptr,
                             OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file) return {};
-  return UniqueHandle(::CreateFileMappingW(file.Get(), nullptr, PAGE_READWRITE, 0, static_cast<DWORD>(bytes), nullptr));
+  return UniqueHandle(
+      ::CreateFileMappingW(file.Get(), nullptr, PAGE_READWRITE, 0, static_cast<DWORD>(bytes), nullptr));
 }
 
 }  // namespace
@@ -26,7 +27,8 @@ std::wstring SharedFilePath(const wchar_t* name) {
 }
 
 SharedFile::SharedFile(const wchar_t* name, std::size_t bytes) : mapping(MapFile(name, bytes)) {
-  if (mapping) view = Unique<void*, EndView>(::MapViewOfFile(mapping.Get(), FILE_MAP_ALL_ACCESS, 0, 0, bytes));
+  if (mapping)
+    view = Unique<void*, EndView>(::MapViewOfFile(mapping.Get(), FILE_MAP_ALL_ACCESS, 0, 0, bytes));
 }
 
 }  // namespace quorvex

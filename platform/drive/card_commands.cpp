@@ -17,9 +17,9 @@ struct CardFault {
   CardState::Value CardState::*field;
 };
 constexpr CardFault kFaults[] = {
-    {"format", &CardState::formatFault},        {"refuse-format", &CardState::refuseFormat},
-    {"refuse-input", &CardState::refuseInput},  {"refuse-route", &CardState::refuseRoute},
-    {"no-crossbar", &CardState::noCrossbar},    {"no-captions", &CardState::noCaptions},
+    {"format", &CardState::formatFault},       {"refuse-format", &CardState::refuseFormat},
+    {"refuse-input", &CardState::refuseInput}, {"refuse-route", &CardState::refuseRoute},
+    {"no-crossbar", &CardState::noCrossbar},   {"no-captions", &CardState::noCaptions},
     {"slow", &CardState::slowFrames},
 };
 
@@ -34,7 +34,8 @@ int SetFault(CardState& state, const std::string& name, const std::string& text)
 }
 
 int PrintStatus(const CardState& state) {
-  for (const CardTraits& card : kCards) std::printf("%s=%s\n", card.command, state.IsPlugged(card.kind) ? "on" : "off");
+  for (const CardTraits& card : kCards)
+    std::printf("%s=%s\n", card.command, state.IsPlugged(card.kind) ? "on" : "off");
   std::printf("input=%u\nantenna=%u\nchannel=%u\ncountry=%u\n", state.routed.load(), state.antenna.load(),
               state.channel.load(), state.country.load());
   return 0;

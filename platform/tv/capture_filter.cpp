@@ -68,7 +68,8 @@ void CaptureFilter::OnStop() {
 
 bool CaptureFilter::IsThere() {
   if (card->IsPlugged(traits.kind)) return !lost;
-  if (!lost.exchange(true)) Tell(EC_DEVICE_LOST, reinterpret_cast<LONG_PTR>(static_cast<IBaseFilter*>(this)), 0);
+  if (!lost.exchange(true))
+    Tell(EC_DEVICE_LOST, reinterpret_cast<LONG_PTR>(static_cast<IBaseFilter*>(this)), 0);
   return false;
 }
 

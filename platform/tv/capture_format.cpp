@@ -28,7 +28,8 @@ void LayOutYuy2(const std::uint8_t* from, int width, std::uint8_t* to) {
 }  // namespace
 
 bool IsPossible(const CaptureFormat& format) {
-  const bool known = std::find(kCaptureSizes.begin(), kCaptureSizes.end(), format.size) != kCaptureSizes.end();
+  const bool known =
+      std::find(kCaptureSizes.begin(), kCaptureSizes.end(), format.size) != kCaptureSizes.end();
   return known && format.frameTime >= kShortestFrame && format.frameTime <= kLongestFrame;
 }
 

@@ -24,7 +24,7 @@ struct CaptureFormat {
 };
 
 inline constexpr std::array kCaptureSizes{Size{160, 120}, Size{176, 144}, Size{320, 240}, Size{352, 288},
-                                   Size{640, 480}, Size{720, 480}, Size{720, 576}};
+                                          Size{640, 480}, Size{720, 480}, Size{720, 576}};
 constexpr MediaTime kShortestFrame = kSecond / 60;
 constexpr MediaTime kLongestFrame = kSecond;
 

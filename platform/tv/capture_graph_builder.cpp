@@ -86,7 +86,8 @@ HRESULT CaptureGraphBuilder::GetFiltergraph(IGraphBuilder** wanted) {
   return S_OK;
 }
 
-HRESULT CaptureGraphBuilder::FindInterface(const GUID* category, IBaseFilter* filter, REFIID iid, void** found) {
+HRESULT CaptureGraphBuilder::FindInterface(const GUID* category, IBaseFilter* filter, REFIID iid,
+                                           void** found) {
   if (filter == nullptr || found == nullptr) return E_POINTER;
   *found = nullptr;
   const bool onlyUp = category != nullptr && *category == LOOK_UPSTREAM_ONLY;
@@ -100,7 +101,8 @@ HRESULT CaptureGraphBuilder::FindInterface(const GUID* category, IBaseFilter* fi
 }
 
 HRESULT CaptureGraphBuilder::AddNew(const CLSID& id, const wchar_t* name, ComPtr<IBaseFilter>& made) {
-  const HRESULT result = ::CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IBaseFilter), made.ReceiveVoid());
+  const HRESULT result =
+      ::CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IBaseFilter), made.ReceiveVoid());
   return SUCCEEDED(result) ? graph->AddFilter(made.Get(), name) : result;
 }
 
@@ -114,8 +116,8 @@ HRESULT CaptureGraphBuilder::ConnectTo(IPin& pin, IBaseFilter& filter) {
   return result;
 }
 
-// Captions of a card that has them need a way into the picture: a mixer goes between. Answers the pin to go on
-// from, which is the same one for other filters and for pictures that the mixer does not take.
+// Captions of a card that has them need a way into the picture: a mixer goes between. Answers the pin to go
+// on from, which is the same one for other filters and for pictures that the mixer does not take.
 ComPtr<IPin> CaptureGraphBuilder::MixCaptionsInto(IPin& pin) {
   ComPtr<IPin> last = ComPtr<IPin>::Share(&pin);
   const ComPtr<IBaseFilter> source = FilterOf(pin);
@@ -165,7 +167,8 @@ HRESULT CaptureGraphBuilder::SplitCapturePin(IBaseFilter& filter, const GUID& ca
     if (FAILED(result)) return result;
   }
   ComPtr<IPin> found;
-  const HRESULT result = tee->FindPin(category == PIN_CATEGORY_PREVIEW ? L"Preview" : L"Capture", found.Receive());
+  const HRESULT result =
+      tee->FindPin(category == PIN_CATEGORY_PREVIEW ? L"Preview" : L"Capture", found.Receive());
   if (FAILED(result)) return result;
   if (PeerOf(*found.Get())) return E_INVALIDARG;
   pin = found;
@@ -180,7 +183,8 @@ HRESULT CaptureGraphBuilder::RenderStream(const GUID* category, IUnknown* source
   if (const auto pin = given.As<IPin>()) return RenderPin(*pin.Get(), compressor, renderer);
   const auto filter = given.As<IBaseFilter>();
   if (!filter) return E_NOINTERFACE;
-  if (const ComPtr<IPin> pin = FreePin(*filter.Get(), category)) return RenderPin(*pin.Get(), compressor, renderer);
+  if (const ComPtr<IPin> pin = FreePin(*filter.Get(), category))
+    return RenderPin(*pin.Get(), compressor, renderer);
   const bool preview = category != nullptr && *category == PIN_CATEGORY_PREVIEW;
   const bool capture = category != nullptr && *category == PIN_CATEGORY_CAPTURE;
   const bool hasPreviewPin = static_cast<bool>(FindPin(*filter.Get(), PINDIR_OUTPUT, &PIN_CATEGORY_PREVIEW));

@@ -6,7 +6,8 @@
 
 namespace quorvex {
 
-CapturePin::CapturePin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures, const CardState& state)
+CapturePin::CapturePin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures,
+                       const CardState& state)
     : LivePin(owner, itsDevice, L"Capture", PIN_CATEGORY_CAPTURE),
       source(pictures),
       config(*this, pictures, state),
@@ -38,7 +39,8 @@ void CapturePin::OnBegin() {
   counts.Clear();
   first = true;
   format = FormatOf(AgreedType().Get(), source.Format().frameTime).value_or(source.Format());
-  canvas.resize(static_cast<std::size_t>(format.size.width) * static_cast<std::size_t>(format.size.height) * 4);
+  canvas.resize(static_cast<std::size_t>(format.size.width) * static_cast<std::size_t>(format.size.height) *
+                4);
 }
 
 void CapturePin::Send(const FramePacer::Frame& frame) {

@@ -11,7 +11,8 @@ namespace {
 int BitsOf(PixelLayout layout) { return layout == PixelLayout::kRgb24 ? 24 : 16; }
 
 std::optional<PixelLayout> LayoutOf(const AM_MEDIA_TYPE& type, const BITMAPINFOHEADER& bitmap) {
-  if (type.subtype == MEDIASUBTYPE_RGB24 && bitmap.biBitCount == 24 && bitmap.biHeight > 0) return PixelLayout::kRgb24;
+  if (type.subtype == MEDIASUBTYPE_RGB24 && bitmap.biBitCount == 24 && bitmap.biHeight > 0)
+    return PixelLayout::kRgb24;
   if (type.subtype == MEDIASUBTYPE_YUY2) return PixelLayout::kYuy2;
   return std::nullopt;
 }

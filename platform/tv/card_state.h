@@ -31,15 +31,17 @@ struct CardState {
   Value routed = 1;  // the crossbar's input that goes to the picture
 
   // For tests.
-  Value refuseFormat = 0;   // SetFormat fails
-  Value formatFault = 0;    // what GetFormat does: 1 fails, 2 tells another kind of format, 3 tells 0 x 0
-  Value refuseInput = 0;    // put_InputType fails
-  Value refuseRoute = 0;    // Route fails
-  Value noCrossbar = 0;     // of cards that are made from now on
-  Value noCaptions = 0;     // no VBI pins, of cards that are made from now on
-  Value slowFrames = 0;     // milliseconds that every picture takes longer
+  Value refuseFormat = 0;  // SetFormat fails
+  Value formatFault = 0;   // what GetFormat does: 1 fails, 2 tells another kind of format, 3 tells 0 x 0
+  Value refuseInput = 0;   // put_InputType fails
+  Value refuseRoute = 0;   // Route fails
+  Value noCrossbar = 0;    // of cards that are made from now on
+  Value noCaptions = 0;    // no VBI pins, of cards that are made from now on
+  Value slowFrames = 0;    // milliseconds that every picture takes longer
 
-  [[nodiscard]] bool IsPlugged(CardKind card) const { return (plugged & static_cast<std::uint32_t>(card)) != 0; }
+  [[nodiscard]] bool IsPlugged(CardKind card) const {
+    return (plugged & static_cast<std::uint32_t>(card)) != 0;
+  }
   [[nodiscard]] TunerInput Input() const { return antenna != 0 ? TunerInput::kAntenna : TunerInput::kCable; }
 };
 static_assert(CardState::Value::is_always_lock_free);

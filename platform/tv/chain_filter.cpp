@@ -4,7 +4,8 @@ namespace quorvex {
 
 class ChainFilter::Entry final : public InputPin {
  public:
-  Entry(ChainFilter& owner, std::wstring id, std::size_t at) : InputPin(owner, std::move(id)), chain(owner), index(at) {}
+  Entry(ChainFilter& owner, std::wstring id, std::size_t at)
+      : InputPin(owner, std::move(id)), chain(owner), index(at) {}
   ~Entry() = default;
 
   HRESULT STDMETHODCALLTYPE NewSegment(REFERENCE_TIME start, REFERENCE_TIME stop, double) override {
@@ -50,7 +51,8 @@ class ChainFilter::Exit final : public OutputPin {
 ChainFilter::ChainFilter(const CLSID& ownClass, const std::vector<std::wstring>& inputNames,
                          const std::vector<std::wstring>& outputNames)
     : FilterBase(ownClass) {
-  for (const std::wstring& id : inputNames) inputs.push_back(std::make_unique<Entry>(*this, id, inputs.size()));
+  for (const std::wstring& id : inputNames)
+    inputs.push_back(std::make_unique<Entry>(*this, id, inputs.size()));
   for (const std::wstring& id : outputNames) outputs.push_back(std::make_unique<Exit>(*this, id));
 }
 

@@ -17,9 +17,9 @@ struct Band {
 
 constexpr Band kAmericanAntenna[] = {
     {2, 4, 55250, 6000}, {5, 6, 77250, 6000}, {7, 13, 175250, 6000}, {14, 69, 471250, 6000}};
-constexpr Band kAmericanCable[] = {{1, 1, 73250, 0},          {2, 4, 55250, 6000},    {5, 6, 77250, 6000},
-                                   {7, 13, 175250, 6000},     {14, 22, 121250, 6000}, {23, 94, 217250, 6000},
-                                   {95, 99, 91250, 6000},     {100, 125, 649250, 6000}};
+constexpr Band kAmericanCable[] = {{1, 1, 73250, 0},      {2, 4, 55250, 6000},     {5, 6, 77250, 6000},
+                                   {7, 13, 175250, 6000}, {14, 22, 121250, 6000},  {23, 94, 217250, 6000},
+                                   {95, 99, 91250, 6000}, {100, 125, 649250, 6000}};
 constexpr Band kEuropeanAntenna[] = {{2, 4, 48250, 7000}, {5, 12, 175250, 7000}, {21, 69, 471250, 8000}};
 constexpr Band kBritishAntenna[] = {{21, 69, 471250, 8000}};
 // The special channels S1 to S41.
@@ -42,11 +42,24 @@ struct Country {
   int code;
   const Plan* plan;
 };
-constexpr Country kCountries[] = {
-    {kUnitedStates, &kAmerican}, {31, &kEuropean}, {32, &kEuropean}, {34, &kEuropean},  {39, &kEuropean},
-    {41, &kEuropean},            {43, &kEuropean}, {44, &kBritish},  {45, &kEuropean},  {46, &kEuropean},
-    {47, &kEuropean},            {49, &kEuropean}, {52, &kAmerican}, {81, &kJapanese},  {82, &kAmerican},
-    {351, &kEuropean},           {358, &kEuropean}, {886, &kAmerican}};
+constexpr Country kCountries[] = {{kUnitedStates, &kAmerican},
+                                  {31, &kEuropean},
+                                  {32, &kEuropean},
+                                  {34, &kEuropean},
+                                  {39, &kEuropean},
+                                  {41, &kEuropean},
+                                  {43, &kEuropean},
+                                  {44, &kBritish},
+                                  {45, &kEuropean},
+                                  {46, &kEuropean},
+                                  {47, &kEuropean},
+                                  {49, &kEuropean},
+                                  {52, &kAmerican},
+                                  {81, &kJapanese},
+                                  {82, &kAmerican},
+                                  {351, &kEuropean},
+                                  {358, &kEuropean},
+                                  {886, &kAmerican}};
 
 const Country* FindCountry(int code) {
   const auto* found = std::find_if(std::begin(kCountries), std::end(kCountries),

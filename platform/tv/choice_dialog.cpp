@@ -45,8 +45,8 @@ HINSTANCE DialogModule() {
 std::optional<int> RunChoiceDialog(HWND owner, const wchar_t* title, const std::vector<std::wstring>& choices,
                                    int chosen) {
   Choice choice{title, choices, chosen};
-  const INT_PTR ended = ::DialogBoxParamW(DialogModule(), MAKEINTRESOURCEW(IDD_CHOICE), owner, ChoiceProcedure,
-                                          reinterpret_cast<LPARAM>(&choice));
+  const INT_PTR ended = ::DialogBoxParamW(DialogModule(), MAKEINTRESOURCEW(IDD_CHOICE), owner,
+                                          ChoiceProcedure, reinterpret_cast<LPARAM>(&choice));
   return ended == IDOK && choice.chosen >= 0 ? std::optional(choice.chosen) : std::nullopt;
 }
 

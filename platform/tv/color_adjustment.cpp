@@ -7,7 +7,9 @@
 namespace quorvex {
 namespace {
 
-std::uint8_t ToByte(double value) { return static_cast<std::uint8_t>(std::clamp(std::lround(value), 0L, 255L)); }
+std::uint8_t ToByte(double value) {
+  return static_cast<std::uint8_t>(std::clamp(std::lround(value), 0L, 255L));
+}
 
 double Scale(int value) { return value / static_cast<double>(ColorAdjustment::kMiddle); }
 

@@ -31,7 +31,8 @@ HRESULT Crossbar::Route(LONG output, LONG input) {
   const HRESULT result = CanRoute(output, input);
   if (result != S_OK) return FAILED(result) ? result : E_FAIL;
   if (state.refuseRoute != 0) return E_FAIL;
-  const long picture = output == kPictureOutput ? input : kCrossbarInputs[static_cast<std::size_t>(input)].related;
+  const long picture =
+      output == kPictureOutput ? input : kCrossbarInputs[static_cast<std::size_t>(input)].related;
   state.routed = static_cast<std::uint32_t>(picture);
   return S_OK;
 }
@@ -39,7 +40,8 @@ HRESULT Crossbar::Route(LONG output, LONG input) {
 HRESULT Crossbar::get_IsRoutedTo(LONG output, LONG* input) {
   if (!IsOutput(output)) return E_INVALIDARG;
   const auto picture = static_cast<std::size_t>(state.routed) % static_cast<std::size_t>(kCrossbarPictures);
-  return Answer(input, output == kPictureOutput ? static_cast<LONG>(picture) : kCrossbarInputs[picture].related);
+  return Answer(input,
+                output == kPictureOutput ? static_cast<LONG>(picture) : kCrossbarInputs[picture].related);
 }
 
 HRESULT Crossbar::get_CrossbarPinInfo(BOOL isInput, LONG index, LONG* related, LONG* type) {

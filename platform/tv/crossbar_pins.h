@@ -20,7 +20,8 @@ inline constexpr std::array kCrossbarInputs{
     CrossbarPin{0x1000, 1, 0},  // the tuner's sound
     CrossbarPin{0x1006, 2, 2},  // auxiliary
 };
-inline constexpr std::array kCrossbarOutputs{CrossbarPin{11, 1, 0}, CrossbarPin{0x1009, 0, 0}};  // to the decoders
+inline constexpr std::array kCrossbarOutputs{CrossbarPin{11, 1, 0},
+                                             CrossbarPin{0x1009, 0, 0}};  // to the decoders
 
 inline constexpr int kCrossbarPictures = 3;
 

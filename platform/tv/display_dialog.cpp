@@ -52,8 +52,8 @@ void RunDisplayDialog(HWND owner, PictureSource& source) {
   const INITCOMMONCONTROLSEX bars{sizeof bars, ICC_BAR_CLASSES};
   ::InitCommonControlsEx(&bars);
   const ColorAdjustment before = source.Adjustment();
-  const INT_PTR ended = ::DialogBoxParamW(DialogModule(), MAKEINTRESOURCEW(IDD_DISPLAY), owner, DisplayProcedure,
-                                          reinterpret_cast<LPARAM>(&source));
+  const INT_PTR ended = ::DialogBoxParamW(DialogModule(), MAKEINTRESOURCEW(IDD_DISPLAY), owner,
+                                          DisplayProcedure, reinterpret_cast<LPARAM>(&source));
   if (ended == IDOK) return;
   for (std::size_t control = 0; control < before.values.size(); ++control)
     source.Adjust(control, before.values[control]);

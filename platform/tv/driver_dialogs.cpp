@@ -56,7 +56,8 @@ HRESULT DriverDialogs::ChooseInput(HWND owner) {
     const int input = InputOfPin(pin);
     names.push_back(input == 0 ? L"Tuner" : L"VIDEO " + std::to_wstring(input));
   }
-  const std::optional<int> chosen = RunChoiceDialog(owner, L"Video Source", names, static_cast<int>(state.routed));
+  const std::optional<int> chosen =
+      RunChoiceDialog(owner, L"Video Source", names, static_cast<int>(state.routed));
   if (chosen) state.routed = static_cast<std::uint32_t>(*chosen);
   return S_OK;
 }

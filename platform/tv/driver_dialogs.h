@@ -19,8 +19,8 @@ class DriverDialogs final : public FilterPart<IAMVfwCaptureDialogs> {
       : FilterPart(owner), traits(itsTraits), state(itsState), source(pictures) {}
 
   HRESULT STDMETHODCALLTYPE HasDialog(int dialog) override;
-  // VFW_E_NOT_STOPPED while the filter runs. VFW_E_CANNOT_CONNECT after another format was chosen and pins are
-  // connected: they keep the old one until the graph is built anew.
+  // VFW_E_NOT_STOPPED while the filter runs. VFW_E_CANNOT_CONNECT after another format was chosen and pins
+  // are connected: they keep the old one until the graph is built anew.
   HRESULT STDMETHODCALLTYPE ShowDialog(int dialog, HWND owner) override;
   HRESULT STDMETHODCALLTYPE SendDriverMessage(int dialog, int message, LONG first, LONG second) override;
 

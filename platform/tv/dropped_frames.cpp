@@ -50,7 +50,8 @@ void DroppedFrames::CountDelivered(std::size_t bytes) {
 void DroppedFrames::CountLost(std::int64_t first, std::int64_t count) {
   const std::scoped_lock guard(lock);
   lost += count;
-  for (std::int64_t i = 0; i < count && firstLost.size() < kKept; ++i) firstLost.push_back(static_cast<LONG>(first + i));
+  for (std::int64_t i = 0; i < count && firstLost.size() < kKept; ++i)
+    firstLost.push_back(static_cast<LONG>(first + i));
 }
 
 }  // namespace quorvex

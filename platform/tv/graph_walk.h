@@ -21,7 +21,8 @@ ComPtr<IPin> PeerOf(IPin& pin);
 // Null for a pin that has lost its filter.
 ComPtr<IBaseFilter> FilterOf(IPin& pin);
 
-// A filter's pin of this direction and category (null: of any). A free one is preferred. Null when it has none.
+// A filter's pin of this direction and category (null: of any). A free one is preferred. Null when it has
+// none.
 ComPtr<IPin> FindPin(IBaseFilter& filter, PIN_DIRECTION direction, const GUID* category);
 
 }  // namespace quorvex

@@ -1,5 +1,5 @@
-// The line-21 decoder (CLSID_Line21Decoder): byte pairs in, screens of captions out, as applications want them
-// (IAMLine21Decoder).
+// The line-21 decoder (CLSID_Line21Decoder): byte pairs in, screens of captions out, as applications want
+// them (IAMLine21Decoder).
 #pragma once
 
 #include "platform/common/line21_control.h"

@@ -44,7 +44,8 @@ void LinePin::Send(const FramePacer::Frame& frame) {
   const std::int64_t frames = SampleAt(frame.end, format.rate) - from;
   const auto bytes = static_cast<std::size_t>(frames * format.FrameBytes());
   BYTE* target = nullptr;
-  if (!sample || FAILED(sample->GetPointer(&target)) || static_cast<std::size_t>(sample->GetSize()) < bytes) return;
+  if (!sample || FAILED(sample->GetPointer(&target)) || static_cast<std::size_t>(sample->GetSize()) < bytes)
+    return;
   Fill({target, bytes}, from);
   REFERENCE_TIME begin = frame.begin;
   REFERENCE_TIME end = frame.end;
@@ -71,7 +72,8 @@ void LinePin::Fill(std::span<BYTE> bytes, std::int64_t from) {
   }
 }
 
-LineInput::LineInput() : FilterBase(kLineInputClass), reception(*card, kCards.front()), pin(*this, *this, reception) {}
+LineInput::LineInput()
+    : FilterBase(kLineInputClass), reception(*card, kCards.front()), pin(*this, *this, reception) {}
 
 HRESULT LineInput::GetState(DWORD timeoutMs, FILTER_STATE* current) {
   const HRESULT result = FilterBase::GetState(timeoutMs, current);

@@ -69,7 +69,8 @@ void LivePin::Work() {
   for (MediaTime now = 0; WaitUntil(pacer.Due(), now);) {
     const FramePacer::Frame frame = pacer.Take(MayLose() ? now : pacer.Due(), FrameTime());
     if (!device.IsThere()) continue;
-    if (const std::uint32_t slowness = device.Slowness(); slowness > 0) Idle(std::chrono::milliseconds(slowness));
+    if (const std::uint32_t slowness = device.Slowness(); slowness > 0)
+      Idle(std::chrono::milliseconds(slowness));
     Send(frame);
   }
 }

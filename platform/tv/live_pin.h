@@ -1,5 +1,5 @@
-// An output pin of a live source: while its filter runs by a clock, a thread of its own makes a sample for every
-// frame's time; pictures whose time has gone by are lost, and counted.
+// An output pin of a live source: while its filter runs by a clock, a thread of its own makes a sample for
+// every frame's time; pictures whose time has gone by are lost, and counted.
 #pragma once
 
 #include <atomic>
@@ -46,7 +46,6 @@ class LivePin : public OutputPin {
   // Called on the pin's thread: what begins anew, and one frame.
   virtual void OnBegin() {}
   virtual void Send(const FramePacer::Frame& frame) = 0;
-
 
  private:
   void Work();

@@ -8,11 +8,14 @@ namespace {
 constexpr HRESULT kNoSuchProperty = HRESULT_FROM_WIN32(ERROR_NOT_SUPPORTED);
 
 // The four are the first of VideoProcAmpProperty, in the order of ColorAdjustment.
-bool IsControl(LONG property) { return property >= VideoProcAmp_Brightness && property <= VideoProcAmp_Saturation; }
+bool IsControl(LONG property) {
+  return property >= VideoProcAmp_Brightness && property <= VideoProcAmp_Saturation;
+}
 
 }  // namespace
 
-HRESULT PictureControls::GetRange(LONG property, LONG* lowest, LONG* highest, LONG* step, LONG* usual, LONG* flags) {
+HRESULT PictureControls::GetRange(LONG property, LONG* lowest, LONG* highest, LONG* step, LONG* usual,
+                                  LONG* flags) {
   if (!IsControl(property)) return kNoSuchProperty;
   if (lowest == nullptr || highest == nullptr || step == nullptr || usual == nullptr) return E_POINTER;
   *lowest = ColorAdjustment::kLowest;

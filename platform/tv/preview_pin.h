@@ -1,5 +1,5 @@
-// The card's Preview pin: pictures for the screen (32 bits a pixel), at once and as the format's size and rate
-// tell.
+// The card's Preview pin: pictures for the screen (32 bits a pixel), at once and as the format's size and
+// rate tell.
 #pragma once
 
 #include "platform/common/picture_delivery.h"

@@ -18,7 +18,9 @@ double NoiseAt(std::int64_t at) {
 
 }  // namespace
 
-int ToneOf(const Scene& scene) { return scene.input == 0 ? 200 + 20 * scene.channel : 100 + 25 * scene.input; }
+int ToneOf(const Scene& scene) {
+  return scene.input == 0 ? 200 + 20 * scene.channel : 100 + 25 * scene.input;
+}
 
 // A tone is a whole number of waves in a second: its phase needs the place in the second only.
 std::int16_t ProgrammeSample(const Scene& scene, int rate, std::int64_t at) {

@@ -1,5 +1,5 @@
-// The DLL: a COM server for the virtual capture cards, and for the platform's class of capture graph builders,
-// which registers itself in the platform's place.
+// The DLL: a COM server for the virtual capture cards, and for the platform's class of capture graph
+// builders, which registers itself in the platform's place.
 #include <windows.h>
 
 #include <uuids.h>
@@ -7,13 +7,13 @@
 #include <array>
 #include <vector>
 
-#include "platform/common/com_object.h"
 #include "base/line21_interface.h"
+#include "platform/common/com_object.h"
 #include "platform/common/com_server.h"
 #include "platform/common/instances.h"
+#include "platform/tv/caption_mixer.h"
 #include "platform/tv/capture_filter.h"
 #include "platform/tv/capture_graph_builder.h"
-#include "platform/tv/caption_mixer.h"
 #include "platform/tv/cc_decoder.h"
 #include "platform/tv/line21_filter.h"
 #include "platform/tv/line_input.h"

@@ -23,12 +23,13 @@ void WriteFirstList(const std::wstring& path) {
       ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
   DWORD written = 0;
   if (file)
-    ::WriteFile(file.Get(), kFirstStations.data(), static_cast<DWORD>(kFirstStations.size()), &written, nullptr);
+    ::WriteFile(file.Get(), kFirstStations.data(), static_cast<DWORD>(kFirstStations.size()), &written,
+                nullptr);
 }
 
 std::string ReadText(const std::wstring& path) {
-  const UniqueHandle file = OwnFile(::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                                  nullptr, OPEN_EXISTING, 0, nullptr));
+  const UniqueHandle file = OwnFile(::CreateFileW(
+      path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr));
   LARGE_INTEGER size{};
   constexpr LONGLONG kLongestList = 1 << 20;
   if (!file || ::GetFileSizeEx(file.Get(), &size) == FALSE || size.QuadPart > kLongestList) return {};

@@ -22,7 +22,8 @@ class Reception {
   // What comes in now. Safe from any thread.
   Scene Now();
 
-  // Whether there is a station. The list (%LOCALAPPDATA%\Quorvex\channels.txt) is read anew when it has changed.
+  // Whether there is a station. The list (%LOCALAPPDATA%\Quorvex\channels.txt) is read anew when it has
+  // changed.
   bool HasSignal(TunerInput input, int channel);
 
  private:

@@ -23,7 +23,8 @@ std::optional<Station> ReadStation(const std::string& line) {
 }  // namespace
 
 const std::string_view kFirstStations =
-    "# The stations that the virtual TV card receives: \"antenna NUMBER NAME\" or \"cable NUMBER NAME\" a line.\r\n"
+    "# The stations that the virtual TV card receives: \"antenna NUMBER NAME\" or \"cable NUMBER NAME\" a "
+    "line.\r\n"
     "antenna 2 CITY NEWS\r\n"
     "antenna 4 MUSIC\r\n"
     "antenna 5 CINEMA\r\n"

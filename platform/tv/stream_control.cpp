@@ -35,7 +35,7 @@ bool StreamControl::Passes(MediaTime time) {
   guard.unlock();
   if (turned) {
     filter.Tell(turned->open ? EC_STREAM_CONTROL_STARTED : EC_STREAM_CONTROL_STOPPED,
-                     reinterpret_cast<LONG_PTR>(&pin), static_cast<LONG_PTR>(turned->cookie));
+                reinterpret_cast<LONG_PTR>(&pin), static_cast<LONG_PTR>(turned->cookie));
   }
   return open;
 }

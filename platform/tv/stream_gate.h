@@ -20,8 +20,8 @@ class StreamGate {
     std::uint32_t cookie = 0;
   };
 
-  // Orders for a time of the stream; kNever takes back what was ordered. A stream that is to start later stands
-  // still until then.
+  // Orders for a time of the stream; kNever takes back what was ordered. A stream that is to start later
+  // stands still until then.
   void StartAt(MediaTime time, std::uint32_t cookie) { Order(start, time, cookie); }
   void StopAt(MediaTime time, std::uint32_t cookie) { Order(stop, time, cookie); }
 

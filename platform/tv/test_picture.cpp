@@ -92,7 +92,9 @@ void TestPicture::PaintGround() {
   for (int bar = 0; bar < kBarCount; ++bar) {
     // Every channel begins with another bar, so that channels look different from afar.
     const Rgb color = kBars[static_cast<std::size_t>((bar + shown.channel + shown.input) % kBarCount)];
-    Fill(view, {bar * size.width / kBarCount, size.height / 8, (bar + 1) * size.width / kBarCount, size.height * 12 / 16},
+    Fill(view,
+         {bar * size.width / kBarCount, size.height / 8, (bar + 1) * size.width / kBarCount,
+          size.height * 12 / 16},
          color);
   }
   if (shown.input == 0) Write(view, std::to_string(shown.channel), Part(view, {5, 3, 11, 9}));

@@ -1,9 +1,9 @@
 // The pictures of the virtual card: colour bars with the channel's number and name and a running clock, snow
 // where there is no signal.
 //
-// Along the top run two rows of twenty blocks, light for 1, the first block the lowest bit. The upper row is the
-// picture's number (16 bits), then 0 and 1; the lower the input (8 bits, 255 for no signal) and the channel (10
-// bits), then 1 and 0. The picture controls do not touch them.
+// Along the top run two rows of twenty blocks, light for 1, the first block the lowest bit. The upper row is
+// the picture's number (16 bits), then 0 and 1; the lower the input (8 bits, 255 for no signal) and the
+// channel (10 bits), then 1 and 0. The picture controls do not touch them.
 #pragma once
 
 #include <cstdint>
@@ -19,8 +19,8 @@ namespace quorvex {
 
 class TestPicture {
  public:
-  // Draws a picture of any size of 32 pixels and more. `number` counts the pictures, `clock` is in hundredths of
-  // a second.
+  // Draws a picture of any size of 32 pixels and more. `number` counts the pictures, `clock` is in hundredths
+  // of a second.
   void Draw(const PictureView& picture, const Scene& scene, const ColorAdjustment& adjustment,
             std::uint32_t number, std::int64_t clock);
 

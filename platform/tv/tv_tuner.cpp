@@ -76,7 +76,8 @@ HRESULT TvTuner::RegisterNotificationCallBack(IAMTunerNotification* notified, LO
 }
 
 HRESULT TvTuner::UnRegisterNotificationCallBack(IAMTunerNotification* notified) {
-  const auto gone = std::erase_if(listeners, [=](const auto& listener) { return listener.Get() == notified; });
+  const auto gone =
+      std::erase_if(listeners, [=](const auto& listener) { return listener.Get() == notified; });
   return gone > 0 ? S_OK : E_INVALIDARG;
 }
 

@@ -33,7 +33,8 @@ class TvTuner final : public ObjectPart<IAMTVTuner> {
   HRESULT STDMETHODCALLTYPE put_Mode(AMTunerModeType mode) override;
   HRESULT STDMETHODCALLTYPE get_Mode(AMTunerModeType* mode) override;
   HRESULT STDMETHODCALLTYPE GetAvailableModes(LONG* modes) override;
-  HRESULT STDMETHODCALLTYPE RegisterNotificationCallBack(IAMTunerNotification* notified, LONG events) override;
+  HRESULT STDMETHODCALLTYPE RegisterNotificationCallBack(IAMTunerNotification* notified,
+                                                         LONG events) override;
   HRESULT STDMETHODCALLTYPE UnRegisterNotificationCallBack(IAMTunerNotification* notified) override;
 
   HRESULT STDMETHODCALLTYPE get_AvailableTVFormats(LONG* standards) override;

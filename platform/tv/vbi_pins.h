@@ -1,5 +1,5 @@
-// The card's pins for what lies between its pictures: VBI gives line 21, two bytes a picture; VPVBI is where a
-// video port would be.
+// The card's pins for what lies between its pictures: VBI gives line 21, two bytes a picture; VPVBI is where
+// a video port would be.
 #pragma once
 
 #include "platform/tv/live_pin.h"
@@ -26,7 +26,8 @@ class VbiPin final : public LivePin {
   ProgrammeCaptions captions;
 };
 
-// It carries no samples: with a video port the hardware writes into the surfaces that the other end allocates.
+// It carries no samples: with a video port the hardware writes into the surfaces that the other end
+// allocates.
 class VideoPortVbiPin final : public OutputPin {
  public:
   explicit VideoPortVbiPin(FilterBase& owner);

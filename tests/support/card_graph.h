@@ -53,7 +53,8 @@ inline std::vector<std::wstring> NamesIn(const GUID& category, const std::wstrin
   std::vector<std::wstring> names;
   ComPtr<ICreateDevEnum> devices;
   ComPtr<IEnumMoniker> monikers;
-  ::CoCreateInstance(CLSID_SystemDeviceEnum, nullptr, CLSCTX_INPROC_SERVER, IID_ICreateDevEnum, devices.ReceiveVoid());
+  ::CoCreateInstance(CLSID_SystemDeviceEnum, nullptr, CLSCTX_INPROC_SERVER, IID_ICreateDevEnum,
+                     devices.ReceiveVoid());
   if (devices->CreateClassEnumerator(category, monikers.Receive(), 0) != S_OK) return names;
   ComPtr<IMoniker> moniker;
   while (monikers->Next(1, moniker.Receive(), nullptr) == S_OK) {
@@ -61,7 +62,8 @@ inline std::vector<std::wstring> NamesIn(const GUID& category, const std::wstrin
     VARIANT name;
     ::VariantInit(&name);
     moniker->BindToStorage(nullptr, nullptr, IID_IPropertyBag, properties.ReceiveVoid());
-    if (properties && properties->Read(L"FriendlyName", &name, nullptr) == S_OK) names.emplace_back(name.bstrVal);
+    if (properties && properties->Read(L"FriendlyName", &name, nullptr) == S_OK)
+      names.emplace_back(name.bstrVal);
     ::VariantClear(&name);
     if (bound != nullptr && !names.empty() && names.back() == wanted)
       moniker->BindToObject(nullptr, nullptr, __uuidof(IBaseFilter), bound->ReceiveVoid());
@@ -127,7 +129,9 @@ class CardGraph : public MediaGraph {
     if (card) graph->AddFilter(card.Get(), L"card");
   }
 
-  [[nodiscard]] ComPtr<IPin> Pin(const GUID& category) const { return FindPin(*card.Get(), PINDIR_OUTPUT, &category); }
+  [[nodiscard]] ComPtr<IPin> Pin(const GUID& category) const {
+    return FindPin(*card.Get(), PINDIR_OUTPUT, &category);
+  }
 
   // Connects a pin to a sink that looks at every picture.
   HRESULT Watch(const GUID& category) {
@@ -169,7 +173,8 @@ class CardGraph : public MediaGraph {
   void Note(IMediaSample& sample, const MediaType& type) {
     Size shown;
     std::vector<std::uint8_t> pixels = Pixels(sample, type, shown);
-    SeenPicture one = LookAt({pixels.data(), static_cast<std::ptrdiff_t>(shown.width) * 4, shown.width, shown.height});
+    SeenPicture one =
+        LookAt({pixels.data(), static_cast<std::ptrdiff_t>(shown.width) * 4, shown.width, shown.height});
     sample.GetTime(&one.begin, &one.end);
     const std::scoped_lock guard(lock);
     size = shown;

@@ -31,15 +31,15 @@ TEST(ChannelPlanTest, ChannelsAreOnTheFrequenciesOfTheirCountry) {
     long video;  // kHz; 0: no channel
     long audio;
   };
-  for (const Case& each : {Case{1, kAntenna, 2, 55250, 59750}, Case{1, kAntenna, 5, 77250, 81750},
-                           Case{1, kAntenna, 13, 211250, 215750}, Case{1, kAntenna, 14, 471250, 475750},
-                           Case{1, kAntenna, 69, 801250, 805750}, Case{1, kAntenna, 1, 0, 0}, Case{1, kAntenna, 70, 0, 0},
-                           Case{1, kCable, 14, 121250, 125750}, Case{1, kCable, 22, 169250, 173750},
-                           Case{1, kCable, 94, 643250, 647750}, Case{1, kCable, 95, 91250, 95750},
-                           Case{1, kCable, 125, 799250, 803750}, Case{49, kAntenna, 12, 224250, 229750},
-                           Case{49, kAntenna, 13, 0, 0}, Case{49, kAntenna, 69, 855250, 860750},
-                           Case{44, kAntenna, 2, 0, 0}, Case{44, kAntenna, 21, 471250, 477250},
-                           Case{81, kAntenna, 62, 765250, 769750}}) {
+  for (const Case& each :
+       {Case{1, kAntenna, 2, 55250, 59750}, Case{1, kAntenna, 5, 77250, 81750},
+        Case{1, kAntenna, 13, 211250, 215750}, Case{1, kAntenna, 14, 471250, 475750},
+        Case{1, kAntenna, 69, 801250, 805750}, Case{1, kAntenna, 1, 0, 0}, Case{1, kAntenna, 70, 0, 0},
+        Case{1, kCable, 14, 121250, 125750}, Case{1, kCable, 22, 169250, 173750},
+        Case{1, kCable, 94, 643250, 647750}, Case{1, kCable, 95, 91250, 95750},
+        Case{1, kCable, 125, 799250, 803750}, Case{49, kAntenna, 12, 224250, 229750},
+        Case{49, kAntenna, 13, 0, 0}, Case{49, kAntenna, 69, 855250, 860750}, Case{44, kAntenna, 2, 0, 0},
+        Case{44, kAntenna, 21, 471250, 477250}, Case{81, kAntenna, 62, 765250, 769750}}) {
     const Carriers carriers = CarriersOf(each.country, each.input, each.channel).value_or(Carriers{});
     EXPECT_EQ(carriers.video, each.video * 1000) << each.country << ' ' << each.channel;
     EXPECT_EQ(carriers.audio, each.audio * 1000) << each.country << ' ' << each.channel;
@@ -52,7 +52,8 @@ TEST(ChannelPlanTest, ChannelsAreOnTheFrequenciesOfTheirCountry) {
 
 TEST(StationsTest, WhatIsNoStationIsPassedOver) {
   const std::vector<Station> stations = ReadStations(
-      "# remark\r\nantenna 5 CITY NEWS\r\n\r\ncable 12\nantenna x Y\nantenna -3 Y\nradio 7 Y\ncable 99999999999 Y\n"
+      "# remark\r\nantenna 5 CITY NEWS\r\n\r\ncable 12\nantenna x Y\nantenna -3 Y\nradio 7 Y\ncable "
+      "99999999999 Y\n"
       "antenna 5 SECOND\n   antenna   7   SPORTS");
   ASSERT_EQ(stations.size(), 4U);
   EXPECT_EQ(stations[0], (Station{kAntenna, 5, "CITY NEWS"}));
@@ -73,7 +74,7 @@ TEST(FramePacerTest, LateFramesAreLostAndCounted) {
   };
   expect(0, 0, 0, 0);
   expect(100, 1, 100, 0);
-  expect(299, 2, 200, 0);   // late, but still its time
+  expect(299, 2, 200, 0);  // late, but still its time
   expect(750, 7, 700, 4);
   expect(800, 8, 800, 0);
   EXPECT_EQ(pacer.Take(900, 50).end, 950) << "another rate";
@@ -103,7 +104,8 @@ TEST(StreamGateTest, OpensAndClosesAsOrdered) {
 }
 
 struct Drawn {
-  explicit Drawn(Size size) : bytes(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4) {
+  explicit Drawn(Size size)
+      : bytes(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4) {
     view = {bytes.data(), static_cast<std::ptrdiff_t>(size.width) * 4, size.width, size.height};
   }
   std::vector<std::uint8_t> bytes;
@@ -119,7 +121,8 @@ TEST(TestPictureTest, TellsItsNumberAndChannelInEverySize) {
   for (const Size size : sizes) {
     Drawn drawn(size);
     for (const ColorAdjustment& adjustment : {ColorAdjustment{}, dark}) {
-      picture.Draw(drawn.view, {0, 125, true, "A NAME THAT IS LONGER THAN WHAT FITS"}, adjustment, 70000, 8640000 - 1);
+      picture.Draw(drawn.view, {0, 125, true, "A NAME THAT IS LONGER THAN WHAT FITS"}, adjustment, 70000,
+                   8640000 - 1);
       EXPECT_EQ(ReadDiscMarks(drawn.view), (DiscMarks{70000 - 65536, 0, 125})) << size.width;
     }
     picture.Draw(drawn.view, {0, 7, false, ""}, {}, 3, 0);
@@ -130,19 +133,19 @@ TEST(TestPictureTest, TellsItsNumberAndChannelInEverySize) {
 }
 
 TEST(ColorAdjustmentTest, EachControlDoesItsPart) {
-  constexpr Rgb kOrange{200, 120, 40};
-  const auto with = [&](std::size_t control, int value, Rgb color = kOrange) {
+  const Rgb orange{200, 120, 40};
+  const auto with = [](std::size_t control, int value, Rgb color = {200, 120, 40}) {
     ColorAdjustment adjustment;
     adjustment.values[control] = value;
     return adjustment.Apply(color);
   };
-  EXPECT_EQ(with(0, 128), kOrange);
+  EXPECT_EQ(with(0, 128), orange);
   EXPECT_EQ(with(0, 0, {10, 10, 10}), (Rgb{0, 0, 0}));
-  EXPECT_NEAR(with(0, 158).green, kOrange.green + 30, 1);
+  EXPECT_NEAR(with(0, 158).green, orange.green + 30, 1);
   EXPECT_EQ(with(1, 0), (Rgb{128, 128, 128}));
   EXPECT_EQ(with(3, 0).red, with(3, 0).blue);
   EXPECT_LT(with(2, 0).red, with(2, 0).blue) << "half a turn of the hue";
-  EXPECT_GT(with(3, 255).red, kOrange.red);
+  EXPECT_GT(with(3, 255).red, orange.red);
 }
 
 TEST(CaptureFormatTest, PicturesAreLaidOut) {
@@ -163,12 +166,13 @@ TEST(CaptureFormatTest, PicturesAreLaidOut) {
 }
 
 TEST(ProgrammeSoundTest, AToneGoesOnWithoutABreak) {
-  const Scene scene{.channel = 5};
+  const Scene scene{0, 5, true, ""};
   EXPECT_EQ(ToneOf(scene), 300);
   for (const int rate : {11025, 44100, 48000}) {
     const std::int64_t at = std::int64_t{rate} * 100000;
     for (std::int64_t i = -50; i < 50; ++i) {
-      const int step = std::abs(ProgrammeSample(scene, rate, at + i + 1) - ProgrammeSample(scene, rate, at + i));
+      const int step =
+          std::abs(ProgrammeSample(scene, rate, at + i + 1) - ProgrammeSample(scene, rate, at + i));
       EXPECT_LT(step, 4000 * 2 * 3.2 * 300 / rate) << rate;
     }
   }

@@ -108,7 +108,8 @@ TEST_F(TvCardTest, AutoTuneFindsWhatIsOnTheAir) {
     for (LONG channel = lowest; channel <= highest; ++channel) {
       LONG signal = -1;
       EXPECT_EQ(tuner->AutoTune(channel, &signal), S_OK);
-      const bool station = FindStation(stations, static_cast<TunerInput>(type), static_cast<int>(channel)) != nullptr;
+      const bool station =
+          FindStation(stations, static_cast<TunerInput>(type), static_cast<int>(channel)) != nullptr;
       EXPECT_EQ(signal != AMTUNER_NOSIGNAL, station) << channel;
     }
   }
@@ -227,7 +228,8 @@ struct Rate {
 };
 TEST_F(TvCardTest, PicturesComeAtTheirRateAndTellTheirTimes) {
   const PluggedCards cards;
-  for (const auto& [frameTime, perSecond] : {Rate{kSecond / 60, 60}, Rate{kSecond * 1001 / 30000, 30}, Rate{kSecond / 5, 5}}) {
+  for (const auto& [frameTime, perSecond] :
+       {Rate{kSecond / 60, 60}, Rate{kSecond * 1001 / 30000, 30}, Rate{kSecond / 5, 5}}) {
     CardGraph graph;
     const auto pin = graph.Pin(PIN_CATEGORY_CAPTURE);
     MediaType type = TypeOf({.size = {320, 240}, .frameTime = frameTime});
@@ -263,7 +265,8 @@ TEST_F(TvCardTest, LostPicturesAreCounted) {
   EXPECT_EQ(counts->GetNumNotDropped(&delivered), S_OK);
   EXPECT_NEAR(static_cast<double>(delivered), 19, 3);
   const std::vector<SeenPicture> seen = graph.Seen();
-  EXPECT_NEAR(static_cast<double>(lost), seen.back().marks->picture + 1 - static_cast<double>(seen.size()), 4);
+  EXPECT_NEAR(static_cast<double>(lost), seen.back().marks->picture + 1 - static_cast<double>(seen.size()),
+              4);
   EXPECT_GT(lost, 30);
 }
 

@@ -1,4 +1,5 @@
-// The capture graph builder, the line input and the caption chain, worked as a capture application works them.
+// The capture graph builder, the line input and the caption chain, worked as a capture application works
+// them.
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -25,8 +26,8 @@ class TvGraphBuilderTest : public testing::Test {
 class BuiltGraph : public CardGraph {
  public:
   explicit BuiltGraph(const CardTraits& traits = kCards[0]) : CardGraph(traits) {
-    ::CoCreateInstance(CLSID_CaptureGraphBuilder, nullptr, CLSCTX_INPROC_SERVER, __uuidof(ICaptureGraphBuilder),
-                       builder.ReceiveVoid());
+    ::CoCreateInstance(CLSID_CaptureGraphBuilder, nullptr, CLSCTX_INPROC_SERVER,
+                       __uuidof(ICaptureGraphBuilder), builder.ReceiveVoid());
     EXPECT_EQ(builder->SetFiltergraph(graph.Get()), S_OK);
   }
 
@@ -51,7 +52,8 @@ class BuiltGraph : public CardGraph {
 
   // The chain from the card's VBI pin to its decoded captions.
   void AddCaptions() {
-    const auto tee = Add(FilterNamed(CategoryNamed(L"WDM Streaming Tee/Splitter Devices"), L"Tee/Sink-to-Sink Converter"));
+    const auto tee =
+        Add(FilterNamed(CategoryNamed(L"WDM Streaming Tee/Splitter Devices"), L"Tee/Sink-to-Sink Converter"));
     const auto codec = Add(FilterNamed(CategoryNamed(L"WDM Streaming VBI Codecs"), L"CC Decoder"));
     decoder = Add(New(kClsidLine21Decoder));
     const auto surfaces = Add(New(CLSID_VBISurfaces));
@@ -62,7 +64,9 @@ class BuiltGraph : public CardGraph {
     EXPECT_EQ(ConnectPins(Pin(PIN_CATEGORY_VIDEOPORT_VBI), surfaces), S_OK);
   }
 
-  static ComPtr<IPin> Out(const ComPtr<IBaseFilter>& filter) { return FindPin(*filter.Get(), PINDIR_OUTPUT, nullptr); }
+  static ComPtr<IPin> Out(const ComPtr<IBaseFilter>& filter) {
+    return FindPin(*filter.Get(), PINDIR_OUTPUT, nullptr);
+  }
 
   static ComPtr<IBaseFilter> New(const CLSID& id) {
     ComPtr<IBaseFilter> filter;
@@ -86,7 +90,8 @@ class BuiltGraph : public CardGraph {
       moniker->BindToStorage(nullptr, nullptr, IID_IPropertyBag, properties.ReceiveVoid());
       const bool found = properties->Read(L"FriendlyName", &value, nullptr) == S_OK && name == value.bstrVal;
       ::VariantClear(&value);
-      if (found && properties->Read(L"CLSID", &value, nullptr) == S_OK) ::CLSIDFromString(value.bstrVal, &category);
+      if (found && properties->Read(L"CLSID", &value, nullptr) == S_OK)
+        ::CLSIDFromString(value.bstrVal, &category);
       ::VariantClear(&value);
     }
     return category;
@@ -162,7 +167,9 @@ TEST_F(TvGraphBuilderTest, ACardWithoutAPreviewPinIsSplit) {
   // The tee has a pin left for the file.
   built.pictures = ComPtr<RecordingSink>::Attach(new RecordingSink(MEDIATYPE_Video));
   built.graph->AddFilter(built.pictures.Get(), L"file");
-  EXPECT_EQ(built.builder->RenderStream(&PIN_CATEGORY_CAPTURE, built.card.Get(), nullptr, built.pictures.Get()), S_OK);
+  EXPECT_EQ(
+      built.builder->RenderStream(&PIN_CATEGORY_CAPTURE, built.card.Get(), nullptr, built.pictures.Get()),
+      S_OK);
   EXPECT_EQ(built.Preview(), E_INVALIDARG);
 }
 
@@ -235,7 +242,8 @@ TEST_F(TvGraphBuilderTest, CaptionsAreLaidOverThePreview) {
   };
   built.graph->AddFilter(built.pictures.Get(), L"sink");
   ASSERT_EQ(built.ConnectPins(built.Pin(PIN_CATEGORY_PREVIEW), mixer), S_OK);
-  ASSERT_EQ(built.ConnectPins(BuiltGraph::Out(mixer), ComPtr<IBaseFilter>::Share(built.pictures.Get())), S_OK);
+  ASSERT_EQ(built.ConnectPins(BuiltGraph::Out(mixer), ComPtr<IBaseFilter>::Share(built.pictures.Get())),
+            S_OK);
   built.AddCaptions();
   ASSERT_EQ(built.graph->Render(BuiltGraph::Out(built.decoder).Get()), S_OK);
   ComPtr<IAMLine21Decoder> captions;
@@ -265,7 +273,8 @@ TEST_F(TvGraphBuilderTest, TheLineInputHearsTheChannel) {
   const auto line = built.Add(FilterNamed(CLSID_AudioInputDeviceCategory, kLineInputName));
   built.sounds = ComPtr<RecordingSink>::Attach(new RecordingSink(MEDIATYPE_Audio));
   built.graph->AddFilter(built.sounds.Get(), L"sink");
-  ASSERT_EQ(built.builder->RenderStream(&PIN_CATEGORY_CAPTURE, line.Get(), nullptr, built.sounds.Get()), S_OK);
+  ASSERT_EQ(built.builder->RenderStream(&PIN_CATEGORY_CAPTURE, line.Get(), nullptr, built.sounds.Get()),
+            S_OK);
   built.Run();
   ASSERT_TRUE(PumpUntil([&] {
     const auto segments = built.sounds->Segments();
@@ -273,7 +282,8 @@ TEST_F(TvGraphBuilderTest, TheLineInputHearsTheChannel) {
   }));
   built.control->Stop();
   std::vector<std::int16_t> heard;
-  for (const auto& sample : built.sounds->Segments().back().samples)
+  const auto segments = built.sounds->Segments();
+  for (const auto& sample : segments.back().samples)
     heard.insert(heard.end(), sample.sound.begin(), sample.sound.end());
   int rises = 0;
   for (int i = 1; i <= 44100; ++i) {
