@@ -16,7 +16,6 @@ add_library(
   platform/dvd/dvd_window.cpp
   platform/dvd/languages.cpp
   platform/dvd/library_guard.cpp
-  platform/dvd/line21_control.cpp
   platform/dvd/machine_state.cpp
   platform/dvd/navigator.cpp
   platform/dvd/opened_disc.cpp

@@ -8,20 +8,21 @@ target_link_libraries(ffmpeg INTERFACE avformat avcodec swscale swresample avuti
 add_library(
   quorvex_filters STATIC
   platform/common/caption_painter.cpp
-  platform/common/com_server.cpp
   platform/common/decoder.cpp
   platform/common/filter_base.cpp
   platform/common/input_pin.cpp
+  platform/common/line21_control.cpp
   platform/common/media_type.cpp
   platform/common/output_pin.cpp
   platform/common/pin_base.cpp
+  platform/common/pin_category.cpp
   platform/common/picture_converter.cpp
   platform/common/picture_delivery.cpp
   platform/common/picture_feeder.cpp
   platform/common/sound_converter.cpp
   platform/common/sound_delivery.cpp
   platform/common/sound_feeder.cpp)
-target_link_libraries(quorvex_filters PUBLIC quorvex_overlays ffmpeg gdi32 ole32 oleaut32 strmiids uuid)
+target_link_libraries(quorvex_filters PUBLIC quorvex_com quorvex_overlays ffmpeg gdi32 ole32 oleaut32 strmiids uuid)
 
 add_library(
   qvmedia MODULE

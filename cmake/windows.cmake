@@ -110,7 +110,7 @@ add_executable(qvremote remote/main.cpp base/full_path.cpp platform/drive/qvdriv
 target_link_libraries(qvremote PRIVATE quorvex_options)
 
 # The platform layer's CD drive: an MCI driver, and the program that works the drive.
-add_library(quorvex_drive STATIC platform/cd/shared_drive.cpp)
+add_library(quorvex_drive STATIC platform/cd/shared_drive.cpp platform/common/shared_file.cpp)
 target_link_libraries(quorvex_drive PUBLIC quorvex_disc shell32 winmm)
 
 # Sound through waveOut, for the drive and the sound renderer.
@@ -121,12 +121,17 @@ add_library(qvcd MODULE platform/cd/cd_engine.cpp platform/cd/mci_driver.cpp pla
 set_target_properties(qvcd PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
 target_link_libraries(qvcd PRIVATE quorvex_drive quorvex_waves)
 
-add_executable(qvdrive platform/drive/main.cpp base/full_path.cpp platform/drive/qvdrive.rc)
-target_link_libraries(qvdrive PRIVATE quorvex_drive)
+add_executable(qvdrive platform/drive/card_commands.cpp platform/drive/main.cpp base/full_path.cpp platform/drive/qvdrive.rc)
+target_link_libraries(qvdrive PRIVATE quorvex_cards)
+
+# What makes a DLL a COM server, and registers it.
+add_library(quorvex_com STATIC platform/common/com_server.cpp)
+target_link_libraries(quorvex_com PUBLIC quorvex_options ole32 strmiids uuid)
 
 include(cmake/media.cmake)
 include(cmake/dvd.cmake)
 include(cmake/sound.cmake)
+include(cmake/tv.cmake)
 
 # The demo disc, rendered from scores.
 file(GLOB demo_sources CONFIGURE_DEPENDS resources/demo/*.py)
@@ -138,7 +143,7 @@ add_custom_command(
   COMMENT "Rendering the demo disc")
 add_custom_target(demo ALL DEPENDS ${demo_dir}/demo.cue)
 
-foreach(program quorvex qvremote qvdrive qvcd qvmedia qvdvd qvsound)
+foreach(program quorvex qvremote qvdrive qvcd qvmedia qvdvd qvsound qvtv)
   deliver(${program})
 endforeach()
 

@@ -6,17 +6,16 @@
 
 #include "base/handles.h"
 #include "platform/cd/drive_state.h"
+#include "platform/common/shared_file.h"
 
 namespace quorvex {
-
-inline void EndView(void* view) { ::UnmapViewOfFile(view); }
 
 class SharedDrive {
  public:
   SharedDrive();
 
   // Whether the state could be mapped; without that nobody can use the drive.
-  [[nodiscard]] bool IsAvailable() const { return static_cast<bool>(view); }
+  [[nodiscard]] bool IsAvailable() const { return mutex && file.Memory() != nullptr; }
 
   // One process's turn with the state; it begins with what has come about by itself since the last one: a
   // playing that reached its end, or whose process died.
@@ -36,8 +35,7 @@ class SharedDrive {
 
  private:
   UniqueHandle mutex;
-  UniqueHandle mapping;
-  Unique<void*, EndView> view;
+  SharedFile file;
 };
 
 // Milliseconds of the clock that the state's times are on.

@@ -49,6 +49,7 @@ HRESULT FilterBase::Run(REFERENCE_TIME start) {
     runStart = start;
   }
   state = State_Running;
+  OnRun();
   return S_OK;
 }
 

@@ -55,8 +55,10 @@ class FilterBase : public ComObject<IBaseFilter> {
   virtual std::vector<IPin*> Pins() = 0;
 
   // What a change of state takes beyond noting it. They are called one at a time, with stateLock held:
-  // from stopped to any other state, from any other to stopped, and before the running stream stands still.
+  // from stopped to any other state, when the stream runs, from any other to stopped, and before the running
+  // stream stands still.
   virtual HRESULT OnStart() { return S_OK; }
+  virtual void OnRun() {}
   virtual void OnStop() {}
   virtual void OnHalt() {}
 
@@ -72,7 +74,7 @@ class FilterBase : public ComObject<IBaseFilter> {
   std::mutex membersLock;  // guards what follows
   ComPtr<IReferenceClock> clock;
   REFERENCE_TIME runStart = 0;
-  IFilterGraph* graph = nullptr;      // it owns its filters, so they do not own it
+  IFilterGraph* graph = nullptr;         // it owns its filters, so they do not own it
   IMediaEventSink* eventSink = nullptr;  // the graph's
   std::wstring name;
 };

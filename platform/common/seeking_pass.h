@@ -15,10 +15,11 @@ namespace quorvex {
 
 class SeekingPass {
  public:
-  // The interface for `iid`, whose references are those of `owner`; null when it is none of seeking.
-  // What was given out once stays with the filter to its end, for the graph keeps it.
+  static bool Answers(REFIID iid) { return iid == __uuidof(IMediaSeeking) || iid == IID_IMediaPosition; }
+
+  // The interface for `iid`, one that Answers; its references are those of `owner`. Null when the platform
+  // has none. What was given out once stays with the filter to its end, for the graph keeps it.
   void* Find(REFIID iid, IBaseFilter& owner, IPin& pin) {
-    if (iid != __uuidof(IMediaSeeking) && iid != IID_IMediaPosition) return nullptr;
     if (!part) Make(owner, pin);
     void* found = nullptr;
     // The reference that it adds is the owner's own, so it is given back.

@@ -1,5 +1,5 @@
-// qvdrive: the hand at the CD drive. Puts disc images in, works the tray, says what the drive does, makes it
-// part of a Windows; and makes it misbehave, for tests.
+// qvdrive: the hand at the CD drive and the capture cards. Puts disc images in, works the tray, says what the
+// drive does, makes it part of a Windows, plugs cards in and out; and makes them misbehave, for tests.
 #include <windows.h>
 
 #include <mmsystem.h>
@@ -12,6 +12,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/full_path.h"
 #include "platform/cd/open_image.h"
@@ -19,6 +20,7 @@
 #include "platform/cd/time_format.h"
 #include "platform/cd/utf8_path.h"
 #include "platform/cd/video_disc.h"
+#include "platform/drive/card_commands.h"
 
 namespace quorvex {
 namespace {
@@ -150,11 +152,21 @@ bool RunForTest(SharedDrive& drive, std::string_view command, std::uint32_t numb
   return true;
 }
 
+int ShowUsage() {
+  std::fputs(kUsage, stderr);
+  std::fputs(kCardUsage, stderr);
+  return 2;
+}
+
 int Run(std::span<char*> arguments) {
   const std::string command = arguments.empty() ? "" : arguments[0];
   const std::string argument = arguments.size() > 1 ? arguments[1] : "";
   if (command == "install") return SetDriver(DriverPath().c_str());
   if (command == "uninstall") return SetDriver("mcicda.drv");
+  if (command == "card") {
+    const int result = RunCardCommand(std::vector<std::string>(arguments.begin() + 1, arguments.end()));
+    return result == 2 ? ShowUsage() : result;
+  }
   SharedDrive drive;
   if (!drive.IsAvailable()) return Complain("the drive's state cannot be opened");
   if (command == "status") return PrintStatus(drive);
@@ -165,8 +177,7 @@ int Run(std::span<char*> arguments) {
   const std::optional<std::uint32_t> number =
       defaultCode ? std::optional<std::uint32_t>(MCIERR_HARDWARE) : Number(argument);
   if (number && RunForTest(drive, command, *number)) return 0;
-  std::fputs(kUsage, stderr);
-  return 2;
+  return ShowUsage();
 }
 
 }  // namespace

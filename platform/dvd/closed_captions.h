@@ -1,22 +1,15 @@
-// The closed captions of a disc's video: what applications want of them, and the screen that is to be drawn.
+// The closed captions of a disc's video: the screen that is to be drawn.
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <deque>
 #include <span>
 
 #include "platform/common/caption_painter.h"
+#include "platform/common/caption_wishes.h"
 #include "platform/common/line21_decoder.h"
 
 namespace quorvex {
-
-// Set by applications, read by the thread that makes pictures.
-struct CaptionWishes {
-  std::atomic<bool> shown{false};
-  std::atomic<bool> opaque{true};
-  std::atomic<Line21Channel> channel{Line21Channel::kCaption1};
-};
 
 // Belongs to the thread that makes pictures.
 class ClosedCaptions {

@@ -9,7 +9,7 @@
 #include "platform/dvd/dvd_control.h"
 #include "platform/dvd/dvd_info.h"
 #include "platform/dvd/dvd_pin.h"
-#include "platform/dvd/line21_control.h"
+#include "platform/common/line21_control.h"
 #include "platform/dvd/opened_disc.h"
 
 namespace quorvex {

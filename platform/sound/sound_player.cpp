@@ -34,7 +34,8 @@ void SoundPlayer::EndThread() {
 void SoundPlayer::Start(const WaveFormat& format) {
   if (!output || output->Format() != format) {
     EndThread();
-    const auto bytes = static_cast<std::size_t>(format.rate / kBuffersPerSecond * format.FrameBytes());
+    const auto bytes = static_cast<std::size_t>(format.rate / kBuffersPerSecond) *
+                       static_cast<std::size_t>(format.FrameBytes());
     output.reset();  // one device at a time
     output = std::make_unique<WaveOutput>(format, bytes, kBuffers);
     queue.emplace(format);

@@ -85,12 +85,6 @@ HRESULT SoundRenderer::Pause() {
   return result == S_OK && !player.AwaitCue(0) ? S_FALSE : result;
 }
 
-HRESULT SoundRenderer::Run(REFERENCE_TIME start) {
-  const HRESULT result = FilterBase::Run(start);
-  if (SUCCEEDED(result)) player.Run();
-  return result;
-}
-
 HRESULT SoundRenderer::GetState(DWORD timeoutMs, FILTER_STATE* current) {
   const HRESULT result = FilterBase::GetState(timeoutMs, current);
   if (FAILED(result) || *current != State_Paused) return result;
@@ -107,7 +101,7 @@ void* SoundRenderer::Find(REFIID iid) {
   if (AnswersFor<IReferenceClock>(iid)) return static_cast<IReferenceClock*>(&clock);
   if (AnswersFor<IAMFilterMiscFlags>(iid)) return static_cast<IAMFilterMiscFlags*>(&flags);
   if (iid == IID_IAMAudioRendererStats) return static_cast<IAMAudioRendererStats*>(&statistics);
-  if (void* passed = seeking.Find(iid, *this, pin)) return passed;
+  if (SeekingPass::Answers(iid)) return seeking.Find(iid, *this, pin);
   return FilterBase::Find(iid);
 }
 

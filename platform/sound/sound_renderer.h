@@ -61,7 +61,6 @@ class SoundRenderer final : public FilterBase, private PlayedStream {
   SoundRenderer() : FilterBase(kSoundRendererClass) {}
 
   HRESULT STDMETHODCALLTYPE Pause() override;
-  HRESULT STDMETHODCALLTYPE Run(REFERENCE_TIME start) override;
   HRESULT STDMETHODCALLTYPE GetState(DWORD timeoutMs, FILTER_STATE* current) override;
   HRESULT STDMETHODCALLTYPE SetSyncSource(IReferenceClock* source) override;
 
@@ -70,6 +69,7 @@ class SoundRenderer final : public FilterBase, private PlayedStream {
   void* Find(REFIID iid) override;
   std::vector<IPin*> Pins() override { return {&pin}; }
   HRESULT OnStart() override;
+  void OnRun() override { player.Run(); }
   void OnHalt() override { player.Halt(); }
   void OnStop() override { player.Stop(); }
 

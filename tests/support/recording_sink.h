@@ -121,6 +121,8 @@ class RecordingSink final : public FilterBase,
 
   // Done on the stream's thread when the end is told.
   std::function<void()> atEnd;
+  // Done there for every sample that arrives, instead of looking at it here.
+  std::function<void(IMediaSample&, const MediaType&)> atSample;
 
  private:
   // The graph waits for the end of every renderer; an unconnected sink is none.
@@ -235,7 +237,9 @@ class RecordingSink final : public FilterBase,
     noted.discontinuity = sample.IsDiscontinuity() == S_OK;
     BYTE* data = nullptr;
     sample.GetPointer(&data);
-    if (const VIDEOINFOHEADER* picture = type.Picture()) {
+    if (atSample) {
+      atSample(sample, type);
+    } else if (const VIDEOINFOHEADER* picture = type.Picture()) {
       lastPicture.assign(data, data + sample.GetActualDataLength());
       noted.marks = lastMarks = ReadDiscMarks(View(data));
       for (int stripe = 0; stripe < picture->bmiHeader.biWidth / 16; ++stripe)

@@ -1,7 +1,9 @@
-#include "platform/dvd/line21_control.h"
+#include "platform/common/line21_control.h"
 
 #include <algorithm>
 #include <iterator>
+
+#include "platform/common/answer.h"
 
 namespace quorvex {
 namespace {
@@ -19,13 +21,6 @@ constexpr ServiceChannel kServices[] = {
     {kLine21ServiceText2, Line21Channel::kText2},
     {kLine21ServiceDefaultChannel, Line21Channel::kCaption1},
 };
-
-template <typename Value>
-HRESULT Answer(Value* target, Value value) {
-  if (target == nullptr) return E_POINTER;
-  *target = value;
-  return S_OK;
-}
 
 }  // namespace
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/line21_interface.h"
+#include "platform/common/caption_wishes.h"
 #include "platform/common/filter_part.h"
-#include "platform/dvd/closed_captions.h"
 
 namespace quorvex {
 

@@ -1,0 +1,30 @@
+// The card's Preview pin: pictures for the screen (32 bits a pixel), at once and as the format's size and
+// rate tell.
+#pragma once
+
+#include "platform/common/picture_delivery.h"
+#include "platform/tv/live_pin.h"
+#include "platform/tv/picture_source.h"
+#include "platform/tv/test_picture.h"
+
+namespace quorvex {
+
+class PreviewPin final : public LivePin {
+ public:
+  PreviewPin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures);
+  ~PreviewPin() { End(); }
+
+ protected:
+  std::vector<MediaType> Types() override;
+  ALLOCATOR_PROPERTIES BufferNeeds(const MediaType& type) override;
+  MediaTime FrameTime() override { return source.Format().frameTime; }
+  void OnBegin() override { delivery.Begin(); }
+  void Send(const FramePacer::Frame& frame) override;
+
+ private:
+  PictureSource& source;
+  PictureDelivery delivery;
+  TestPicture picture;
+};
+
+}  // namespace quorvex
