@@ -34,8 +34,8 @@ bool IsPossible(const CaptureFormat& format) {
 }
 
 std::size_t LineBytes(PixelLayout layout, int width) {
-  const int bytes = layout == PixelLayout::kRgb24 ? width * 3 : width * 2;
-  return static_cast<std::size_t>((bytes + 3) / 4 * 4);
+  const std::size_t bytes = static_cast<std::size_t>(width) * (layout == PixelLayout::kRgb24 ? 3 : 2);
+  return (bytes + 3) / 4 * 4;
 }
 
 std::size_t PictureBytes(PixelLayout layout, Size size) {

@@ -14,11 +14,13 @@ class Crossbar final : public ObjectPart<IAMCrossbar> {
  public:
   Crossbar(IUnknown& filter, CardState& itsState) : ObjectPart(filter), state(itsState) {}
 
+  // NOLINTBEGIN(readability-identifier-naming): the platform's names
   HRESULT STDMETHODCALLTYPE get_PinCounts(LONG* outputs, LONG* inputs) override;
   HRESULT STDMETHODCALLTYPE CanRoute(LONG output, LONG input) override;
   HRESULT STDMETHODCALLTYPE Route(LONG output, LONG input) override;
   HRESULT STDMETHODCALLTYPE get_IsRoutedTo(LONG output, LONG* input) override;
   HRESULT STDMETHODCALLTYPE get_CrossbarPinInfo(BOOL isInput, LONG index, LONG* related, LONG* type) override;
+  // NOLINTEND(readability-identifier-naming)
 
  private:
   CardState& state;

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "platform/common/answer.h"
-#include "platform/tv/capture_pin.h"
+#include "platform/common/output_pin.h"
 #include "platform/tv/capture_type.h"
 
 namespace quorvex {
@@ -35,7 +35,7 @@ VIDEO_STREAM_CONFIG_CAPS CapabilitiesOf(const CaptureFormat& format) {
 
 }  // namespace
 
-StreamConfig::StreamConfig(CapturePin& itsPin, PictureSource& pictures, const CardState& itsState)
+StreamConfig::StreamConfig(OutputPin& itsPin, PictureSource& pictures, const CardState& itsState)
     : ObjectPart(itsPin), pin(itsPin), source(pictures), state(itsState) {}
 
 HRESULT StreamConfig::SetFormat(AM_MEDIA_TYPE* type) {

@@ -11,11 +11,11 @@
 
 namespace quorvex {
 
-class CapturePin;
+class OutputPin;
 
 class StreamConfig final : public ObjectPart<IAMStreamConfig> {
  public:
-  StreamConfig(CapturePin& itsPin, PictureSource& pictures, const CardState& itsState);
+  StreamConfig(OutputPin& itsPin, PictureSource& pictures, const CardState& itsState);
 
   // Another rate takes effect at once. Another size or layout needs the capture pin free (else
   // VFW_E_ALREADY_CONNECTED) and is what is offered from then on.
@@ -25,7 +25,7 @@ class StreamConfig final : public ObjectPart<IAMStreamConfig> {
   HRESULT STDMETHODCALLTYPE GetStreamCaps(int index, AM_MEDIA_TYPE** type, BYTE* capabilities) override;
 
  private:
-  CapturePin& pin;
+  OutputPin& pin;
   PictureSource& source;
   const CardState& state;
 };

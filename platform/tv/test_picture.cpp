@@ -119,7 +119,7 @@ void TestPicture::DrawSnow(const PictureView& picture) {
   }
 }
 
-void TestPicture::Blocks(const PictureView& picture, int row, std::uint32_t bits) const {
+void TestPicture::Blocks(const PictureView& picture, int row, std::uint32_t bits) {
   for (int block = 0; block < kBlocks; ++block) {
     const Rect box{block * picture.width / kBlocks, row * picture.height / kBlockRows,
                    (block + 1) * picture.width / kBlocks, (row + 1) * picture.height / kBlockRows};

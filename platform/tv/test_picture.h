@@ -19,7 +19,7 @@ namespace quorvex {
 
 class TestPicture {
  public:
-  // Draws a picture of any size of 32 pixels and more. `number` counts the pictures, `clock` is in hundredths
+  // Draws a picture of any size from 40 x 32 on. `number` counts the pictures, `clock` is in hundredths
   // of a second.
   void Draw(const PictureView& picture, const Scene& scene, const ColorAdjustment& adjustment,
             std::uint32_t number, std::int64_t clock);
@@ -27,7 +27,7 @@ class TestPicture {
  private:
   void PaintGround();
   void DrawSnow(const PictureView& picture);
-  void Blocks(const PictureView& picture, int row, std::uint32_t bits) const;
+  static void Blocks(const PictureView& picture, int row, std::uint32_t bits);
   // Fills a part of the picture.
   void Fill(const PictureView& picture, const Rect& part, Rgb color) const;
   // Writes centred text, as large as fits into the width and height, in white on black.

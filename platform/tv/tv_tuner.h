@@ -19,6 +19,7 @@ class TvTuner final : public ObjectPart<IAMTVTuner> {
   TvTuner(IUnknown& filter, CardState& itsState, Reception& received)
       : ObjectPart(filter), state(itsState), reception(received) {}
 
+  // NOLINTBEGIN(readability-identifier-naming): the platform's names
   // E_INVALIDARG for a number outside of ChannelMinMax; a number in between that is no channel shows noise.
   HRESULT STDMETHODCALLTYPE put_Channel(LONG channel, LONG videoSubChannel, LONG audioSubChannel) override;
   HRESULT STDMETHODCALLTYPE get_Channel(LONG* channel, LONG* videoSubChannel, LONG* audioSubChannel) override;
@@ -48,6 +49,7 @@ class TvTuner final : public ObjectPart<IAMTVTuner> {
   HRESULT STDMETHODCALLTYPE get_ConnectInput(LONG* index) override;
   HRESULT STDMETHODCALLTYPE get_VideoFrequency(LONG* hertz) override;
   HRESULT STDMETHODCALLTYPE get_AudioFrequency(LONG* hertz) override;
+  // NOLINTEND(readability-identifier-naming)
 
  private:
   [[nodiscard]] int Country() const { return static_cast<int>(state.country); }
