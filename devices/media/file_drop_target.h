@@ -1,5 +1,6 @@
-// Lets a window take files that are dragged by OLE, as the file view of an Open File dialog does it: they arrive as the same WM_DROPFILES
-// that file managers send. (Windows does that by itself for windows that accept files, Wine does not.)
+// Lets a window take files that are dragged by OLE, as the file view of an Open File dialog does it: they
+// arrive as the same WM_DROPFILES that file managers send. (Windows does that by itself for windows that
+// accept files, Wine does not.)
 #pragma once
 
 #include <windows.h>

@@ -5,7 +5,8 @@
 
 namespace quorvex {
 
-// The folder that the files of such a disc lie in: `folder` itself, or VIDEO_TS in it. Empty when there is none.
+// The folder that the files of such a disc lie in: `folder` itself, or VIDEO_TS in it. Empty when there is
+// none.
 std::filesystem::path VideoFolder(const std::filesystem::path& folder);
 
 // Whether an image or a folder holds the table that every such disc begins with, or its copy.

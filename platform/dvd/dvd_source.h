@@ -5,11 +5,11 @@
 #include <memory>
 
 #include "platform/common/filter_base.h"
+#include "platform/common/line21_control.h"
 #include "platform/dvd/disc_player.h"
 #include "platform/dvd/dvd_control.h"
 #include "platform/dvd/dvd_info.h"
 #include "platform/dvd/dvd_pin.h"
-#include "platform/common/line21_control.h"
 #include "platform/dvd/opened_disc.h"
 
 namespace quorvex {

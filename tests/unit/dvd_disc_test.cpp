@@ -29,7 +29,8 @@ TEST(DvdTimeTest, PackedCodesHoldDecimalDigits) {
       {DvdTicks{400} * 3600 * kTicksPerSecond, FrameCount::k30, 0xC0595999},
       {-5, FrameCount::k30, 0xC0000000},
   };
-  for (const auto& code : codes) EXPECT_EQ(EncodeTimeCode(code.ticks, code.count), code.packed) << std::hex << code.packed;
+  for (const auto& code : codes)
+    EXPECT_EQ(EncodeTimeCode(code.ticks, code.count), code.packed) << std::hex << code.packed;
   EXPECT_EQ(DecodeTimeCode(0x40452301), (3600 + 23 * 60 + 45) * kTicksPerSecond);
   EXPECT_EQ(DecodeTimeCode(0xD8000000), 18 * 3000);
   EXPECT_EQ(DecodeTimeCode(0x00150000), 15 * kTicksPerSecond) << "without a frame rate frames do not count";
@@ -42,7 +43,8 @@ using Bytes = std::vector<std::uint8_t>;
 Bytes Sector(std::uint8_t id, const Bytes& header, const Bytes& payload) {
   Bytes sector{0, 0, 1, 0xBA, 0x44, 0, 4, 0, 4, 1, 1, 0x89, 0xC3, 0xF8};
   const std::size_t length = 3 + header.size() + payload.size() - 2;
-  sector.insert(sector.end(), {0, 0, 1, id, static_cast<std::uint8_t>(length >> 8), static_cast<std::uint8_t>(length)});
+  sector.insert(sector.end(),
+                {0, 0, 1, id, static_cast<std::uint8_t>(length >> 8), static_cast<std::uint8_t>(length)});
   sector.insert(sector.end(), header.begin(), header.end());
   sector.insert(sector.end(), payload.begin(), payload.end());
   sector.resize(kDvdSectorBytes, 0xFF);
@@ -111,7 +113,8 @@ Bytes Manager() {
   Put(file, 0x26, {0, 1, 0, 1, 2});
   Put(file, 0xC4, {0, 0, 0, 1});  // titles in sector 1
   Put(file, 0xD0, {0, 0, 0, 2});  // attributes in sector 2
-  Put(file, 2048, {0, 2, 0, 0, 0, 0, 0, 31, 0x3C, 1, 0, 25, 0x80, 0, 1, 1, 0, 0, 0, 0, 0x3C, 3, 0, 4, 0, 0, 1, 2});
+  Put(file, 2048,
+      {0, 2, 0, 0, 0, 0, 0, 31, 0x3C, 1, 0, 25, 0x80, 0, 1, 1, 0, 0, 0, 0, 0x3C, 3, 0, 4, 0, 0, 1, 2});
   Put(file, 4096, {0, 1, 0, 0, 0, 0, 3, 20, 0, 0, 0, 12, 0, 0, 3, 7, 0, 0, 0, 5});
   const std::size_t title = 4096 + 12 + 8 + 0x100;
   Put(file, title, {0x4C, 0, 0, 2, 0x04, 0, 'e', 'n', 0, 0, 0, 0, 0x80});
@@ -213,7 +216,8 @@ TEST(PictureScalerTest, FlatStaysFlatAndEdgesStayInPlace) {
     for (int y = 0; y < 480; ++y)
       std::fill_n(source.begin() + (y * 720 + 360) * 4, 360 * 4, std::uint8_t{200});
     Bytes target(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4);
-    PictureScaler().Scale({source.data(), 720 * 4, 720, 480}, {target.data(), size.width * 4, size.width, size.height});
+    PictureScaler().Scale({source.data(), 720 * 4, 720, 480},
+                          {target.data(), size.width * 4, size.width, size.height});
     const auto at = [&](int x, int y) { return target[static_cast<std::size_t>((y * size.width + x) * 4)]; };
     EXPECT_EQ(at(0, 0), 77);
     EXPECT_EQ(at(size.width - 1, size.height - 1), 200);

@@ -1,5 +1,5 @@
-// Every method of IDvdControl and IDvdInfo on real discs: what they do and tell, and the codes with which they
-// refuse.
+// Every method of IDvdControl and IDvdInfo on real discs: what they do and tell, and the codes with which
+// they refuse.
 #include <gtest/gtest.h>
 
 #include <dvdevcod.h>
@@ -313,7 +313,8 @@ TEST_F(DvdControlTest, CaptionSettingsAreKept) {
   Line21State state = kLine21StateOn;
   EXPECT_EQ(dvd.captions->GetServiceState(&state), S_OK);
   EXPECT_EQ(state, kLine21StateOff);
-  for (const Line21Service service : {kLine21ServiceCaption2, kLine21ServiceText1, kLine21ServiceText2, kLine21ServiceCaption1}) {
+  for (const Line21Service service :
+       {kLine21ServiceCaption2, kLine21ServiceText1, kLine21ServiceText2, kLine21ServiceCaption1}) {
     EXPECT_EQ(dvd.captions->SetCurrentService(service), S_OK);
     Line21Service now = kLine21ServiceNone;
     EXPECT_EQ(dvd.captions->GetCurrentService(&now), S_OK);

@@ -24,10 +24,10 @@ ULONGLONG Milliseconds(const std::function<void()>& call) {
   return ::GetTickCount64() - begin;
 }
 
-const char* const kDamaged[] = {"copies_only",     "cut.iso",               "ifo_and_copy_cut", "ifo_cut",
-                                "ifo_swapped",     "ifo_tables_zeroed",     "ifo_zeroed",       "manager_cut",
-                                "manager_zeroed",  "manager_tables_zeroed", "no_copies",        "vob_cut",
-                                "vob_empty",       "vob_missing",           "vob_zeroed"};
+const char* const kDamaged[] = {
+    "copies_only",       "cut.iso",    "ifo_and_copy_cut", "ifo_cut",        "ifo_swapped",
+    "ifo_tables_zeroed", "ifo_zeroed", "manager_cut",      "manager_zeroed", "manager_tables_zeroed",
+    "no_copies",         "vob_cut",    "vob_empty",        "vob_missing",    "vob_zeroed"};
 
 INSTANTIATE_TEST_SUITE_P(Discs, DvdDamageTest, testing::ValuesIn(kDamaged), [](const auto& given) {
   std::string name = given.param;
@@ -57,13 +57,15 @@ TEST_P(DvdDamageTest, EndsWell) {
 }
 
 TEST_F(DvdDamageTest, WhatIsNoDvdIsToldApart) {
-  for (const char* name : {"damaged/data", "damaged/data.iso", "damaged/empty", "damaged/text.iso", "nowhere.iso"}) {
+  for (const char* name :
+       {"damaged/data", "damaged/data.iso", "damaged/empty", "damaged/text.iso", "nowhere.iso"}) {
     DvdGraph dvd;
     EXPECT_EQ(dvd.Open(name), VFW_E_DVD_RENDERFAIL) << name;
     EXPECT_TRUE(dvd.status.bDvdVolInvalid) << name;
     EXPECT_FALSE(dvd.status.bDvdVolUnknown) << name;
     ComPtr<IDvdControl> control;
-    EXPECT_EQ(dvd.builder->GetDvdInterface(__uuidof(IDvdControl), control.ReceiveVoid()), VFW_E_DVD_GRAPHNOTREADY);
+    EXPECT_EQ(dvd.builder->GetDvdInterface(__uuidof(IDvdControl), control.ReceiveVoid()),
+              VFW_E_DVD_GRAPHNOTREADY);
   }
 }
 

@@ -47,8 +47,8 @@ TEST_F(DvdPlayTest, PicturesFollowEachOtherWithoutAGapAndSoundKeepsTimeWithThem)
     ++shown;
     EXPECT_EQ(sample.marks->chapter, sample.marks->picture / kPicturesOfChapter + 1);
     if (zero < 0) zero = sample.start - sample.marks->picture * kPicture;
-    EXPECT_NEAR(static_cast<double>(sample.start - sample.marks->picture * kPicture), static_cast<double>(zero),
-                2.0 * kMillisecond);
+    EXPECT_NEAR(static_cast<double>(sample.start - sample.marks->picture * kPicture),
+                static_cast<double>(zero), 2.0 * kMillisecond);
   }
   EXPECT_GE(shown, 4 * kPicturesOfChapter * 9 / 10) << "a busy machine drops a few";
   // Each chapter begins with a loud tone.
