@@ -13,8 +13,7 @@ MediaTime CounterTime() {
   return whole * kSecond + counter.QuadPart % frequency.QuadPart * kSecond / frequency.QuadPart;
 }
 
-WaveOutput::WaveOutput(const WaveFormat& played, std::size_t bufferBytes, std::size_t bufferCount)
-    : format(played), event(::CreateEventW(nullptr, FALSE, FALSE, nullptr)), buffers(bufferCount) {
+WAVEFORMATEX PlatformFormat(const WaveFormat& format) {
   WAVEFORMATEX wave{};
   wave.wFormatTag = WAVE_FORMAT_PCM;
   wave.nChannels = static_cast<WORD>(format.channels);
@@ -22,6 +21,12 @@ WaveOutput::WaveOutput(const WaveFormat& played, std::size_t bufferBytes, std::s
   wave.wBitsPerSample = static_cast<WORD>(format.bits);
   wave.nBlockAlign = static_cast<WORD>(format.FrameBytes());
   wave.nAvgBytesPerSec = wave.nSamplesPerSec * wave.nBlockAlign;
+  return wave;
+}
+
+WaveOutput::WaveOutput(const WaveFormat& played, std::size_t bufferBytes, std::size_t bufferCount)
+    : format(played), event(::CreateEventW(nullptr, FALSE, FALSE, nullptr)), buffers(bufferCount) {
+  const WAVEFORMATEX wave = PlatformFormat(format);
   const auto wake = reinterpret_cast<DWORD_PTR>(event.Get());
   if (::waveOutOpen(&device, WAVE_MAPPER, &wave, wake, 0, CALLBACK_EVENT) != MMSYSERR_NOERROR)
     device = nullptr;

@@ -21,6 +21,9 @@ namespace quorvex {
 // What the performance counter says.
 MediaTime CounterTime();
 
+// A format in the platform's words.
+WAVEFORMATEX PlatformFormat(const WaveFormat& format);
+
 class WaveOutput {
  public:
   // Opens the device. Opening and closing are best done on a thread that the process waits for: one that ends

@@ -65,7 +65,8 @@ HRESULT CaptionMixer::TakePicture(IMediaSample& sample) {
   const MediaType type = TypeAt(kPictures);
   const BITMAPINFOHEADER& bitmap = type.Picture()->bmiHeader;
   const SampleBytes bytes = BytesOf(sample);
-  if (bytes.size < static_cast<std::size_t>(bitmap.biWidth * bitmap.biHeight * kPixelBytes))
+  if (bytes.size <
+      static_cast<std::size_t>(bitmap.biWidth) * static_cast<std::size_t>(bitmap.biHeight) * kPixelBytes)
     return E_UNEXPECTED;
   REFERENCE_TIME begin = 0;
   REFERENCE_TIME end = 0;

@@ -2,6 +2,7 @@
 
 #include <uuids.h>
 #include <vfwmsgs.h>
+#include <algorithm>
 
 #include "platform/common/pin_category.h"
 #include "platform/tv/caption_mixer.h"
@@ -17,28 +18,28 @@ bool Offers(IUnknown* object, REFIID iid, void** found) {
   return object != nullptr && SUCCEEDED(object->QueryInterface(iid, found)) && *found != nullptr;
 }
 
+bool IsOf(IPin& pin, const GUID* category) { return category == nullptr || CategoryOf(pin) == *category; }
+
 // Looks at the filters that pins of this direction lead to, at their near pins, and on.
 bool FindBeyond(IBaseFilter& filter, PIN_DIRECTION direction, const GUID* category, REFIID iid, void** found,
                 int depth = 0) {
   if (depth == kDeepest) return false;
-  for (const ComPtr<IPin>& pin : PinsOf(filter)) {
-    if (DirectionOf(*pin.Get()) != direction) continue;
-    if (category != nullptr && CategoryOf(*pin.Get()) != *category) continue;
+  const auto leadsThere = [&](const ComPtr<IPin>& pin) {
+    if (DirectionOf(*pin.Get()) != direction || !IsOf(*pin.Get(), category)) return false;
     const ComPtr<IPin> peer = PeerOf(*pin.Get());
     const ComPtr<IBaseFilter> next = peer ? FilterOf(*peer.Get()) : nullptr;
-    if (!next) continue;
-    if (Offers(peer.Get(), iid, found) || Offers(next.Get(), iid, found)) return true;
-    if (FindBeyond(*next.Get(), direction, nullptr, iid, found, depth + 1)) return true;
-  }
-  return false;
+    return next && (Offers(peer.Get(), iid, found) || Offers(next.Get(), iid, found) ||
+                    FindBeyond(*next.Get(), direction, nullptr, iid, found, depth + 1));
+  };
+  const auto pins = PinsOf(filter);
+  return std::any_of(pins.begin(), pins.end(), leadsThere);
 }
 
 bool FindAtPins(IBaseFilter& filter, const GUID* category, REFIID iid, void** found) {
-  for (const ComPtr<IPin>& pin : PinsOf(filter)) {
-    if (category != nullptr && CategoryOf(*pin.Get()) != *category) continue;
-    if (Offers(pin.Get(), iid, found)) return true;
-  }
-  return false;
+  const auto pins = PinsOf(filter);
+  return std::any_of(pins.begin(), pins.end(), [&](const ComPtr<IPin>& pin) {
+    return IsOf(*pin.Get(), category) && Offers(pin.Get(), iid, found);
+  });
 }
 
 bool IsPictures(IPin& pin) {

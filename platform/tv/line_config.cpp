@@ -12,6 +12,7 @@
 
 #include "platform/common/answer.h"
 #include "platform/common/output_pin.h"
+#include "platform/common/wave_output.h"
 
 namespace quorvex {
 namespace {
@@ -35,13 +36,7 @@ AUDIO_STREAM_CONFIG_CAPS CapabilitiesOf(const WaveFormat& format) {
 }  // namespace
 
 MediaType SoundTypeOf(const WaveFormat& format) {
-  WAVEFORMATEX wave{};
-  wave.wFormatTag = WAVE_FORMAT_PCM;
-  wave.nChannels = static_cast<WORD>(format.channels);
-  wave.nSamplesPerSec = static_cast<DWORD>(format.rate);
-  wave.wBitsPerSample = static_cast<WORD>(format.bits);
-  wave.nBlockAlign = static_cast<WORD>(format.FrameBytes());
-  wave.nAvgBytesPerSec = wave.nSamplesPerSec * wave.nBlockAlign;
+  WAVEFORMATEX wave = PlatformFormat(format);
   AM_MEDIA_TYPE type{};
   type.majortype = MEDIATYPE_Audio;
   type.subtype = MEDIASUBTYPE_PCM;
