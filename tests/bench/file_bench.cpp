@@ -8,7 +8,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,32 +18,14 @@
 #include "shell/device_switch.h"
 #include "shell/lifecycle.h"
 #include "shell/startup.h"
+#include "tests/bench/bench.h"
 #include "tests/support/media_graph.h"
-#include "tests/support/pump.h"
 #include "video/video_window.h"
 
 namespace quorvex {
 namespace {
 
 constexpr POINT kPlace{240, 200};  // of the bare graph's window
-constexpr DWORD kLimitMs = 10'000;
-
-double Milliseconds() {
-  LARGE_INTEGER now{};
-  LARGE_INTEGER frequency{};
-  ::QueryPerformanceFrequency(&frequency);
-  ::QueryPerformanceCounter(&now);
-  return static_cast<double>(now.QuadPart) * 1e3 / static_cast<double>(frequency.QuadPart);
-}
-
-// Waits until the screen is light at a place.
-bool IsLightAt(POINT place) {
-  const HDC screen = ::GetDC(nullptr);
-  const bool light =
-      PumpUntil([&] { return GetGValue(::GetPixel(screen, place.x, place.y)) > 200; }, kLimitMs);
-  ::ReleaseDC(nullptr, screen);
-  return light;
-}
 
 bool Load(const std::string& name, const std::vector<std::string>& paths) {
   mediaAlbumPath = std::filesystem::temp_directory_path().string() + "file_bench.abm";
@@ -60,12 +41,9 @@ bool Load(const std::string& name, const std::vector<std::string>& paths) {
 bool MeasureNext(const std::string& dark, const std::string& light) {
   if (!Load("Bench", {dark, light})) return false;
   PumpFor(1000);
-  RECT frame{};
-  ::GetWindowRect(currentDevice->videoWindowHandle, &frame);
+  const POINT middle = MiddleOf(currentDevice->videoWindowHandle);
   double begin = Milliseconds();
-  if (!currentDevice->NextItem() ||
-      !IsLightAt({(frame.left + frame.right) / 2, (frame.top + frame.bottom) / 2}))
-    return false;
+  if (!currentDevice->NextItem() || !BecomesLight(middle)) return false;
   const double device = Milliseconds() - begin;
   currentDevice.reset();
   DeleteVideoWindow();
@@ -77,7 +55,7 @@ bool MeasureNext(const std::string& dark, const std::string& light) {
   graph.graph->QueryInterface(IID_IVideoWindow, window.ReceiveVoid());
   window->SetWindowPosition(kPlace.x, kPlace.y, 400, 300);
   graph.control->Run();
-  if (!IsLightAt({kPlace.x + 200, kPlace.y + 150})) return false;
+  if (!BecomesLight({kPlace.x + 200, kPlace.y + 150})) return false;
   std::printf("device %.1f\nbare %.1f\n", device, Milliseconds() - begin);
   return true;
 }
