@@ -55,9 +55,9 @@ class MediaSession(unittest.TestCase):
         for number, name in enumerate(names, 1):
             self.remote.sees(lambda picture: (picture.number(6), picture.number(9)) == (str(number), str(len(names))), 15)
             self.remote.sees_text(name)
-            self.assertEqual(video_frame() is not None, name.endswith(("mpg", "avi", "mov")))
+            wait_for(lambda: (video_frame() is not None) == name.endswith(("mpg", "avi", "mov")))
             self.assertGreater(loudness(0.5), 100, name)
-            wait_for(lambda: self.remote.look().time() == "00:00:02", 10)
+            self.remote.sees(lambda picture: picture.time() == "00:00:02")
         wait_for(lambda: remote_control("state")["state"] == "stopped", 10)
         self.assertEqual(remote_control("state")["time"], "00:00:00.0")
         self.remote.click(POWER)

@@ -77,7 +77,7 @@ def click_in(window, x=None, y=None, *more):
     xdotool("mousemove", window.left + across, window.top + down, "click", 1, *more)
 
 
-def wait_for(what, limit=10.0, every=0.05):
+def wait_for(what, limit=20.0, every=0.05):
     """Waits until what() answers something true and returns that; fails with its last answer."""
     end = time.monotonic() + limit
     while True:
@@ -177,12 +177,12 @@ class Picture:
         for digit in range(10):
             if lit == self.glyph(DIGITS[digit]):
                 return digit
-        raise AssertionError(f"element {element} shows no digit")
+        raise HalfPainted(f"element {element} shows no digit")
 
     def lamp(self, element):
         lit = self.lit(LAMPS[element])
         if lit and lit != self.glyph(LAMPS[element]):
-            raise AssertionError(f"lamp {element} is lit in part")
+            raise HalfPainted(f"lamp {element} is lit in part")
         return bool(lit)
 
     def lamps(self):
@@ -205,6 +205,10 @@ class Picture:
     def pressed_or_lit_frame(self, key):
         x, y, width, height, _ = KEYS[key]
         return all(self.image.getpixel((x + dx, y)) == (0, 255, 0) for dx in range(width))
+
+
+class HalfPainted(AssertionError):
+    """The display shows what is no digit and no whole lamp."""
 
 
 class Remote:
@@ -235,9 +239,15 @@ class Remote:
         done = subprocess.run(["import", "-window", "root", "-crop", area, "ppm:-"], capture_output=True, check=True)
         return Picture(Image.open(io.BytesIO(done.stdout)).convert("RGB"))
 
-    def sees(self, what, limit=10.0):
-        """Waits until what(picture) is true."""
-        return wait_for(lambda: what(self.look()), limit)
+    def sees(self, what, limit=20.0):
+        """Waits until what(picture) is true. Seen in the middle of being painted the panel is looked at again."""
+        def seen():
+            try:
+                return what(self.look())
+            except HalfPainted as half:
+                seen.__name__ = str(half)
+                return False
+        return wait_for(seen, limit)
 
     def shows_text(self, picture, text):
         """Whether the text line shows a text, held against Windows' own drawing of it."""
