@@ -26,11 +26,16 @@ add_library(
   platform/tv/live_pin.cpp
   platform/tv/picture_controls.cpp
   platform/tv/preview_pin.cpp
+  platform/tv/programme_picture.cpp
   platform/tv/qvtv.cpp
   platform/tv/qvtv.def
   platform/tv/qvtv.rc
   platform/tv/reception.cpp
+  platform/tv/scene_sound.cpp
   platform/tv/sound_cable.cpp
+  platform/tv/station_file.cpp
+  platform/tv/station_pictures.cpp
+  platform/tv/station_sound.cpp
   platform/tv/stream_config.cpp
   platform/tv/stream_control.cpp
   platform/tv/tv_tuner.cpp

@@ -18,10 +18,8 @@ ALLOCATOR_PROPERTIES PreviewPin::BufferNeeds(const MediaType& type) {
 }
 
 void PreviewPin::Send(const FramePacer::Frame& frame) {
-  const Scene scene = source.Seen();
-  const ColorAdjustment adjustment = source.Adjustment();
   delivery.Deliver(frame.begin, frame.end, [&](const PictureView& view) {
-    picture.Draw(view, scene, adjustment, static_cast<std::uint32_t>(frame.number), PictureSource::Clock());
+    picture.Draw(view, source, frame.number, AirTimeOf(frame.begin));
     return true;
   });
 }

@@ -4,8 +4,7 @@
 
 #include "platform/common/picture_delivery.h"
 #include "platform/tv/live_pin.h"
-#include "platform/tv/picture_source.h"
-#include "platform/tv/test_picture.h"
+#include "platform/tv/programme_picture.h"
 
 namespace quorvex {
 
@@ -24,7 +23,7 @@ class PreviewPin final : public LivePin {
  private:
   PictureSource& source;
   PictureDelivery delivery;
-  TestPicture picture;
+  ProgrammePicture picture;
 };
 
 }  // namespace quorvex
