@@ -7,12 +7,12 @@
 namespace quorvex {
 
 CapturePin::CapturePin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures,
-                       const CardState& state)
+                       CardState& state)
     : LivePin(owner, itsDevice, L"Capture", PIN_CATEGORY_CAPTURE),
       source(pictures),
       config(*this, pictures, state),
       control(*this, owner),
-      counts(*this) {}
+      counts(*this, state.capture) {}
 
 void* CapturePin::Find(REFIID iid) {
   if (iid == __uuidof(IAMStreamConfig)) return static_cast<IAMStreamConfig*>(&config);

@@ -11,7 +11,7 @@ namespace quorvex {
 
 class CapturePin final : public LivePin {
  public:
-  CapturePin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures, const CardState& state);
+  CapturePin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures, CardState& state);
   ~CapturePin() { End(); }
 
  protected:

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/common/picture_delivery.h"
+#include "platform/tv/dropped_frames.h"
 #include "platform/tv/live_pin.h"
 #include "platform/tv/programme_picture.h"
 
@@ -10,19 +11,21 @@ namespace quorvex {
 
 class PreviewPin final : public LivePin {
  public:
-  PreviewPin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures);
+  PreviewPin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures, CardState& state);
   ~PreviewPin() { End(); }
 
  protected:
+  void* Find(REFIID iid) override;
   std::vector<MediaType> Types() override;
   ALLOCATOR_PROPERTIES BufferNeeds(const MediaType& type) override;
   MediaTime FrameTime() override { return source.Format().frameTime; }
-  void OnBegin() override { delivery.Begin(); }
+  void OnBegin() override;
   void Send(const FramePacer::Frame& frame) override;
 
  private:
   PictureSource& source;
   PictureDelivery delivery;
+  DroppedFrames counts;
   ProgrammePicture picture;
 };
 
