@@ -37,7 +37,7 @@ void StationSound::GoTo(MediaTime place) {
   file->Seek(place);
   sound->Begin();
   decoded.clear();
-  at = Rescale(place, rate, kSecond);
+  at = decodedAt = Rescale(place, rate, kSecond);
   over = false;
 }
 

@@ -233,7 +233,7 @@ TEST_F(TvStationTest, APlaceIsFoundWhereverOneBegins) {
   std::vector<std::uint8_t> pixels(192 * 144 * 4);
   const PictureView view{pixels.data(), 192 * 4, 192, 144};
   const std::string file = TestFile("h264_vorbis.mkv");
-  for (const int second : {1000, 1003, 1002, 1001, 1009}) {
+  for (const int second : {0, 3, 2, 1, 9}) {
     // It may take some pictures' time until it is there.
     const bool there = PumpUntil([&] {
       EXPECT_TRUE(pictures.Show(file, second * kSecond + kPictureTime / 2, view));
