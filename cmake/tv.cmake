@@ -3,7 +3,7 @@ add_library(quorvex_cards STATIC platform/tv/card_table.cpp platform/tv/shared_c
 target_link_libraries(quorvex_cards PUBLIC quorvex_drive quorvex_com quorvex_pictures)
 
 # What the tests of capture graphs use too.
-add_library(quorvex_capture STATIC platform/tv/capture_type.cpp platform/tv/graph_walk.cpp)
+add_library(quorvex_capture STATIC platform/tv/capture_type.cpp platform/tv/graph_walk.cpp platform/tv/station_file.cpp platform/tv/station_pictures.cpp)
 target_link_libraries(quorvex_capture PUBLIC quorvex_cards quorvex_filters)
 
 add_library(
@@ -26,11 +26,14 @@ add_library(
   platform/tv/live_pin.cpp
   platform/tv/picture_controls.cpp
   platform/tv/preview_pin.cpp
+  platform/tv/programme_picture.cpp
   platform/tv/qvtv.cpp
   platform/tv/qvtv.def
   platform/tv/qvtv.rc
   platform/tv/reception.cpp
+  platform/tv/scene_sound.cpp
   platform/tv/sound_cable.cpp
+  platform/tv/station_sound.cpp
   platform/tv/stream_config.cpp
   platform/tv/stream_control.cpp
   platform/tv/tv_tuner.cpp

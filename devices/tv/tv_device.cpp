@@ -8,6 +8,7 @@
 #include "devices/shared_state.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
+#include "video/video_window.h"
 
 namespace quorvex {
 namespace {
@@ -75,13 +76,22 @@ bool CTVDevice::Close() {
 void CTVDevice::OnGraphEvent() {
   GraphEvent event;
   while (TakeEvent(event)) {
-    if (event.code == EC_DEVICE_LOST)
-      SetDisplayText(event.second == 0 ? "The capture device is gone" : "");  // 1: it is back
+    const bool lost = event.code == EC_DEVICE_LOST && event.second == 0;  // 1: it is back
+    if (lost || event.code == EC_ERRORABORT) EndPicture();
   }
 }
 
+// A dialog of this device may be open: the device itself stays.
+void CTVDevice::EndPicture() {
+  gone = true;
+  StopGraph();
+  HideVideo();
+  DeleteVideoWindow();
+  SetDisplayText("The capture device is gone");
+}
+
 bool CTVDevice::Play(int /*item*/, int /*reserved*/) {
-  if (!mediaControl) return false;
+  if (!mediaControl || gone) return false;
   if (SUCCEEDED(mediaControl->Run())) return true;
   mediaControl->Stop();
   return false;

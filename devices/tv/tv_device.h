@@ -29,7 +29,8 @@ class CTVDevice final : public CGraphDevice {
   bool Pause() override { return true; }
   bool Stop() override { return true; }
 
-  // A card that is pulled out is told on the text line.
+  // A card that is pulled out is told on the text line, and its picture goes. The device stays, without a
+  // picture, until one is opened anew.
   void OnGraphEvent() override;
 
   bool ToggleClosedCaption() override;
@@ -63,6 +64,9 @@ class CTVDevice final : public CGraphDevice {
   bool LoadSettings() override;
   bool SaveSettings() override;
 
+  // Whether the card was pulled out while it was shown.
+  [[nodiscard]] bool IsGone() const { return gone; }
+
   // What is shown, in words.
   [[nodiscard]] bool HasTuner() const { return static_cast<bool>(tuner); }
   [[nodiscard]] const char* InputName() const;
@@ -85,6 +89,7 @@ class CTVDevice final : public CGraphDevice {
     return builder->FindInterface(category, filter.Get(), iid, to);
   }
   HRESULT ShowDialog(CaptureDialog dialog, HWND parent);
+  void EndPicture();
 
   // Inputs and channels.
   [[nodiscard]] bool IsTunerShown() const { return tuner && videoInput == VideoInput::kTuner; }
@@ -132,6 +137,7 @@ class CTVDevice final : public CGraphDevice {
   int previousIndex = 0;    // the place in the list before the last change
   bool listStands = false;  // the list of channels is that of tunerInput
   bool refused = false;     // the text line tells of a refusal
+  bool gone = false;        // the card was pulled out
 };
 
 }  // namespace quorvex
