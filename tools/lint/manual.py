@@ -83,8 +83,7 @@ def check_messages(root, manual):
 
 
 def command_numbers(root):
-    numbers = {name: int(number) for name, number in re.findall(r"(kCommand\w+) = (\d+)", (root / "panel/commands.h").read_text())}
-    return numbers
+    return {name: int(number) for name, number in re.findall(r"(kCommand\w+) = (\d+)", (root / "panel/commands.h").read_text())}
 
 
 def shortcuts(root):
@@ -114,13 +113,22 @@ def buttons(root):
     return keys + digits
 
 
+def key_rows(manual):
+    """(picture, name, shortcut) of every key; several keys in one row have as many words in each cell."""
+    for picture, name, shortcut, *_ in (row for row in rows_of(manual) if len(row) > 3):
+        if picture.count("![") > 1:
+            yield from zip(picture.split(), name.split(), shortcut.split())
+        else:
+            yield picture, name, shortcut
+
+
 def check_keys(root, manual):
     sys.path.insert(0, str(root / "resources/art"))
     from layout import KEYS
 
     names = dict(read_strings(root))
     keys = shortcuts(root)
-    rows = {tuple(row[:3]) for row in rows_of(manual) if len(row) > 3}
+    rows = set(key_rows(manual))
     for command, string in buttons(root):
         name = re.sub(r" \([^)]*\)$", "", " ".join(names[str(string)].split()))
         _, _, width, height, sign = KEYS[command]
