@@ -24,7 +24,8 @@ VIRTUAL_KEYS = {
     "PRIOR": "Page Up", "RETURN": "Enter", "RIGHT": "Right Arrow", "SUBTRACT": "Num −", "UP": "Up Arrow",
 }
 DOCUMENTS = ("*.md", "docs/*.md")
-# Texts of recording, the Setup sheet and the CD play-list editor, which come after the manual: to be taken off here when they are in.
+# Texts of recording, the Setup sheet, the CD play-list editor and the packages, which come after the manual: to be taken off here when
+# they are in.
 AWAITED = {
     *("Cannot render audio capture stream.", "Cannot render video capture stream.", "Cannot set capture file.", "Cannot write cd.abm"),
     *("Capture file save ERROR", "Capture file save aborted", "Capture file saved", "Error …: Cannot … graph"),
@@ -34,6 +35,8 @@ AWAITED = {
     *("Recording stopped: the disk is full", "Recording stopped: cannot write the file", "SetMasterStream failed!", "Set Capture File"),
     "The program will auto-tune for all channels available in your area. This may take a few minutes.",
     *("The file is in use", "The path is too long", "The sound input does not take this format", "There is no sound input to record from"),
+    *("Quorvex does not answer.", "Quorvex is running.", "Quorvex needs a screen, and … names none that works.", "Quorvex …"),
+    "Quorvex starts for the first time and makes itself ready ...",
     *("This graph cannot preview properly.", "Merrow", "Trac&k", "hr:min:sec", "min:sec"),
 }
 

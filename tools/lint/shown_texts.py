@@ -7,6 +7,7 @@ A text is a string literal, joined with what is added to it; a part that is know
 - or it reads like words (more than one of them), whatever way it takes: all such texts of the programs' rooms count, so that a new
   way of showing a text needs no mention here. The few that are no messages are named in NOT_MESSAGES.
 - Of the resources count the strings that name no key, and the sentences in dialogs.
+- Of the scripts that users start counts what they echo.
 """
 import re
 import sys
@@ -14,6 +15,7 @@ from pathlib import Path
 
 VARIABLE = "…"
 ROOMS = ("base", "devices", "mixer", "panel", "remote", "setup", "shell", "video", "platform/cd", "platform/drive")
+SCRIPTS = ("run", "packaging/debian/quorvex", "tools/build", "tools/deps/build-deps", "tools/install-packages", "tools/wine/*")
 SINKS = ("Complain", "Fails", "MessageBoxA", "MessageBoxW", "Query", "ReportError", "ReportErrorIf", "SetDisplayText", "Take", "TellRefusal")
 
 NOT_MESSAGES = {
@@ -36,6 +38,7 @@ STRING_OBJECT = re.compile(r'\bstd::string\(("(?:\\.|[^"\\\n])*")\)')
 ESCAPE = re.compile(r"\\(x[0-9A-Fa-f]+|.)")
 PLAIN_ESCAPES = {"n": "\n", "r": "\r", "t": "\t", "0": "\0", '"': '"', "'": "'", "\\": "\\"}
 FORMAT = re.compile(r"%[-+ 0#]*\d*(?:\.\d+)?(?:ll|l|z)?[diuxXfsc]")
+SHELL_VARIABLE = re.compile(r"\$\{[^}]*\}|\$\w+|@\w+@")
 # What the compiler says, and the help texts of the command-line programs: the manual has these in words of its own.
 ASIDE = re.compile(r"\bstatic_assert\s*\(|\bk\w*Usage\[\]\s*=")
 
@@ -153,6 +156,12 @@ def texts_of_resources(root):
         yield from map(normal, re.findall(r'\b[LRC]TEXT\s+"([^"]*\.)"', path.read_text()))
 
 
+def texts_of_script(source):
+    for text in re.findall(r"""(?:\becho|\bxmessage .*?) ["']([^"']*\w[^"']*)["']""", source):
+        if reads_like_words(SHELL_VARIABLE.sub(VARIABLE, text)):
+            yield normal(SHELL_VARIABLE.sub(VARIABLE, text))
+
+
 def shown_texts(root):
     """Every text that may be shown, with the files that it is in."""
     found = {}
@@ -161,6 +170,9 @@ def shown_texts(root):
             place = path.relative_to(root).as_posix()
             for text in texts_of_source(path.read_text(), place.startswith(tuple(f"{name}/" for name in ROOMS))):
                 found.setdefault(text, set()).add(place)
+    for path in (path for pattern in SCRIPTS for path in sorted(root.glob(pattern)) if path.is_file()):
+        for text in texts_of_script(path.read_text()):
+            found.setdefault(text, set()).add(path.relative_to(root).as_posix())
     for text in texts_of_resources(root):
         found.setdefault(text, set()).add("resources")
     return found
