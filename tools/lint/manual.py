@@ -14,7 +14,7 @@ from pathlib import Path
 from PIL import Image
 
 sys.dont_write_bytecode = True
-from shown_texts import NOT_MESSAGES, VARIABLE, normal, read_strings, shown_texts  # noqa: E402
+from shown_texts import NOT_MESSAGES, VARIABLE, normal, read_buttons, read_strings, shown_texts  # noqa: E402
 
 MESSAGES = "Messages"
 PICTURE_SCALE = 2
@@ -76,7 +76,7 @@ def check_messages(root, manual):
     listed = set(messages_in(manual))
     for text in sorted(shown.keys() - NOT_MESSAGES - listed):
         where = ", ".join(sorted(shown[text]))
-        yield f'the manual\'s chapter {MESSAGES} does not tell of "{text}" ({where}); is it no message, name it in tools/lint/shown_texts.py'
+        yield f'the manual\'s {MESSAGES} do not tell of "{text}" ({where}); when it is no message, name it in tools/lint/shown_texts.py'
     known = shown.keys() | AWAITED
     yield from (f'the manual tells of "{text}", which no program shows' for text in sorted(listed - known))
     yield from (f'tools/lint/shown_texts.py names "{text}", which is nowhere' for text in sorted(NOT_MESSAGES - known))
@@ -86,34 +86,22 @@ def check_messages(root, manual):
 
 
 def command_numbers(root):
-    return {name: int(number) for name, number in re.findall(r"(kCommand\w+) = (\d+)", (root / "panel/commands.h").read_text())}
+    """The commands by their names; those of the digits by the digit, too."""
+    numbers = {name: int(number) for name, number in re.findall(r"(kCommand\w+) = (\d+)", (root / "panel/commands.h").read_text())}
+    return numbers | {str(digit): numbers["kCommandDigit0"] + digit for digit in range(10)}
 
 
 def shortcuts(root):
     """Command number to shortcut, for the commands that do something at a key of the keyboard."""
     numbers = command_numbers(root)
     table = (root / "shell/command_table.cpp").read_text()
-    found = {numbers["kCommandDigit0"] + digit: str(digit) for digit in map(int, re.findall(r"DigitRow<(\d)>\(\),", table))}
-    for name, kind, key, action in re.findall(r"\{(kCommand\w+), (Plain|Control|Alt|Character)\('?(\w+|.)'?\), (.*)\},", table):
+    found = {numbers[digit]: digit for digit in re.findall(r"DigitRow<(\d)>\(\),", table)}
+    row = r"\{(kCommand\w+)(?: \+ (\d+))?, (Plain|Control|Alt|Character)\('?(\w+|.)'?\), (.*)\},"
+    for name, more, kind, key, action in re.findall(row, table):
         plain = key.removeprefix("VK_")
-        plain = VIRTUAL_KEYS.get(plain, plain)
         if action != "Nothing":
-            found[numbers[name]] = {"Control": "Ctrl+", "Alt": "Alt+"}.get(kind, "") + plain
+            found[numbers[name] + int(more or 0)] = {"Control": "Ctrl+", "Alt": "Alt+"}.get(kind, "") + VIRTUAL_KEYS.get(plain, plain)
     return found
-
-
-def buttons(root):
-    """(command, string number) of the panel's keys."""
-    numbers = command_numbers(root)
-    table = (root / "panel/button_table.h").read_text()
-    table = table[table.index("kButtons{{"):]
-    first_digit = int(re.search(r"kDigitNameString = (\d+)", (root / "panel/button_table.h").read_text())[1])
-    keys = [(numbers[name], int(text)) for name, text in re.findall(r"Key\((kCommand\w+),[^)]*?(\d+)\)", table)]
-    digits = [(numbers["kCommandDigit0"] + digit, first_digit + digit) for digit in map(int, re.findall(r"DigitKey\((\d),", table))]
-    count = int(re.search(r"kButtonCount = (\d+)", (root / "panel/button_table.h").read_text())[1])
-    if len(keys) + len(digits) != count:
-        raise SystemExit(f"panel/button_table.h: {len(keys) + len(digits)} rows understood of {count}")
-    return keys + digits
 
 
 def key_rows(manual):
@@ -129,10 +117,10 @@ def check_keys(root, manual):
     sys.path.insert(0, str(root / "resources/art"))
     from layout import KEYS
 
-    names = dict(read_strings(root))
-    keys = shortcuts(root)
+    numbers, names, keys = command_numbers(root), dict(read_strings(root)), shortcuts(root)
     rows = set(key_rows(manual))
-    for command, string in buttons(root):
+    buttons = {numbers[command]: string for command, string in read_buttons(root)}
+    for command, string in buttons.items():
         name = re.sub(r" \([^)]*\)$", "", " ".join(names[str(string)].split()))
         _, _, width, height, sign = KEYS[command]
         row = (f"![{name}](keys/{sign}.png)", name, keys.get(command, NO_SHORTCUT))
@@ -141,8 +129,7 @@ def check_keys(root, manual):
         picture = root / f"docs/keys/{sign}.png"
         if not picture.exists() or Image.open(picture).size != (width * PICTURE_SCALE, height * PICTURE_SCALE):
             yield f"docs/keys/{sign}.png is not the picture of the key: run tools/manual/key_pictures.py"
-    on_panel = {command for command, _ in buttons(root)}
-    for command in keys.keys() - on_panel:
+    for command in keys.keys() - buttons.keys():
         if not any(row[0] == keys[command] for row in rows_of(manual)):
             yield f"the manual has no row for the keyboard's {keys[command]}"
 

@@ -16,13 +16,17 @@ from pathlib import Path
 VARIABLE = "…"
 ROOMS = ("base", "devices", "mixer", "panel", "remote", "setup", "shell", "video", "platform/cd", "platform/drive")
 SCRIPTS = ("run", "packaging/debian/quorvex", "tools/build", "tools/deps/build-deps", "tools/install-packages", "tools/wine/*")
-SINKS = ("Complain", "Fails", "MessageBoxA", "MessageBoxW", "Query", "ReportError", "ReportErrorIf", "SetDisplayText", "Take", "TellRefusal")
+SINKS = (
+    *("Complain", "Fails", "MessageBoxA", "MessageBoxW", "Query", "ReportError", "ReportErrorIf", "SetDisplayText", "Take"),
+    *("TellRefusal", "TellUser"),
+)
 
 NOT_MESSAGES = {
     # Labels of buttons, menus and windows, and names.
-    *("Quorvex", "MCI Error", "Open File", "Edit Playlist Title", "No Subtitles", "&Audio Tracks", "QUORVEX Video", "Close Device"),
-    *("Media File...", "VIDEO 1", "VIDEO 2", "Track", "Trac&k", "Capture device …", "Set Capture File", "Setup Options", "Error", "Merrow"),
-    *("hr:min:sec", "min:sec"),
+    *("Quorvex", "MCI Error", "Open File", "Edit Playlist Title", "No Subtitles", "&Audio Tracks", "QUORVEX Video"),
+    "Close Device",
+    *("Media File...", "VIDEO 1", "VIDEO 2", "Track", "Trac&k", "Capture device …", "Set Capture File", "Setup Options", "Error"),
+    *("Merrow", "hr:min:sec", "min:sec"),
     # Sections and keys of the stores.
     *("List of Albums", "Last Visit", "MEDIA FILE", "CD List", "Number of CDs"),
     # What the platform's lists, objects and classes are called.
@@ -37,7 +41,7 @@ TOKEN = re.compile(
 STRING_OBJECT = re.compile(r'\bstd::string\(("(?:\\.|[^"\\\n])*")\)')
 ESCAPE = re.compile(r"\\(x[0-9A-Fa-f]+|.)")
 PLAIN_ESCAPES = {"n": "\n", "r": "\r", "t": "\t", "0": "\0", '"': '"', "'": "'", "\\": "\\"}
-FORMAT = re.compile(r"%[-+ 0#]*\d*(?:\.\d+)?(?:ll|l|z)?[diuxXfsc]")
+FORMAT = re.compile(r"%[-+0#]*\d*(?:\.\d+)?(?:ll|l|z)?[diuxXfsc]")
 SHELL_VARIABLE = re.compile(r"\$\{[^}]*\}|\$\w+|@\w+@")
 # What the compiler says, and the help texts of the command-line programs: the manual has these in words of its own.
 ASIDE = re.compile(r"\bstatic_assert\s*\(|\bk\w*Usage\[\]\s*=")
@@ -134,12 +138,16 @@ def texts_of_source(source, is_room):
             yield normal(text)
 
 
-def key_strings(root):
-    """The numbers of the strings that name keys."""
+def read_buttons(root):
+    """(command, number of the string that names it) of the panel's keys; a digit's command is the digit."""
     table = (root / "panel/button_table.h").read_text()
-    numbers = re.findall(r"Key\(kCommand[^)]*?(\d+)\)", table)
+    rows = table[table.index("kButtons{{"):]
+    buttons = [(name, int(string)) for name, string in re.findall(r"Key\((kCommand\w+),[^)]*?(\d+)\)", rows)]
     first_digit = int(re.search(r"kDigitNameString = (\d+)", table)[1])
-    return {*numbers, *map(str, range(first_digit, first_digit + 10))}
+    buttons += [(digit, first_digit + int(digit)) for digit in re.findall(r"DigitKey\((\d),", rows)]
+    if len(buttons) != int(re.search(r"kButtonCount = (\d+)", table)[1]):
+        raise SystemExit(f"panel/button_table.h: {len(buttons)} of its keys are understood")
+    return buttons
 
 
 def read_strings(root):
@@ -150,7 +158,7 @@ def read_strings(root):
 
 
 def texts_of_resources(root):
-    keys = key_strings(root)
+    keys = {str(string) for _, string in read_buttons(root)}
     yield from (normal(text) for name, text in read_strings(root) if name not in keys)
     for path in sorted((root / "resources").glob("*.rc")):
         yield from map(normal, re.findall(r'\b[LRC]TEXT\s+"([^"]*\.)"', path.read_text()))
