@@ -14,11 +14,11 @@ STYLE = """
 :root { color-scheme: light dark; }
 body { max-width: 60em; margin: 2em auto; padding: 0 1em; font: 16px/1.5 sans-serif; }
 h1, h2, h3 { line-height: 1.2; margin: 1.6em 0 .5em; }
-h2 { border-bottom: 1px solid #8888; }
+h2 { border-bottom: 1px solid #999; }
 table { border-collapse: collapse; margin: 1em 0; }
-th, td { border: 1px solid #8888; padding: .3em .6em; text-align: left; vertical-align: top; }
+th, td { border: 1px solid #999; padding: .3em .6em; text-align: left; vertical-align: top; }
 img { max-width: 100%; vertical-align: middle; }
-code { font-size: .95em; background: #8882; padding: 0 .2em; }
+code { font-size: .95em; background: rgba(128, 128, 128, .15); padding: 0 .2em; }
 """
 PAGE = """<!DOCTYPE html>
 <html lang="en">
