@@ -143,6 +143,8 @@ add_custom_command(
   COMMENT "Rendering the demo disc")
 add_custom_target(demo ALL DEPENDS ${demo_dir}/demo.cue)
 
+include(cmake/manual.cmake)
+
 foreach(program quorvex qvremote qvdrive qvcd qvmedia qvdvd qvsound qvtv)
   deliver(${program})
 endforeach()
