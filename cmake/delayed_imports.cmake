@@ -13,7 +13,8 @@ foreach(name comdlg32 oleacc quartz shell32)
   file(CONFIGURE OUTPUT ${base}.def CONTENT "LIBRARY ${name}.dll\nEXPORTS\n@functions@\n" @ONLY)
   add_custom_command(
     OUTPUT ${base}.a
-    COMMAND ${DLLTOOL} --input-def ${base}.def --output-delaylib ${base}.a --dllname ${name}.dll
+    # The members' names, by which the linker sorts, would else hold dlltool's process id.
+    COMMAND ${DLLTOOL} --input-def ${base}.def --output-delaylib ${base}.a --dllname ${name}.dll --temp-prefix delayed_${name}
     DEPENDS ${base}.def)
   list(APPEND delayed_imports ${base}.a)
 endforeach()

@@ -3,11 +3,22 @@ enable_language(RC)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 add_compile_definitions(WINVER=0x0A00 _WIN32_WINNT=0x0A00 NO_DSHOW_STRSAFE)
 include_directories(${CMAKE_SOURCE_DIR})
-add_compile_options(-gdwarf-4 -fstack-protector-strong)
-add_link_options(-fstack-protector-strong -Wl,--nxcompat,--dynamicbase,--high-entropy-va)
+# The same sources make the same programs, wherever and whenever: no paths, no times.
+add_compile_options(-gdwarf-4 -fstack-protector-strong -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
+add_link_options(-fstack-protector-strong -Wl,--nxcompat,--dynamicbase,--high-entropy-va,--no-insert-timestamp)
 
-# Programs are delivered without their debugging symbols (a loader reads them into every process); these lie in build/win/symbols.
-function(deliver target)
+# Programs say what they are and of which version. They are delivered without their debugging symbols (a loader reads them into every
+# process); these lie in build/win/symbols.
+function(deliver target description)
+  get_target_property(type ${target} TYPE)
+  set(file_type VFT_DLL)
+  set(file_suffix .dll)
+  if(type STREQUAL EXECUTABLE)
+    set(file_type VFT_APP)
+    set(file_suffix .exe)
+  endif()
+  configure_file(${CMAKE_SOURCE_DIR}/resources/version.rc.in ${CMAKE_BINARY_DIR}/version/${target}.rc @ONLY)
+  target_sources(${target} PRIVATE ${CMAKE_BINARY_DIR}/version/${target}.rc)
   set(symbols ${CMAKE_BINARY_DIR}/symbols/$<TARGET_FILE_NAME:${target}>.debug)
   add_custom_command(
     TARGET ${target}
@@ -145,9 +156,14 @@ add_custom_target(demo ALL DEPENDS ${demo_dir}/demo.cue)
 
 include(cmake/manual.cmake)
 
-foreach(program quorvex qvremote qvdrive qvcd qvmedia qvdvd qvsound qvtv)
-  deliver(${program})
-endforeach()
+deliver(quorvex "Quorvex")
+deliver(qvremote "Works the running remote control of Quorvex")
+deliver(qvdrive "The hand at Quorvex's CD drive and capture cards")
+deliver(qvcd "CD drive of Quorvex")
+deliver(qvmedia "Media source of Quorvex")
+deliver(qvdvd "DVD player of Quorvex")
+deliver(qvsound "Sound renderer of Quorvex")
+deliver(qvtv "Virtual capture cards of Quorvex")
 
 # ./run builds without the tests' packages; ./check installs them.
 if(EXISTS /usr/src/googletest)

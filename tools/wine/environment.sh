@@ -1,24 +1,21 @@
-# The Wine environment that run, check and in-wine share; sourced by them.
+# The Wine environment that run, check, in-wine and the installed quorvex command share; sourced by them. layout.sh says where its things are.
 #
-# An environment has a name ($QUORVEX_ENV: "wine" for users, "check" for the tests), a Wine prefix build/NAME and a
-# folder build/env/NAME with what was started for it. It uses the display and the sound that the user has; where there is none,
-# or QUORVEX_VIRTUAL=1 asks for it, a virtual screen (Xvfb) and a PulseAudio server with a null sink take their place.
+# An environment uses the display and the sound that the user has; where there is none, or QUORVEX_VIRTUAL=1 asks for it, a
+# virtual screen (Xvfb) and a PulseAudio server with a null sink take their place.
 # Everything started in the background has all three standard handles on /dev/null: whoever reads a script's output through a
 # pipe would otherwise wait for it.
 
-root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
-QUORVEX_ENV=${QUORVEX_ENV:-wine}
-env_dir=$root/build/env/$QUORVEX_ENV
-bin_dir=$root/build/win/bin
+wine_tools=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+source "$wine_tools/layout.sh"
 mkdir -p "$env_dir"
 
-export WINEPREFIX=$root/build/$QUORVEX_ENV
 export WINEARCH=win64
 export WINEDEBUG=${WINEDEBUG:--all}
 # Wine takes file names as UTF-8 only in an installed UTF-8 locale, and C.UTF-8 is always there.
 export LANG=C.UTF-8 LC_ALL=C.UTF-8
-# No questions about Mono and Gecko; a crash ends its process at once, with its exit code.
-export WINEDLLOVERRIDES=${WINEDLLOVERRIDES:-winedbg.exe=d;mscoree=d;mshtml=d}
+# No questions about Mono and Gecko; a crash ends its process at once, with its exit code; Wine's own programs stay out of the user's
+# menu and file associations.
+export WINEDLLOVERRIDES=${WINEDLLOVERRIDES:-winedbg.exe=d;mscoree=d;mshtml=d;winemenubuilder.exe=d}
 unset DISPLAY_ERROR
 
 alive() { [ -s "$1" ] && kill -0 "$(cat "$1")" 2>/dev/null; }
@@ -66,6 +63,10 @@ virtual_sound() {
 # Chooses display and sound: the user's, else virtual ones. Sets virtual_screen to 1 or 0.
 choose_display_and_sound() {
   virtual_screen=0
+  if [ "$virtual_parts" = 0 ]; then
+    display_works || { echo "Quorvex needs a screen, and ${DISPLAY:-DISPLAY} names none that works." >&2; return 1; }
+    return 0
+  fi
   if [ "${QUORVEX_VIRTUAL:-0}" = 1 ] || ! display_works; then
     virtual_screen=1
     virtual_display || return
@@ -95,7 +96,6 @@ stop_environment() {
 
 # Keeps the Wine server and its desktop process up between programs: a program then starts in 0.1 s instead of 4.
 keep_wine_alive() {
-  local keeper=$root/build/win/tests/keep_alive.exe
   [ -f "$keeper" ] || return 0
   alive "$env_dir/keep.pid" && return
   setsid wine "$keeper" </dev/null >/dev/null 2>&1 9>&- &
@@ -110,7 +110,7 @@ boot_wine() { wine cmd /c exit </dev/null >/dev/null 2>&1 9>&-; }
 start_environment() {
   exec 9>"$env_dir/lock"
   flock 9
-  choose_display_and_sound && "$root/tools/wine/prepare-prefix" 9>&- && apply_window_management
+  choose_display_and_sound && "$wine_tools/prepare-prefix" 9>&- && apply_window_management
   local result=$?
   if [ "$result" = 0 ]; then
     [ "$virtual_screen" = 1 ] && keep_wine_alive
