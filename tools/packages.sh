@@ -1,6 +1,6 @@
 # The Debian packages that Quorvex needs, by what they are for; sourced.
 packages_build=(
-  g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 cmake ninja-build make nasm xz-utils bzip2 ca-certificates
+  g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 cmake ninja-build make nasm patch xz-utils bzip2 ca-certificates
   python3 python3-pil librsvg2-bin fonts-liberation fluidsynth timgm6mb-soundfont)
 packages_wine=(
   wine wine64 fonts-wine libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libxcomposite1
