@@ -37,6 +37,7 @@ add_library(
   devices/audio_adjustment.cpp
   devices/cd/cd_device.cpp
   devices/cd/cd_drive.cpp
+  devices/cd/cd_playlist_dialog.cpp
   devices/cd/mci_error.cpp
   devices/current_device.cpp
   devices/device.cpp
