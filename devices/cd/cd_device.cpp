@@ -268,6 +268,7 @@ bool CCDDevice::BuildPlayOrder() {
 
 bool CCDDevice::ApplyPlayOrder() {
   orderIndex = 0;
+  if (!audioDisc) return true;
   if (drive.QueryMode() == MCI_MODE_PLAY) {
     if (const int index = IndexOf(drive.QueryCurrentTrack()); index >= 0) {
       orderIndex = index;
