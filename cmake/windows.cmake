@@ -34,6 +34,7 @@ add_library(
   base/file_bytes.cpp
   base/full_path.cpp
   base/ini_file.cpp
+  base/wide_text.cpp
   devices/audio_adjustment.cpp
   devices/cd/cd_device.cpp
   devices/cd/cd_drive.cpp
@@ -58,15 +59,22 @@ add_library(
   devices/media/render_file.cpp
   devices/open_sequence.cpp
   devices/shared_state.cpp
+  devices/tv/audio_format.cpp
   devices/tv/auto_tune.cpp
   devices/tv/caption_chain.cpp
   devices/tv/capture_devices.cpp
   devices/tv/capture_dialogs.cpp
+  devices/tv/capture_disk.cpp
+  devices/tv/capture_file.cpp
+  devices/tv/capture_file_dialog.cpp
   devices/tv/capture_graph.cpp
   devices/tv/channels.cpp
   devices/tv/device_category.cpp
   devices/tv/pin_format.cpp
   devices/tv/pins.cpp
+  devices/tv/ready_to_record_dialog.cpp
+  devices/tv/record_graph.cpp
+  devices/tv/recording.cpp
   devices/tv/tv_device.cpp
   devices/tv/video_adjustment.cpp
   devices/tv/video_inputs.cpp

@@ -14,6 +14,8 @@
 #define IDD_PLAYLIST_TITLE 166
 #define IDD_CD_PLAYLIST 172
 #define IDB_PANEL 173
+#define IDD_CAPTURE_FILE 183
+#define IDD_READY_TO_RECORD 184
 #define IDI_QUORVEX 186
 #define IDB_SEGMENTS 187
 
@@ -23,9 +25,12 @@
 #define IDS_TRACK 63
 #define IDS_PLAYLIST_FULL 64
 
+#define IDC_FREE_SPACE 400
+#define IDC_CAPTURE_SIZE 401
 #define IDC_TITLE 1080
 #define IDC_ALBUM_LIST 1085
 #define IDC_CONTENT_LIST 1086
+#define IDC_CHANGE_FILE 1087
 #define IDC_NEW_ALBUM 1087
 #define IDC_DELETE_ALBUM 1088
 #define IDC_DELETE_ENTRY 1089
@@ -35,6 +40,7 @@
 #define IDC_OPEN_PLAYLIST 1095
 #define IDC_ALBUM_TITLE 1096
 #define IDC_DRAG_HINT 1100
+#define IDC_CAPTURE_PATH 1420
 
 // The CD play-list editor's; every dialog numbers its controls for itself.
 #define IDC_EDITOR_HELP 3

@@ -20,6 +20,7 @@ CTVDevice::CTVDevice() : CGraphDevice(DeviceType::kTv) {}
 
 CTVDevice::~CTVDevice() {
   CTVDevice::SaveSettings();
+  CTVDevice::Stop();
   EndEntry();
   HideVideo();
   SetDisplayElement(kChannelLabel, 0);
@@ -75,9 +76,22 @@ bool CTVDevice::Close() {
 void CTVDevice::OnGraphEvent() {
   GraphEvent event;
   while (TakeEvent(event)) {
-    if (event.code == EC_DEVICE_LOST)
-      SetDisplayText(event.second == 0 ? "The capture device is gone" : "");  // 1: it is back
+    if (event.code == EC_DEVICE_LOST) OnDeviceLost(event.second != 0);
+    if (event.code == EC_ERRORABORT || event.code == EC_STREAM_ERROR_STOPPED)
+      OnWritingFailed(static_cast<HRESULT>(event.first));
   }
+}
+
+// What was recorded so far is kept.
+void CTVDevice::OnDeviceLost(bool isBack) {
+  const char* const text = isBack ? "" : "The capture device is gone";
+  recording && !isBack ? EndRecording(text) : SetDisplayText(text);
+}
+
+void CTVDevice::OnWritingFailed(HRESULT result) {
+  if (!recording) return;
+  const bool full = result == HRESULT_FROM_WIN32(ERROR_DISK_FULL);
+  EndRecording(full ? "Recording stopped: the disk is full" : "Recording stopped: cannot write the file");
 }
 
 bool CTVDevice::Play(int /*item*/, int /*reserved*/) {
