@@ -4,8 +4,7 @@
 
 #include <evcode.h>
 
-#include "base/ini_file.h"
-#include "devices/shared_state.h"
+#include "devices/config_store.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
 
@@ -101,6 +100,16 @@ bool CTVDevice::Play(int /*item*/, int /*reserved*/) {
   return false;
 }
 
+void CTVDevice::SetTunerInput(TunerFeed input) {
+  tunerInput = input;
+  ApplyTunerInput();
+}
+
+void CTVDevice::SetCaptionBackground(bool opaque) {
+  captionOpaque = opaque;
+  ApplyCaptionBackground();
+}
+
 bool CTVDevice::ToggleClosedCaption() {
   if (!captionDecoder) return false;
   captionsOn = !captionsOn;
@@ -109,7 +118,7 @@ bool CTVDevice::ToggleClosedCaption() {
 }
 
 bool CTVDevice::LoadSettings() {
-  const IniSnapshot store = IniFile(configPath).Read();
+  const IniSnapshot store = ReadConfig();
   const TvSettings tv = ReadTvSettings(store.document);
   tunerInput = tv.tunerInput;
   videoInput = tv.videoInput;
@@ -130,10 +139,9 @@ bool CTVDevice::SaveSettings() {
 }
 
 bool CTVDevice::UpdateStore(const std::function<void(IniDocument&)>& change) {
-  const IniFile::Result result = IniFile(configPath).Update(change);
-  if (result == IniFile::Result::kDone) return true;
-  SetDisplayText(result == IniFile::Result::kFailed ? "Cannot write quorvex.ini" : "Cannot read quorvex.ini");
-  return false;
+  const IniFile::Result result = UpdateConfig(change);
+  TellConfigResult(result);
+  return result == IniFile::Result::kDone;
 }
 
 void CTVDevice::TellRefusal(HRESULT result, const std::string& text) {

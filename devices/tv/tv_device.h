@@ -86,6 +86,13 @@ class CTVDevice final : public CGraphDevice {
   bool LoadSettings() override;
   bool SaveSettings() override;
 
+  // The tuner's input. Another one brings its own list of channels and its last channel; so does the same anew.
+  [[nodiscard]] TunerFeed TunerInput() const { return tunerInput; }
+  void SetTunerInput(TunerFeed input);
+
+  // Whether captions get a background.
+  void SetCaptionBackground(bool opaque);
+
   // What is shown, in words.
   [[nodiscard]] bool HasTuner() const { return static_cast<bool>(tuner); }
   [[nodiscard]] const char* InputName() const;
