@@ -40,6 +40,7 @@ add_library(
   devices/cd/cd_drive.cpp
   devices/cd/cd_playlist_dialog.cpp
   devices/cd/mci_error.cpp
+  devices/cd/playlist_view.cpp
   devices/config_store.cpp
   devices/current_device.cpp
   devices/device.cpp

@@ -1,42 +1,18 @@
 // The CD device over the real MCI and the virtual drive.
 #include "devices/cd/cd_device.h"
 
-#include "devices/cd/disc_store.h"
+#include "tests/support/cd_panel.h"
 #include "tests/support/message_box.h"
-#include "tests/support/panel.h"
-#include "tests/support/virtual_drive.h"
 
 namespace quorvex {
 namespace {
 
-class CdDeviceTest : public PanelTest {
+class CdDeviceTest : public CdPanelTest {
  protected:
-  ~CdDeviceTest() override { currentDevice.reset(); }
-
-  static int First() { return Number(kFirstNumber); }
-  static int Second() { return Number(kSecondNumber); }
   static int Seconds() {
     return Shown(kMinutesTens) * 600 + Shown(kMinutesUnits) * 60 + Shown(kSecondsTens) * 10 +
            Shown(kSecondsUnits);
   }
-  static PlayState State() { return currentDevice->playState; }
-  static bool Until(const std::function<bool()>& done) { return PumpUntil(done, 8000); }
-
-  // The CD device with a disc that is playing its first entry (or lies still without AutoPlay).
-  void OpenWith(const std::vector<int>& seconds, const std::string& config = "") {
-    stores.Write("quorvex.ini", "[CD]\r\n" + config);
-    drive.Insert(seconds);
-    Press(kCommandCd);
-    ASSERT_TRUE(Until([&] { return Second() == static_cast<int>(seconds.size()); }));
-    const bool plays = config.find("AutoPlay=0") == std::string::npos;
-    ASSERT_TRUE(Until([&] { return State() == (plays ? PlayState::kPlaying : PlayState::kStopped); }));
-  }
-
-  void StorePlaylist(const std::vector<int>& seconds, const std::string& playlist) const {
-    stores.Write("cd.abm", "[" + DiscIdentifier(seconds) + "]\r\nPlaylist=" + playlist + "\r\n");
-  }
-
-  VirtualDrive drive;
 };
 
 TEST_F(CdDeviceTest, ADiscIsRegisteredShownAndPlayed) {
