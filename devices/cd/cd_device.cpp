@@ -3,6 +3,7 @@
 #include "devices/cd/disc_store.h"
 #include "devices/cd/mci_error.h"
 #include "devices/cd/playlist_view.h"
+#include "devices/config_store.h"
 #include "devices/shared_state.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
@@ -251,7 +252,7 @@ void CCDDevice::OnMciNotify(std::uint32_t code) {
 }
 
 bool CCDDevice::LoadSettings() {
-  const IniSnapshot config = IniFile(configPath).Read();
+  const IniSnapshot config = ReadConfig();
   autoPlay = config.Integer("CD", "AutoPlay", 1) != 0;
   stopOnExit = config.Integer("CD", "StopOnExit", 0) != 0;
   usePlayList = config.Integer("CD", "UsePlayList", 0) != 0;

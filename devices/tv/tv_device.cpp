@@ -4,8 +4,7 @@
 
 #include <evcode.h>
 
-#include "base/ini_file.h"
-#include "devices/shared_state.h"
+#include "devices/config_store.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
 
@@ -20,6 +19,7 @@ CTVDevice::CTVDevice() : CGraphDevice(DeviceType::kTv) {}
 
 CTVDevice::~CTVDevice() {
   CTVDevice::SaveSettings();
+  CTVDevice::Stop();
   EndEntry();
   HideVideo();
   SetDisplayElement(kChannelLabel, 0);
@@ -75,9 +75,22 @@ bool CTVDevice::Close() {
 void CTVDevice::OnGraphEvent() {
   GraphEvent event;
   while (TakeEvent(event)) {
-    if (event.code == EC_DEVICE_LOST)
-      SetDisplayText(event.second == 0 ? "The capture device is gone" : "");  // 1: it is back
+    if (event.code == EC_DEVICE_LOST) OnDeviceLost(event.second != 0);
+    if (event.code == EC_ERRORABORT || event.code == EC_STREAM_ERROR_STOPPED)
+      OnWritingFailed(static_cast<HRESULT>(event.first));
   }
+}
+
+// What was recorded so far is kept.
+void CTVDevice::OnDeviceLost(bool isBack) {
+  const char* const text = isBack ? "" : "The capture device is gone";
+  recording && !isBack ? EndRecording(text) : SetDisplayText(text);
+}
+
+void CTVDevice::OnWritingFailed(HRESULT result) {
+  if (!recording) return;
+  const bool full = result == HRESULT_FROM_WIN32(ERROR_DISK_FULL);
+  EndRecording(full ? "Recording stopped: the disk is full" : "Recording stopped: cannot write the file");
 }
 
 bool CTVDevice::Play(int /*item*/, int /*reserved*/) {
@@ -85,6 +98,16 @@ bool CTVDevice::Play(int /*item*/, int /*reserved*/) {
   if (SUCCEEDED(mediaControl->Run())) return true;
   mediaControl->Stop();
   return false;
+}
+
+void CTVDevice::SetTunerInput(TunerFeed input) {
+  tunerInput = input;
+  ApplyTunerInput();
+}
+
+void CTVDevice::SetCaptionBackground(bool opaque) {
+  captionOpaque = opaque;
+  ApplyCaptionBackground();
 }
 
 bool CTVDevice::ToggleClosedCaption() {
@@ -95,7 +118,7 @@ bool CTVDevice::ToggleClosedCaption() {
 }
 
 bool CTVDevice::LoadSettings() {
-  const IniSnapshot store = IniFile(configPath).Read();
+  const IniSnapshot store = ReadConfig();
   const TvSettings tv = ReadTvSettings(store.document);
   tunerInput = tv.tunerInput;
   videoInput = tv.videoInput;
@@ -116,10 +139,9 @@ bool CTVDevice::SaveSettings() {
 }
 
 bool CTVDevice::UpdateStore(const std::function<void(IniDocument&)>& change) {
-  const IniFile::Result result = IniFile(configPath).Update(change);
-  if (result == IniFile::Result::kDone) return true;
-  SetDisplayText(result == IniFile::Result::kFailed ? "Cannot write quorvex.ini" : "Cannot read quorvex.ini");
-  return false;
+  const IniFile::Result result = UpdateConfig(change);
+  TellConfigResult(result);
+  return result == IniFile::Result::kDone;
 }
 
 void CTVDevice::TellRefusal(HRESULT result, const std::string& text) {
