@@ -145,8 +145,9 @@ int RecordBare(const char* file, int seconds, Size size) {
 int Copy(const char* from, const char* to) {
   std::wstring source = Wide(from);
   std::wstring target = Wide(to);
+  const Graph graph;
   const ULONGLONG begin = ::GetTickCount64();
-  const HRESULT result = Graph().builder->CopyCaptureFile(source.data(), target.data(), FALSE, nullptr);
+  const HRESULT result = graph.builder->CopyCaptureFile(source.data(), target.data(), FALSE, nullptr);
   std::printf("%llu\n", ::GetTickCount64() - begin);
   return result == S_OK ? 0 : 1;
 }
