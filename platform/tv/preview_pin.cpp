@@ -5,7 +5,12 @@
 namespace quorvex {
 
 PreviewPin::PreviewPin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures)
-    : LivePin(owner, itsDevice, L"Preview", PIN_CATEGORY_PREVIEW), source(pictures), delivery(*this) {}
+    : LivePin(owner, itsDevice, L"Preview", PIN_CATEGORY_PREVIEW), source(pictures), delivery(*this), control(*this, owner) {}
+
+void* PreviewPin::Find(REFIID iid) {
+  if (iid == __uuidof(IAMStreamControl)) return static_cast<IAMStreamControl*>(&control);
+  return LivePin::Find(iid);
+}
 
 std::vector<MediaType> PreviewPin::Types() {
   const CaptureFormat format = source.Format();
@@ -18,6 +23,7 @@ ALLOCATOR_PROPERTIES PreviewPin::BufferNeeds(const MediaType& type) {
 }
 
 void PreviewPin::Send(const FramePacer::Frame& frame) {
+  if (!control.Passes(frame.begin)) return;
   const Scene scene = source.Seen();
   const ColorAdjustment adjustment = source.Adjustment();
   delivery.Deliver(frame.begin, frame.end, [&](const PictureView& view) {

@@ -5,6 +5,7 @@
 #include "platform/common/picture_delivery.h"
 #include "platform/tv/live_pin.h"
 #include "platform/tv/picture_source.h"
+#include "platform/tv/stream_control.h"
 #include "platform/tv/test_picture.h"
 
 namespace quorvex {
@@ -15,6 +16,7 @@ class PreviewPin final : public LivePin {
   ~PreviewPin() { End(); }
 
  protected:
+  void* Find(REFIID iid) override;
   std::vector<MediaType> Types() override;
   ALLOCATOR_PROPERTIES BufferNeeds(const MediaType& type) override;
   MediaTime FrameTime() override { return source.Format().frameTime; }
@@ -24,6 +26,7 @@ class PreviewPin final : public LivePin {
  private:
   PictureSource& source;
   PictureDelivery delivery;
+  StreamControl control;
   TestPicture picture;
 };
 

@@ -1,353 +1,442 @@
-// Recording with a scripted card: how the graph is built and taken down, what is asked and told, and how it
-// ends.
-#include <evcode.h>
+// Recordings of the virtual card and the line input, made as a capture application makes them, and what becomes of
+// the files.
+#include <gtest/gtest.h>
+#include <windows.h>
 
-#include "tests/support/dialog_script.h"
+#include <dshow.h>
+#include <evcode.h>
+#include <vfwmsgs.h>
+
+#include "base/capture_recovery_interface.h"
+#include "platform/avi/avi_extent.h"
+#include "platform/avi/avi_movie.h"
+#include "platform/tv/capture_file.h"
+#include "platform/tv/capture_type.h"
+#include "tests/support/card_graph.h"
 #include "tests/support/pump.h"
-#include "tests/support/tv_panel.h"
+#include "tests/support/small_disk.h"
+#include "tests/support/temp_folder.h"
 
 namespace quorvex {
 namespace {
 
-constexpr char kReady[] = "Ready to Record";
+constexpr std::uint64_t kMegabyte = 1ULL << 20;
 
-class TvRecordingTest : public TvTest {
+std::wstring Wide(const std::string& text) { return {text.begin(), text.end()}; }
+
+struct Builder {
+  Builder() {
+    ::CoCreateInstance(CLSID_CaptureGraphBuilder, nullptr, CLSCTX_INPROC_SERVER, __uuidof(ICaptureGraphBuilder),
+                       builder.ReceiveVoid());
+  }
+  [[nodiscard]] HRESULT Allocate(const std::string& path, std::uint64_t bytes) const {
+    return builder->AllocCapFile(Wide(path).c_str(), bytes);
+  }
+  [[nodiscard]] HRESULT Copy(const std::string& from, const std::string& to, bool escape = false,
+                             IAMCopyCaptureFileProgress* progress = nullptr) const {
+    std::wstring source = Wide(from);
+    std::wstring target = Wide(to);
+    return builder->CopyCaptureFile(source.data(), target.data(), escape ? TRUE : FALSE, progress);
+  }
+  HRESULT Recover(const std::string& path, LONGLONG& length) const {
+    const auto recovery = builder.As<ICaptureRecovery>();
+    return recovery ? recovery->Recover(Wide(path).c_str(), &length) : E_NOINTERFACE;
+  }
+
+  ComPtr<ICaptureGraphBuilder> builder;
+};
+
+// A recording graph of the player's kind: the card's Capture pin and the line input into one file.
+class RecordingGraph : public CardGraph, public Builder {
+ public:
+  explicit RecordingGraph(const std::string& file) {
+    EXPECT_EQ(builder->SetFiltergraph(graph.Get()), S_OK);
+    SetFormat({PixelLayout::kYuy2, {160, 120}, kSecond * 1001 / 30000});
+    line = FilterNamed(CLSID_AudioInputDeviceCategory, kLineInputName);
+    if (line) graph->AddFilter(line.Get(), L"line");
+    result = builder->SetOutputFileName(&MEDIASUBTYPE_Avi, Wide(file).c_str(), mux.Receive(), sink.Receive());
+  }
+
+  void SetFormat(const CaptureFormat& format) const {
+    const auto config = Pin(PIN_CATEGORY_CAPTURE).As<IAMStreamConfig>();
+    MediaType type = TypeOf(format);
+    EXPECT_EQ(config->SetFormat(const_cast<AM_MEDIA_TYPE*>(&type.Get())), S_OK);
+  }
+
+  HRESULT Render() const {
+    const HRESULT video = builder->RenderStream(&PIN_CATEGORY_CAPTURE, card.Get(), nullptr, mux.Get());
+    const HRESULT audio = builder->RenderStream(&PIN_CATEGORY_CAPTURE, line.Get(), nullptr, mux.Get());
+    return FAILED(video) ? video : audio;
+  }
+
+  [[nodiscard]] LONG Frames() const {
+    LONG count = -1;
+    mux.As<IAMDroppedFrames>()->GetNumNotDropped(&count);
+    return count;
+  }
+  [[nodiscard]] LONG Dropped() const {
+    LONG count = -1;
+    mux.As<IAMDroppedFrames>()->GetNumDropped(&count);
+    return count;
+  }
+  [[nodiscard]] LONGLONG Length() const {
+    LONGLONG length = -1;
+    mux.As<IMediaSeeking>()->GetCurrentPosition(&length);
+    return length;
+  }
+
+  // Records until so many pictures are in the file.
+  void Record(LONG frames) const {
+    Run();
+    EXPECT_TRUE(PumpUntil([&] { return Frames() >= frames; }, 20000)) << Frames();
+    EXPECT_EQ(control->Stop(), S_OK);
+  }
+
+  ComPtr<IBaseFilter> line;
+  ComPtr<IBaseFilter> mux;
+  ComPtr<IFileSinkFilter> sink;
+  HRESULT result = E_FAIL;
+};
+
+// What a recording's file holds, chunk by chunk.
+struct ReadMovie {
+  explicit ReadMovie(const std::string& path) {
+    CaptureFile file;
+    if (FAILED(file.Open(Wide(path), CaptureFile::Mode::kRead))) return;
+    size = file.Size();
+    movieBytes = MovieBytes(file).value_or(0);
+    Bytes bytes(movieBytes);
+    if (movieBytes == 0 || file.Read(0, bytes) != bytes.size()) return;
+    const auto at = [&](const char* name) {
+      return static_cast<std::size_t>(
+          std::search(bytes.begin(), bytes.end(), name, name + 4) - bytes.begin());
+    };
+    const std::size_t strh = at("strh");
+    rate = {Number32(bytes, strh + 32), Number32(bytes, strh + 28)};
+    for (std::size_t place = at("movi") + 4; place + 8 < bytes.size();) {
+      const FourCc name = Number32(bytes, place);
+      const std::uint32_t length = Number32(bytes, place + 4);
+      if (name == Letters("00dc")) Note(bytes, place + 8, length);
+      if (name == Letters("01wb")) soundBytes += length;
+      place += 8 + Even(length);
+    }
+  }
+
+  void Note(const Bytes& bytes, std::size_t place, std::uint32_t length) {
+    if (length == 0) {
+      pictures.push_back(-1);
+      return;
+    }
+    // Of YUY2 only the luminance counts: spread it as a PictureView wants it.
+    constexpr int kWidth = 160;
+    constexpr int kHeight = 120;
+    Bytes pixels(static_cast<std::size_t>(kWidth) * kHeight * 4);
+    for (std::size_t i = 0; i < pixels.size() / 4; ++i) pixels[i * 4 + 1] = bytes.at(place + i * 2);
+    const auto marks = ReadDiscMarks({pixels.data(), kWidth * 4L, kWidth, kHeight});
+    pictures.push_back(marks ? marks->picture : -2);
+  }
+
+  std::uint64_t size = 0;
+  std::uint64_t movieBytes = 0;
+  UnitRate rate;
+  std::vector<int> pictures;  // -1: a lost one
+  std::uint64_t soundBytes = 0;
+};
+
+void ExpectInOrder(const std::vector<int>& pictures) {
+  ASSERT_FALSE(pictures.empty());
+  for (std::size_t i = 0; i < pictures.size(); ++i) {
+    EXPECT_TRUE(pictures[i] == pictures[0] + static_cast<int>(i) || pictures[i] == -1) << i << ": " << pictures[i];
+  }
+}
+
+bool Exists(const std::string& path) { return ::GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
+
+class TvRecordingTest : public testing::Test {
  protected:
-  // Opens a card whose capture file is set already.
-  void OpenWithFile(const std::string& options = "") {
-    Open("[CAPTURE]\r\nCaptureFile=C:\\tape.avi\r\n" + options);
-  }
+  TvRecordingTest() { ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+  ~TvRecordingTest() override { ::CoUninitialize(); }
 
-  // Presses Record and confirms; answers what the graph was asked.
-  std::string RecordOf(int answer = IDOK) {
-    tv.Take();
-    const DialogScript script({DialogScript::Press(kReady, answer)});
-    Press(kCommandRecord);
-    return tv.Take();
-  }
-
-  static bool IsRecording() {
-    EXPECT_EQ(IsLit(kCommandRecord), currentDevice->recording);
-    EXPECT_EQ(Shown(kRecordLamp), currentDevice->recording ? 1 : 0);
-    return currentDevice->recording;
-  }
-
-  void Tell(long code, LONG_PTR first, LONG_PTR second = 0) {
-    tv.events.push_back({code, first, second});
-    ::SendMessageA(mainWindow, kGraphMessage, 0, 0);
-    EXPECT_EQ(tv.unfreedEvents, 0);
-  }
-
-  // What is left of calls from a line on.
-  static std::string From(const std::string& calls, const std::string& line) {
-    const std::size_t at = calls.find(line);
-    return at == std::string::npos ? "nothing of " + line + " in " + calls : calls.substr(at);
-  }
+  TempFolder folder;
 };
 
-TEST_F(TvRecordingTest, BuildsItsGraphAndGoesBackToThePreview) {
-  OpenWithFile();
-  const std::string calls = RecordOf();
-  EXPECT_EQ(calls.substr(0, 5), "Stop\n");
-  EXPECT_EQ(From(calls, "SetOutputFileName"),
-            "SetOutputFileName C:\\tape.avi\nSetOutputCompatibilityIndex 1\nSetMasterStream -1\n"
-            "Render card capture into mux\nRenderStream preview\nRender line capture into mux\n"
-            "Find card IVideoWindow preview\nSetFormat 666666\n"
-            "Control preview now to never\nControl capture never to now\nRun\n"
-            "Control capture now to never\n");
-  EXPECT_TRUE(IsRecording());
-  EXPECT_EQ(ShownText(), "C:\\tape.avi");
-  EXPECT_EQ(LogOf(kCommandRecord), "") << "it does already";
-  EXPECT_EQ(LogOf(kCommandPause), "Control capture never to now\n");
-  EXPECT_TRUE(IsRecording()) << "only Stop ends it";
-  const std::string end = LogOf(kCommandStop);
-  EXPECT_EQ(end.substr(0, 5), "Stop\n");
-  EXPECT_LT(end.find("Remove mux\n"), end.find("RenderStream preview\n"));
-  EXPECT_LT(end.find("gone mux\n"), end.find("RenderStream preview\n"));
-  EXPECT_EQ(end.substr(end.rfind('\n', end.size() - 2) + 1), "Run\n");
-  EXPECT_FALSE(IsRecording());
-  EXPECT_EQ(ShownText(), "");
-  EXPECT_EQ(LogOf(kCommandStop), "") << "there is nothing to stop";
-  EXPECT_EQ(LogOf(kCommandPause), "") << "nor to hold";
+TEST_F(TvRecordingTest, EveryPictureAndAllSoundIsInTheFile) {
+  const PluggedCards cards;
+  const std::string path = folder.Path("a.avi");
+  ASSERT_EQ(Builder().Allocate(path, 40 * kMegabyte), S_OK);
+  RecordingGraph recording(path);
+  ASSERT_EQ(recording.result, S_OK);
+  ASSERT_EQ(recording.Render(), S_OK);
+  recording.Record(70);
+  const ReadMovie movie(path);
+  EXPECT_EQ(movie.size, 40 * kMegabyte) << "the space stays for the next recording";
+  ExpectInOrder(movie.pictures);
+  const auto lost = std::count(movie.pictures.begin(), movie.pictures.end(), -1);
+  EXPECT_EQ(recording.Dropped(), lost);
+  EXPECT_EQ(recording.Frames(), static_cast<LONG>(movie.pictures.size()) - lost);
+  EXPECT_EQ(movie.rate, (UnitRate{30000, 1001}));
+  const double seconds = static_cast<double>(movie.pictures.size()) * 1001 / 30000;
+  EXPECT_NEAR(static_cast<double>(movie.soundBytes) / (44100 * 4), seconds, 0.4);
+  EXPECT_NEAR(static_cast<double>(recording.Length()) / kSecond, seconds, 0.4);
+  EXPECT_FALSE(Exists(path + ".journal"));
 }
 
-TEST_F(TvRecordingTest, TheOptionsAreThoseOfTheSettings) {
+TEST_F(TvRecordingTest, TheSameFileIsRecordedIntoAgain) {
+  const PluggedCards cards;
+  const std::string path = folder.Path("a.avi");
+  ASSERT_EQ(Builder().Allocate(path, 20 * kMegabyte), S_OK);
+  RecordingGraph recording(path);
+  ASSERT_EQ(recording.Render(), S_OK);
+  recording.Record(60);
+  const ReadMovie longer(path);
+  recording.Record(20);
+  const ReadMovie shorter(path);
+  EXPECT_LT(shorter.movieBytes, longer.movieBytes);
+  EXPECT_EQ(shorter.size, 20 * kMegabyte);
+  ExpectInOrder(shorter.pictures);
+}
+
+TEST_F(TvRecordingTest, WhatIsHeldBackIsNotRecorded) {
+  const PluggedCards cards;
+  const std::string path = folder.Path("a.avi");
+  RecordingGraph recording(path);
+  ASSERT_EQ(recording.Render(), S_OK);
+  REFERENCE_TIME never = MAXLONGLONG;
+  ICaptureGraphBuilder* const builder = recording.builder.Get();
+  EXPECT_EQ(builder->ControlStream(&PIN_CATEGORY_CAPTURE, nullptr, &never, nullptr, 0, 0), S_OK);
+  recording.Run();
+  PumpFor(700);
+  EXPECT_EQ(recording.Frames(), 0);
+  EXPECT_EQ(builder->ControlStream(&PIN_CATEGORY_CAPTURE, nullptr, nullptr, &never, 0, 0), S_OK);
+  EXPECT_TRUE(PumpUntil([&] { return recording.Frames() >= 20; }, 10000));
+  EXPECT_EQ(recording.control->Stop(), S_OK);
+  const ReadMovie movie(path);
+  ExpectInOrder(movie.pictures);
+  EXPECT_GE(movie.pictures.front(), 10) << "those before were held back";
+  EXPECT_EQ(movie.size, movie.movieBytes) << "a file of no size beforehand ends with the movie";
+}
+
+TEST_F(TvRecordingTest, PicturesThatTheCardLostLeaveGaps) {
+  const PluggedCards cards;
+  const std::string path = folder.Path("a.avi");
+  RecordingGraph recording(path);
+  ASSERT_EQ(recording.Render(), S_OK);
+  cards->slowFrames = 80;
+  recording.Record(20);
+  const ReadMovie movie(path);
+  ExpectInOrder(movie.pictures);
+  EXPECT_GE(recording.Dropped(), 15);
+  const double seconds = static_cast<double>(movie.pictures.size()) * 1001 / 30000;
+  EXPECT_NEAR(static_cast<double>(movie.soundBytes) / (44100 * 4), seconds, 0.5);
+}
+
+TEST_F(TvRecordingTest, ARateThatIsSetLateIsTheFilesRate) {
+  const PluggedCards cards;
+  const std::string path = folder.Path("a.avi");
+  RecordingGraph recording(path);
+  ASSERT_EQ(recording.Render(), S_OK);
+  recording.SetFormat({PixelLayout::kYuy2, {160, 120}, kSecond / 15});
+  recording.Record(20);
+  const ReadMovie movie(path);
+  EXPECT_EQ(movie.rate, (UnitRate{15, 1}));
+  ExpectInOrder(movie.pictures);
+}
+
+TEST_F(TvRecordingTest, SettingsOfTheMultiplexer) {
+  const PluggedCards cards;
+  const std::string path = folder.Path("a.avi");
+  RecordingGraph recording(path);
+  const auto settings = recording.mux.As<IConfigAviMux>();
+  ASSERT_TRUE(settings);
   struct Case {
-    const char* options;
-    const char* calls;
+    LONG master;
+    HRESULT result;
   };
-  const Case cases[] = {
-      {"CaptureAudio=0\r\nMasterStream=1\r\nUseFrameRate=0\r\n",
-       "SetOutputCompatibilityIndex 1\nRender card capture into mux\nRenderStream preview\n"
-       "Find card IVideoWindow preview\nControl preview"},
-      {"MasterStream=1\r\nFrameRate=333667\r\n",
-       "SetOutputCompatibilityIndex 1\nSetMasterStream 1\nRender card capture into mux\nRenderStream "
-       "preview\n"
-       "Render line capture into mux\nFind card IVideoWindow preview\nSetFormat 333667\nControl preview"}};
-  for (const Case& one : cases) {
-    OpenWithFile(one.options);
-    EXPECT_EQ(From(RecordOf(), "SetOutputCompatibilityIndex").substr(0, std::string(one.calls).size()),
-              one.calls);
-    Press(kCommandCloseDevice);
-  }
+  for (const Case& each : {Case{-2, E_INVALIDARG}, Case{4, E_INVALIDARG}, Case{-1, S_OK}, Case{0, S_OK}, Case{1, S_OK}})
+    EXPECT_EQ(settings->SetMasterStream(each.master), each.result) << each.master;
+  LONG master = 0;
+  BOOL old = FALSE;
+  EXPECT_EQ(settings->GetMasterStream(&master), S_OK);
+  EXPECT_EQ(master, 1);
+  EXPECT_EQ(settings->SetOutputCompatibilityIndex(TRUE), S_OK);
+  EXPECT_EQ(settings->GetOutputCompatibilityIndex(&old), S_OK);
+  EXPECT_EQ(old, TRUE);
+  EXPECT_TRUE(recording.mux.As<IConfigInterleaving>());
+  LPOLESTR name = nullptr;
+  EXPECT_EQ(recording.sink->GetCurFile(&name, nullptr), S_OK);
+  EXPECT_EQ(std::wstring(name), Wide(path));
+  ::CoTaskMemFree(name);
+  ASSERT_EQ(recording.Render(), S_OK);
+  recording.Run();
+  EXPECT_EQ(settings->SetMasterStream(0), VFW_E_NOT_STOPPED);
+  EXPECT_EQ(recording.sink->SetFileName(Wide(folder.Path("b.avi")).c_str(), nullptr), VFW_E_NOT_STOPPED);
+  EXPECT_EQ(recording.control->Stop(), S_OK);
 }
 
-struct Fault {
-  const char* step;
-  HRESULT answer;
-  std::vector<std::string> boxes;
-  bool records;
+TEST_F(TvRecordingTest, FilesThatCannotBeWrittenAreRefused) {
+  const PluggedCards cards;
+  const std::string readOnly = folder.Write("read-only.avi", "x");
+  ::SetFileAttributesA(readOnly.c_str(), FILE_ATTRIBUTE_READONLY);
+  const std::string used = folder.Write("used.avi", "0123456789");
+  CaptureFile user;
+  ASSERT_EQ(user.Open(Wide(used), CaptureFile::Mode::kOwn), S_OK);
+  const Builder builder;
+  for (const std::string& path : {readOnly, used, folder.Path("none\\a.avi"), folder.Path(""), std::string()}) {
+    RecordingGraph recording(path);
+    EXPECT_TRUE(FAILED(recording.result)) << path;
+    EXPECT_FALSE(recording.mux) << path;
+    EXPECT_EQ(FiltersOf(*recording.graph.Get()).size(), 2U) << "nothing is left in the graph: " << path;
+    EXPECT_TRUE(FAILED(builder.Allocate(path, kMegabyte))) << path;
+  }
+  user.Close();
+  EXPECT_EQ(folder.Read("used.avi"), "0123456789");
+  ::SetFileAttributesA(readOnly.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_F(TvRecordingTest, SpaceIsReallyTaken) {
+  const Builder builder;
+  const std::string path = folder.Path("a.avi");
+  const auto taken = [&] {
+    CaptureFile file;
+    FILE_STANDARD_INFO info{};
+    EXPECT_EQ(file.Open(Wide(path), CaptureFile::Mode::kRead), S_OK);
+    EXPECT_TRUE(::GetFileInformationByHandleEx(file.Handle(), FileStandardInfo, &info, sizeof info));
+    EXPECT_GE(info.AllocationSize.QuadPart, info.EndOfFile.QuadPart);
+    return static_cast<std::uint64_t>(info.EndOfFile.QuadPart);
+  };
+  EXPECT_EQ(builder.Allocate(path, 0), E_INVALIDARG);
+  EXPECT_FALSE(Exists(path));
+  EXPECT_EQ(builder.Allocate(path, 3 * kMegabyte + 7), S_OK);
+  EXPECT_EQ(taken(), 3 * kMegabyte + 7);
+  folder.Write("a.avi", std::string(100'000, 'x'));
+  EXPECT_EQ(builder.Allocate(path, 5 * kMegabyte), S_OK);
+  EXPECT_EQ(taken(), 5 * kMegabyte);
+  EXPECT_EQ(folder.Read("a.avi").substr(0, 100'001), std::string(100'000, 'x') + '\0') << "what was there stays";
+  EXPECT_EQ(builder.Allocate(path, kMegabyte), S_OK);
+  EXPECT_EQ(taken(), kMegabyte);
+  // More than any disk has: all is as it was.
+  EXPECT_EQ(builder.Allocate(path, 1ULL << 56), kDiskFull);
+  EXPECT_EQ(taken(), kMegabyte);
+  EXPECT_EQ(builder.Allocate(folder.Path("b.avi"), 1ULL << 56), kDiskFull);
+  EXPECT_FALSE(Exists(folder.Path("b.avi")));
+}
+
+// Told the progress of a copy; presses Esc from a percentage on, and lets it go at last.
+class Told final : public IAMCopyCaptureFileProgress {
+ public:
+  explicit Told(int escape = 1000) : escapeAt(escape) {}
+  ~Told() { ::keybd_event(VK_ESCAPE, 0, KEYEVENTF_KEYUP, 0); }
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+  ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+  ULONG STDMETHODCALLTYPE Release() override { return 1; }
+  HRESULT STDMETHODCALLTYPE Progress(int percent) override {
+    EXPECT_TRUE(told.empty() || percent > told.back());
+    told.push_back(percent);
+    if (percent >= escapeAt) ::keybd_event(VK_ESCAPE, 0, 0, 0);
+    return S_OK;
+  }
+
+  std::vector<int> told;
+  const int escapeAt;
 };
 
-TEST_F(TvRecordingTest, WhatFailsIsToldAndThePreviewComesBack) {
-  const Fault faults[] = {
-      {"SetOutputFileName", E_FAIL, {"Cannot set capture file."}, false},
-      {"IConfigAviMux", E_NOINTERFACE, {}, true},
-      {"SetMasterStream", E_FAIL, {"SetMasterStream failed!"}, true},
-      {"SetOutputCompatibilityIndex", E_FAIL, {}, true},
-      {"Render card", E_FAIL, {"Cannot render video capture stream."}, false},
-      {"Render line", E_FAIL, {"Cannot render audio capture stream."}, false},
-      {"Find card IVideoWindow", E_FAIL, {"This graph cannot preview properly."}, false},
-      {"Find card IVideoWindow", S_FALSE, {"This graph cannot preview properly."}, false},
-      {"RenderStream", E_FAIL, {"This graph cannot preview!"}, true},
-      {"SetFormat", E_FAIL, {"Error: Cannot set frame rate for preview."}, true},
-      {"Control preview", E_NOTIMPL, {}, true},
-      {"Control capture", E_NOTIMPL, {}, true},
-      {"Run", E_FAIL, {"Error 80004005: Cannot start graph"}, false},
-  };
-  for (const Fault& fault : faults) {
-    OpenWithFile();
-    std::vector<DialogScript::Step> steps;
-    for (const std::string& text : fault.boxes) steps.push_back(DialogScript::Box(text));
-    // Whatever fails for good fails once more when the preview is built, which is not looked at here.
-    const auto mend = [this, fault] { tv.answers.erase(fault.step); };
-    if (fault.records) {
-      steps.push_back({kReady, [mend](HWND dialog) {
-                         mend();
-                         ::PostMessageA(dialog, WM_COMMAND, IDOK, 0);
-                       }});
-    } else if (!steps.empty()) {
-      steps.back().use = [mend, use = steps.back().use](HWND box) {
-        mend();
-        use(box);
-      };
-    }
-    tv.answers = {{fault.step, fault.answer}};
-    {
-      const DialogScript script(steps);
-      Press(kCommandRecord);
-    }
-    EXPECT_EQ(IsRecording(), fault.records) << fault.step;
-    if (!fault.records) {
-      const std::string calls = tv.Take();
-      EXPECT_LT(calls.rfind("SetOutputFileName"), calls.rfind("RenderStream preview\n")) << fault.step;
-      EXPECT_EQ(calls.substr(calls.size() - 4), "Run\n") << fault.step;
-      EXPECT_EQ(ShownText(), "") << fault.step;
-    }
-    Press(kCommandCloseDevice);
-    EXPECT_EQ(tv.alive, 0) << fault.step;
-    EXPECT_EQ(tv.renderer.references, 1U) << fault.step;
-  }
-}
+TEST_F(TvRecordingTest, OnlyTheMovieIsCopied) {
+  const PluggedCards cards;
+  const std::string path = folder.Path("a.avi");
+  ASSERT_EQ(Builder().Allocate(path, 20 * kMegabyte), S_OK);
+  RecordingGraph recording(path);
+  ASSERT_EQ(recording.Render(), S_OK);
+  recording.Record(40);
+  const std::string copy = folder.Write("copy.avi", "what was there");
+  const Builder builder;
+  // Nothing is changed by copies that do not come about.
+  EXPECT_EQ(builder.Copy(folder.Path("none.avi"), copy), E_INVALIDARG);
+  EXPECT_EQ(builder.Copy(path, path), E_INVALIDARG);
+  EXPECT_EQ(builder.Copy(folder.Write("text.avi", "RIFF, or not"), copy), E_FAIL);
+  EXPECT_EQ(builder.Copy(path, folder.Path("none\\copy.avi")), E_INVALIDARG);
+  EXPECT_EQ(folder.Read("copy.avi"), "what was there");
 
-TEST_F(TvRecordingTest, ACardThatTakesNoOrdersForItsStreamsIsPausedUntilTheConfirmation) {
-  OpenWithFile();
-  tv.answers = {{"Control preview", E_NOTIMPL}};
-  EXPECT_EQ(From(RecordOf(), "Control"), "Control preview now to never\nPause\nRun\n");
-  Press(kCommandStop);
-  // One that then does not run.
-  tv.Take();
+  EXPECT_EQ(builder.Copy(path, copy), S_OK);
+  const ReadMovie whole(path);
+  const ReadMovie copied(copy);
+  EXPECT_EQ(copied.size, whole.movieBytes);
+  EXPECT_EQ(copied.pictures, whole.pictures);
+  EXPECT_FALSE(Exists(copy + ".part"));
+
+  Told all;
+  EXPECT_EQ(builder.Copy(path, copy, true, &all), S_OK);
+  EXPECT_EQ(all.told.front(), 0);
+  EXPECT_EQ(all.told.back(), 100);
   {
-    const DialogScript script({{kReady,
-                                [this](HWND dialog) {
-                                  tv.answers["Run"] = HRESULT_FROM_WIN32(ERROR_GEN_FAILURE);
-                                  ::PostMessageA(dialog, WM_COMMAND, IDOK, 0);
-                                }},
-                               {"Quorvex", [this](HWND box) {
-                                  tv.answers.erase("Run");
-                                  EXPECT_EQ(DialogScript::TextOf(box, 0xFFFF),
-                                            "Error 8007001f: Cannot run graph");
-                                  ::PostMessageA(box, WM_COMMAND, IDOK, 0);
-                                }}});
-    Press(kCommandRecord);
+    Told aborted(20);
+    EXPECT_EQ(builder.Copy(path, folder.Path("half.avi"), true, &aborted), S_FALSE);
+    EXPECT_LT(aborted.told.back(), 60);
   }
-  EXPECT_FALSE(IsRecording());
-  tv.answers["Pause"] = E_UNEXPECTED;
-  const DialogScript script({DialogScript::Box("Error 8000ffff: Cannot start graph")});
-  Press(kCommandRecord);
-  EXPECT_FALSE(IsRecording());
+  EXPECT_FALSE(Exists(folder.Path("half.avi")));
+  EXPECT_FALSE(Exists(folder.Path("half.avi.part")));
+  Told deaf(20);
+  EXPECT_EQ(builder.Copy(path, copy, false, &deaf), S_OK) << "Esc was not allowed";
 }
 
-TEST_F(TvRecordingTest, CancelAtTheConfirmationGoesBackToThePreview) {
-  OpenWithFile();
-  const std::string calls = RecordOf(IDCANCEL);
-  EXPECT_FALSE(IsRecording());
-  EXPECT_EQ(calls.find("Control capture now"), std::string::npos) << "nothing was captured";
-  EXPECT_LT(calls.find("Run\nStop\n"), calls.rfind("RenderStream preview\n"));
-  EXPECT_EQ(calls.substr(calls.size() - 4), "Run\n");
-  // With prompt to save on, the dialog for the copy follows.
-  Device().capture.promptToSave = true;
-  const DialogScript script(
-      {DialogScript::Press(kReady, IDCANCEL), DialogScript::Press("Set Capture File", IDCANCEL)});
-  Press(kCommandRecord);
-  EXPECT_FALSE(IsRecording());
+TEST_F(TvRecordingTest, AFullDiskEndsTheRecordingAndItIsWhole) {
+  const PluggedCards cards;
+  RecordingGraph recording(folder.Path("a.avi"));
+  const auto writer = recording.sink;
+  recording.graph->RemoveFilter(ComPtr<IFileSinkFilter>(writer).As<IBaseFilter>().Get());
+  const auto disk = ComPtr<SmallDisk>::Attach(new SmallDisk(kMegabyte));
+  recording.graph->AddFilter(disk.Get(), L"disk");
+  ASSERT_EQ(recording.graph->ConnectDirect(FindPin(*recording.mux.Get(), PINDIR_OUTPUT, nullptr).Get(),
+                                           FindPin(*disk.Get(), PINDIR_INPUT, nullptr).Get(), nullptr),
+            S_OK);
+  ASSERT_EQ(recording.Render(), S_OK);
+  recording.Run();
+  long code = 0;
+  LONG_PTR why = 0;
+  LONG_PTR other = 0;
+  EXPECT_TRUE(PumpUntil([&] { return recording.events->GetEvent(&code, &why, &other, 0) == S_OK && code == EC_ERRORABORT; }, 10000));
+  EXPECT_EQ(static_cast<HRESULT>(why), kDiskFull);
+  EXPECT_EQ(recording.control->Stop(), S_OK);
+  EXPECT_TRUE(disk->committed);
+  folder.Write("a.avi", {disk->bytes.begin(), disk->bytes.end()});
+  const ReadMovie movie(folder.Path("a.avi"));
+  EXPECT_EQ(movie.movieBytes, disk->bytes.size());
+  EXPECT_GT(movie.movieBytes, kMegabyte - 100'000);
+  ExpectInOrder(movie.pictures);
 }
 
-TEST_F(TvRecordingTest, TheConfirmationIsCentredOverThePanel) {
-  OpenWithFile();
-  const DialogScript script({{kReady, [](HWND dialog) {
-                                RECT box{};
-                                RECT panel{};
-                                ::GetWindowRect(dialog, &box);
-                                ::GetWindowRect(mainWindow, &panel);
-                                EXPECT_NEAR(box.left + box.right, panel.left + panel.right, 2);
-                                EXPECT_NEAR(box.top + box.bottom, panel.top + panel.bottom, 2);
-                                EXPECT_EQ(DialogScript::TextOf(dialog, IDOK), "Start recording");
-                                EXPECT_EQ(DialogScript::TextOf(dialog, IDCANCEL), "Cancel");
-                                ::PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
-                              }}});
-  Press(kCommandRecord);
-}
+TEST_F(TvRecordingTest, WhatWasCutOffIsFinished) {
+  const PluggedCards cards;
+  const Builder builder;
+  const std::string path = folder.Path("a.avi");
+  const std::string cut = folder.Path("cut.avi");
+  ASSERT_EQ(builder.Allocate(path, 20 * kMegabyte), S_OK);
+  RecordingGraph recording(path);
+  ASSERT_EQ(recording.Render(), S_OK);
+  LONGLONG length = -1;
+  recording.Run();
+  ASSERT_TRUE(PumpUntil([&] { return recording.Length() > 2 * kSecond; }, 20000));
+  EXPECT_TRUE(FAILED(builder.Recover(path, length))) << "a recording that goes on";
+  // What a kill would leave: the files as they are at a moment, the journal first.
+  ASSERT_TRUE(::CopyFileA((path + ".journal").c_str(), (cut + ".journal").c_str(), FALSE));
+  const LONGLONG then = recording.Length();
+  ASSERT_TRUE(::CopyFileA(path.c_str(), cut.c_str(), FALSE));
+  EXPECT_EQ(recording.control->Stop(), S_OK);
 
-TEST_F(TvRecordingTest, SoundThatIsNotThereIsNotRecorded) {
-  tv.AudioDevices().entries.clear();
-  OpenWithFile("CaptureAudio=1\r\n");
-  EXPECT_EQ(RecordOf().find("Render line"), std::string::npos) << "there is no sound input";
-  EXPECT_TRUE(IsRecording());
-  Press(kCommandStop);
-  Device().capture.audio = true;
-  Press(kCommandRecord);
-  EXPECT_FALSE(IsRecording());
-  EXPECT_EQ(ShownText(), "There is no sound input to record from");
-}
+  EXPECT_EQ(builder.Copy(cut, folder.Path("copy.avi")), E_FAIL) << "no movie yet";
+  EXPECT_EQ(builder.Recover(cut, length), S_OK);
+  EXPECT_GT(length, then - kSecond);
+  EXPECT_LE(length, then + kSecond / 2);
+  EXPECT_FALSE(Exists(cut + ".journal"));
+  const ReadMovie movie(cut);
+  ExpectInOrder(movie.pictures);
+  EXPECT_EQ(movie.size, 20 * kMegabyte);
+  EXPECT_NEAR(static_cast<double>(movie.pictures.size()) * 1001 / 30000, static_cast<double>(length) / kSecond, 0.3);
 
-TEST_F(TvRecordingTest, ACardWithoutAPreviewPinRecords) {
-  tv.answers = {{"RenderStream", VFW_S_NOPREVIEWPIN}};
-  OpenWithFile();
-  EXPECT_NE(RecordOf().find("Find card IVideoWindow capture\n"), std::string::npos);
-  EXPECT_TRUE(IsRecording());
-}
-
-TEST_F(TvRecordingTest, TheTimeRunsAndTheLimitEndsIt) {
-  OpenWithFile("EnableTimeLimit=1\r\nTimeLimit=1\r\n");
-  RecordOf();
-  EXPECT_TRUE(PumpUntil([] { return Shown(kSecondsUnits) == 1 || !currentDevice->recording; }));
-  EXPECT_TRUE(PumpUntil([] { return !currentDevice->recording; }));
-  EXPECT_FALSE(IsRecording());
-  EXPECT_EQ(Shown(kSecondsUnits), 1) << "the digits keep the last time";
-  // Without the limit it goes on.
-  Device().capture.timeLimitOn = false;
-  RecordOf();
-  EXPECT_TRUE(PumpUntil([] { return Shown(kSecondsUnits) == 2; }));
-  EXPECT_TRUE(IsRecording());
-  // The longest limit there is does not end it at once.
-  Device().capture.timeLimitSeconds = 4294967295U;
-  Device().capture.timeLimitOn = true;
-  PumpFor(300);
-  EXPECT_TRUE(IsRecording());
-}
-
-TEST_F(TvRecordingTest, AGraphThatDoesNotStopIsStillRecording) {
-  OpenWithFile();
-  RecordOf();
-  tv.answers["Stop"] = S_FALSE;
-  {
-    const DialogScript script({DialogScript::Box("Stop")});
-    Press(kCommandStop);
-  }
-  EXPECT_TRUE(IsRecording());
-  tv.answers.clear();
-  Press(kCommandStop);
-  EXPECT_FALSE(IsRecording());
-}
-
-TEST_F(TvRecordingTest, WhatEndsItBesidesTheUserIsToldOnTheTextLine) {
-  OpenWithFile();
-  struct Case {
-    long code;
-    LONG_PTR first;
-    LONG_PTR second;
-    const char* text;
-  };
-  const Case cases[] = {
-      {EC_ERRORABORT, HRESULT_FROM_WIN32(ERROR_DISK_FULL), 0, "Recording stopped: the disk is full"},
-      {EC_STREAM_ERROR_STOPPED, HRESULT_FROM_WIN32(ERROR_DISK_FULL), 0,
-       "Recording stopped: the disk is full"},
-      {EC_ERRORABORT, STG_E_MEDIUMFULL, 0, "Recording stopped: the disk is full"},
-      {EC_ERRORABORT, E_ACCESSDENIED, 0, "Recording stopped: cannot write the file"},
-      {EC_DEVICE_LOST, 0, 0, "The capture device is gone"}};
-  for (const Case& one : cases) {
-    Tell(one.code, one.first, one.second);
-    EXPECT_FALSE(IsRecording());
-    RecordOf();
-    EXPECT_TRUE(IsRecording());
-    Tell(EC_CLOCK_CHANGED, 0);
-    EXPECT_TRUE(IsRecording());
-    Tell(one.code, one.first, one.second);
-    EXPECT_FALSE(IsRecording());
-    EXPECT_EQ(ShownText(), one.text);
-    EXPECT_EQ(tv.log.substr(tv.log.size() - 4), "Run\n") << "the preview is back";
-  }
-  Tell(EC_DEVICE_LOST, 0, 1);
-  EXPECT_EQ(ShownText(), "") << "the device is back";
-}
-
-TEST_F(TvRecordingTest, ClosingTheDeviceFinishesTheFile) {
-  OpenWithFile();
-  RecordOf();
-  const std::string calls = LogOf(kCommandCloseDevice);
-  EXPECT_EQ(calls.substr(0, 5), "Stop\n");
-  EXPECT_NE(calls.find("gone mux\n"), std::string::npos);
-  EXPECT_EQ(Shown(kRecordLamp), 0);
-  EXPECT_EQ(currentDevice, nullptr);
-}
-
-TEST_F(TvRecordingTest, TheStoreKnowsTheFileBeforeItIsWritten) {
-  Open();
-  Device().capture.file = "C:\\new tape.avi";
-  RecordOf();
-  EXPECT_EQ(Stored("CaptureFile"), "C:\\new tape.avi");
-}
-
-TEST_F(TvRecordingTest, WhatItHasComeToIsTold) {
-  OpenWithFile();
-  EXPECT_FALSE(Device().Recorded().has_value());
-  RecordOf(IDCANCEL);
-  EXPECT_FALSE(Device().Recorded().has_value()) << "that was none";
-  tv.framesCaptured = 12;
-  RecordOf();
-  tv.framesDropped = 3;
-  tv.recorded = 5'000'000;
-  const auto running = Device().Recorded().value_or(RecordingReport{});
-  EXPECT_EQ(running.frames, 12);
-  EXPECT_EQ(running.dropped, 3);
-  EXPECT_EQ(running.length, 5'000'000);
-  tv.framesCaptured = 40;
-  Press(kCommandStop);
-  tv.framesCaptured = 0;
-  EXPECT_EQ(Device().Recorded().value_or(RecordingReport{}).frames, 40) << "those of the last one";
-}
-
-TEST_F(TvRecordingTest, ARecordingThatWasCutOffIsFinishedAtTheNextStart) {
-  struct Case {
-    HRESULT answer;
-    LONGLONG recovered;
-    const char* text;
-  };
-  const Case cases[] = {{S_OK, 36'610'000'000 + 5'000'000, "Recovered 01:01:01"},
-                        {S_OK, 0, ""},
-                        {S_FALSE, 0, ""},
-                        {HRESULT_FROM_WIN32(ERROR_WRITE_PROTECT), 0, "Cannot recover the recording"}};
-  for (const Case& one : cases) {
-    tv.answers = {{"Recover", one.answer}};
-    tv.recovered = one.recovered;
-    OpenWithFile();
-    EXPECT_EQ(ShownText(), one.text);
-    Press(kCommandCloseDevice);
-  }
-  tv.answers = {{"ICaptureRecovery", E_NOINTERFACE}};
-  OpenWithFile();
-  EXPECT_EQ(ShownText(), "") << "the platform's own builder cannot";
+  EXPECT_EQ(builder.Recover(cut, length), S_FALSE) << "once";
+  EXPECT_EQ(builder.Recover(folder.Path("none.avi"), length), S_FALSE);
+  folder.Write("a.avi.journal", "not ours");
+  EXPECT_EQ(builder.Recover(path, length), S_FALSE);
+  EXPECT_TRUE(Exists(path + ".journal")) << "somebody else's";
 }
 
 }  // namespace
