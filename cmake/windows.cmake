@@ -84,6 +84,7 @@ add_library(
   mixer/mixer.cpp
   panel/accessible_object.cpp
   panel/control_panel.cpp
+  panel/list_box.cpp
   panel/main_window.cpp
   panel/panel_accessibility.cpp
   panel/popup_menu.cpp

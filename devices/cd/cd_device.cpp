@@ -270,6 +270,7 @@ bool CCDDevice::BuildPlayOrder() {
 bool CCDDevice::ApplyPlayOrder() {
   if (!audioDisc) return true;  // the options may change meanwhile
   orderIndex = 0;
+  if (!audioDisc) return true;
   if (drive.QueryMode() == MCI_MODE_PLAY) {
     if (const int index = IndexOf(drive.QueryCurrentTrack()); index >= 0) {
       orderIndex = index;

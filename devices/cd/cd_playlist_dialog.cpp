@@ -23,6 +23,7 @@ void SetDefaultButton(HWND dialog, int button) {
 void OnStart(HWND dialog, PlaylistEditor& editor) {
   SetEditor(dialog, editor);
   CenterWindow(dialog, ::GetWindow(dialog, GW_OWNER));
+  BringIntoView(dialog);
   currentDevice->InitPlaylistDialog(dialog);
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "devices/cd/disc_store.h"
+#include "panel/list_box.h"
 #include "panel/main_window.h"
 #include "resources/ids.h"
 
@@ -57,6 +58,16 @@ void RefreshTrack(HWND dialog, int list, int track) {
   Send(dialog, list, LB_SETTOPINDEX, static_cast<WPARAM>(top));
 }
 
+// Lets a list scroll sideways to the end of its texts.
+void FitList(HWND dialog, int list) {
+  std::vector<std::string> texts;
+  for (int place = 0; place < ItemCount(dialog, list); ++place) {
+    const LRESULT track = Send(dialog, list, LB_GETITEMDATA, static_cast<WPARAM>(place));
+    texts.push_back(EditorOf(dialog).TrackText(static_cast<int>(track)));
+  }
+  FitWidth(::GetDlgItem(dialog, list), texts);
+}
+
 void ScrollToEnd(HWND dialog) {
   Send(dialog, IDC_PLAYLIST, LB_SETTOPINDEX, static_cast<WPARAM>(ItemCount(dialog, IDC_PLAYLIST) - 1));
 }
@@ -95,6 +106,7 @@ void ShowDisc(HWND dialog) {
   SetText(dialog, IDC_DISC_COUNT, std::to_string(editor.TrackCount()));
   SetText(dialog, IDC_DISC_TIME, TotalTime(editor.DiscTime()));
   for (int track = 1; track <= editor.TrackCount(); ++track) InsertTrack(dialog, IDC_DISC_CONTENT, -1, track);
+  FitList(dialog, IDC_DISC_CONTENT);
   SelectTrackForNaming(dialog, editor.HasTrack(namingTrack) ? namingTrack : 1);
   ::EnableWindow(::GetDlgItem(dialog, IDOK), !editor.DiscId().empty());
 }
@@ -137,6 +149,7 @@ void RemoveAllEntries(HWND dialog) {
 
 void ShowPlaylistTotals(HWND dialog) {
   const PlaylistEditor& editor = EditorOf(dialog);
+  FitList(dialog, IDC_PLAYLIST);
   SetText(dialog, IDC_PLAYLIST_COUNT, std::to_string(editor.Entries().size()));
   SetText(dialog, IDC_PLAYLIST_TIME, TotalTime(editor.PlaylistTime()));
 }
@@ -156,7 +169,10 @@ void NameTrack(HWND dialog) {
   PlaylistEditor& editor = EditorOf(dialog);
   if (!editor.HasTrack(namingTrack)) return;
   editor.Rename(namingTrack, EnteredText(dialog, IDC_TRACK_NAME));
-  for (const int list : {IDC_DISC_CONTENT, IDC_PLAYLIST}) RefreshTrack(dialog, list, namingTrack);
+  for (const int list : {IDC_DISC_CONTENT, IDC_PLAYLIST}) {
+    RefreshTrack(dialog, list, namingTrack);
+    FitList(dialog, list);
+  }
   const int next = editor.TrackAfter(namingTrack);
   ClearSelection(dialog, IDC_DISC_CONTENT);
   Send(dialog, IDC_DISC_CONTENT, LB_SETSEL, TRUE, next - 1);

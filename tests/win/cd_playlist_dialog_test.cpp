@@ -94,6 +94,11 @@ TEST_F(CdPlaylistDialogTest, ShowsTheDiscAndItsStoredPlayList) {
     EXPECT_EQ(::SendMessageA(user.Control(IDC_PLAYLIST), LB_GETITEMDATA, 2, 0), 12);
     for (const int field : {IDC_DISC_TITLE, IDC_DISC_ARTIST, IDC_TRACK_NAME})
       EXPECT_EQ(::SendMessageA(user.Control(field), EM_GETLIMITTEXT, 0, 0), 64);
+    RECT place{};
+    RECT screen{};
+    ::GetWindowRect(user.Dialog(), &place);
+    ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &screen, 0);
+    EXPECT_LE(place.bottom, screen.bottom) << "the panel at the screen's edge does not draw it out";
     user.PressOk();
   });
   EXPECT_EQ(result, 1);
