@@ -268,7 +268,6 @@ bool CCDDevice::BuildPlayOrder() {
 }
 
 bool CCDDevice::ApplyPlayOrder() {
-  if (!audioDisc) return true;  // the options may change meanwhile
   orderIndex = 0;
   if (!audioDisc) return true;
   if (drive.QueryMode() == MCI_MODE_PLAY) {
