@@ -10,3 +10,4 @@ packages_wine=(
 packages_virtual_display=(xvfb imagemagick)
 packages_virtual_sound=(pulseaudio)
 packages_check=(g++ googletest clang-format clang-tidy xdotool ffmpeg dvdauthor genisoimage)
+packages_fuzz=(clang libclang-rt-dev)
