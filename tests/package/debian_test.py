@@ -10,10 +10,10 @@ import sys
 import tempfile
 import time
 import unittest
-import wave
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parents[2]
+from support import ROOT, end_environment, environment, make_song, wait_for
+
 CACHE = ROOT / "build" / "package-test"
 PACKAGE = Path(sys.argv.pop(1)).absolute()
 # The chroot has a mount table of its own, which goes with the command.
@@ -22,22 +22,6 @@ mkdir -p "$0/tmp/.X11-unix" && mount --bind /tmp/.X11-unix "$0/tmp/.X11-unix" &&
 USER = ["setpriv", "--reuid=1000", "--regid=1000", "--clear-groups", "env", "-i", "HOME=/home/tester", "PATH=/usr/bin:/bin", "PULSE_SERVER=unix:/tmp/sound"]
 EXTENSIONS = re.compile(r'L"(\.\w+)"')
 OTHER_EXTENSIONS = [".cue", ".iso", ".nrg", ".toc", ".m3u", ".m3u8", ".mid"]
-
-
-def wait_for(what, limit=300):
-    end = time.monotonic() + limit
-    while not (answer := what()):
-        if time.monotonic() > end:
-            raise AssertionError(f"not within {limit} s")
-        time.sleep(0.5)
-    return answer
-
-
-def virtual_display():
-    """A screen for the test, by the tools of the checkout."""
-    script = f"source {ROOT}/tools/wine/environment.sh; virtual_display; echo $DISPLAY"
-    run = subprocess.run(["bash", "-c", script], capture_output=True, text=True, check=True, env=os.environ | {"QUORVEX_ENV": "package"})
-    return run.stdout.strip()
 
 
 class DebianPackage(unittest.TestCase):
@@ -62,7 +46,7 @@ class DebianPackage(unittest.TestCase):
         cls.data = cls.home / ".local/share/quorvex"
         cls.started = []
         cls.addClassCleanup(cls.end)
-        cls.display = virtual_display()
+        cls.display = environment()["DISPLAY"]
         cls.start("pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--load=module-native-protocol-unix socket=/tmp/sound auth-anonymous=1",
                   "--load=module-null-sink sink_name=sink rate=44100 norewinds=1")
 
@@ -72,7 +56,7 @@ class DebianPackage(unittest.TestCase):
         for process in cls.started:
             process.terminate()
             process.wait()
-        subprocess.run([ROOT / "tools" / "in-wine", "--stop"], env=os.environ | {"QUORVEX_ENV": "package"})
+        end_environment()
 
     @classmethod
     def command(cls, *words):
@@ -125,9 +109,7 @@ class DebianPackage(unittest.TestCase):
         wait_for(lambda: (state := self.state()).get("state") == "playing" and title in state.get("title", ""))
 
     def song(self, name):
-        with wave.open(str(self.home / name), "wb") as sound:
-            sound.setparams((1, 2, 8000, 0, "NONE", ""))
-            sound.writeframes(bytes(2 * 8000 * 600))
+        make_song(self.home / name)
         return f"/home/tester/{name}"
 
     def disc(self):
