@@ -152,6 +152,15 @@ void IniDocument::Set(std::string_view section, std::string_view key, std::strin
   InsertLine(at, std::string(key) + '=' + Written(value));
 }
 
+void IniDocument::SetAll(const IniDocument& other) {
+  std::string_view section;
+  for (const Line& line : other.lines) {
+    if (line.header) section = line.key;
+    // As it is written: the value has lost the blanks at its ends.
+    if (IsEntry(line)) Set(section, line.key, Unquoted(line.text.substr(line.text.find('=') + 1)));
+  }
+}
+
 // SectionBegin of a section that is made when it is missing.
 std::size_t IniDocument::MakeSection(std::string_view section) {
   if (const std::size_t begin = SectionBegin(section); begin != std::string_view::npos) return begin;

@@ -42,6 +42,9 @@ class IniDocument {
   // breaks in the value become blanks, for a line cannot hold them.
   void Set(std::string_view section, std::string_view key, std::string_view value);
 
+  // Sets every key that another document has to what stands there.
+  void SetAll(const IniDocument& other);
+
   // Removes the first section of that name with its header and keys. Remarks directly before the next header
   // belong to that and stay.
   void RemoveSection(std::string_view section);

@@ -1,13 +1,14 @@
 # Libraries that only some uses of the program need are loaded when one of these functions is first called: the program starts sooner. A function
 # that is not named here links as usual, and brings its library in at the start.
 set(delayed_comdlg32 CommDlgExtendedError GetFileTitleA GetOpenFileNameA)
+set(delayed_msacm32 acmFormatChooseA acmMetrics)
 set(delayed_oleacc AccessibleObjectFromWindow LresultFromObject)
 set(delayed_quartz AMGetErrorTextA)
 set(delayed_shell32 DragAcceptFiles DragFinish DragQueryFileA)
 
 find_program(DLLTOOL x86_64-w64-mingw32-dlltool REQUIRED)
 set(delayed_imports)
-foreach(name comdlg32 oleacc quartz shell32)
+foreach(name comdlg32 msacm32 oleacc quartz shell32)
   set(base ${CMAKE_BINARY_DIR}/delayed_${name})
   string(REPLACE ";" "\n" functions "${delayed_${name}}")
   file(CONFIGURE OUTPUT ${base}.def CONTENT "LIBRARY ${name}.dll\nEXPORTS\n@functions@\n" @ONLY)

@@ -7,6 +7,7 @@ target_link_libraries(dvdnav INTERFACE -ldvdnav -ldvdread)
 add_library(
   qvdvd MODULE
   platform/dvd/closed_captions.cpp
+  platform/dvd/disc_in_drive.cpp
   platform/dvd/disc_player.cpp
   platform/dvd/disc_wishes.cpp
   platform/dvd/dvd_control.cpp
@@ -15,11 +16,6 @@ add_library(
   platform/dvd/dvd_source.cpp
   platform/dvd/dvd_window.cpp
   platform/dvd/languages.cpp
-  platform/dvd/library_guard.cpp
-  platform/dvd/machine_state.cpp
-  platform/dvd/navigator.cpp
-  platform/dvd/opened_disc.cpp
-  platform/dvd/overlay.cpp
   platform/dvd/picture_worker.cpp
   platform/dvd/place_board.cpp
   platform/dvd/qvdvd.cpp
@@ -27,4 +23,4 @@ add_library(
   platform/dvd/sound_worker.cpp
   platform/dvd/stream_parser.cpp)
 set_target_properties(qvdvd PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
-target_link_libraries(qvdvd PRIVATE quorvex_filters quorvex_overlays quorvex_drive dvdnav gdi32)
+target_link_libraries(qvdvd PRIVATE quorvex_filters quorvex_navigator quorvex_drive gdi32)

@@ -12,6 +12,7 @@ add_library(
   platform/common/filter_base.cpp
   platform/common/input_pin.cpp
   platform/common/line21_control.cpp
+  platform/common/media_file.cpp
   platform/common/media_type.cpp
   platform/common/output_pin.cpp
   platform/common/pin_base.cpp
@@ -21,13 +22,13 @@ add_library(
   platform/common/picture_feeder.cpp
   platform/common/sound_converter.cpp
   platform/common/sound_delivery.cpp
-  platform/common/sound_feeder.cpp)
+  platform/common/sound_feeder.cpp
+  platform/common/timed_pictures.cpp)
 target_link_libraries(quorvex_filters PUBLIC quorvex_com quorvex_overlays ffmpeg gdi32 ole32 oleaut32 strmiids uuid)
 
 add_library(
   qvmedia MODULE
   platform/media/file_types.cpp
-  platform/media/media_file.cpp
   platform/media/media_pin.cpp
   platform/media/media_source.cpp
   platform/media/playback.cpp

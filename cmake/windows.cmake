@@ -47,10 +47,14 @@ add_library(
   base/file_bytes.cpp
   base/full_path.cpp
   base/ini_file.cpp
+  base/wide_text.cpp
   devices/audio_adjustment.cpp
   devices/cd/cd_device.cpp
   devices/cd/cd_drive.cpp
+  devices/cd/cd_playlist_dialog.cpp
   devices/cd/mci_error.cpp
+  devices/cd/playlist_view.cpp
+  devices/config_store.cpp
   devices/current_device.cpp
   devices/device.cpp
   devices/dvd/dvd_device.cpp
@@ -70,26 +74,45 @@ add_library(
   devices/media/render_file.cpp
   devices/open_sequence.cpp
   devices/shared_state.cpp
+  devices/tv/audio_format.cpp
   devices/tv/auto_tune.cpp
+  devices/tv/autotune_dialog.cpp
   devices/tv/caption_chain.cpp
   devices/tv/capture_devices.cpp
   devices/tv/capture_dialogs.cpp
+  devices/tv/capture_disk.cpp
+  devices/tv/capture_file.cpp
+  devices/tv/capture_file_dialog.cpp
   devices/tv/capture_graph.cpp
   devices/tv/channels.cpp
   devices/tv/device_category.cpp
   devices/tv/pin_format.cpp
   devices/tv/pins.cpp
+  devices/tv/ready_to_record_dialog.cpp
+  devices/tv/record_graph.cpp
+  devices/tv/recording.cpp
   devices/tv/tv_device.cpp
   devices/tv/video_adjustment.cpp
   devices/tv/video_inputs.cpp
   mixer/mixer.cpp
   panel/accessible_object.cpp
   panel/control_panel.cpp
+  panel/list_box.cpp
   panel/main_window.cpp
   panel/panel_accessibility.cpp
   panel/popup_menu.cpp
   panel/skin.cpp
   panel/status_display.cpp
+  setup/capture_page.cpp
+  setup/cd_page.cpp
+  setup/dvd_page.cpp
+  setup/general_page.cpp
+  setup/media_files_page.cpp
+  setup/setup_page.cpp
+  setup/setup_sheet.cpp
+  setup/stored_boxes.cpp
+  setup/subject.cpp
+  setup/tv_page.cpp
   shell/actions.cpp
   shell/button_behaviour.cpp
   shell/chapters_menu.cpp
@@ -113,7 +136,7 @@ target_link_libraries(quorvex_player PUBLIC quorvex_arithmetic ${delayed_imports
 # The resources, linked into the program and into the tests that show the panel.
 add_library(quorvex_resources OBJECT resources/quorvex.rc)
 target_include_directories(quorvex_resources PRIVATE ${CMAKE_SOURCE_DIR} ${art_dir})
-set_source_files_properties(resources/quorvex.rc PROPERTIES OBJECT_DEPENDS "${art_files};${CMAKE_SOURCE_DIR}/resources/quorvex.manifest;${CMAKE_SOURCE_DIR}/resources/ids.h")
+set_source_files_properties(resources/quorvex.rc PROPERTIES OBJECT_DEPENDS "${art_files};${CMAKE_SOURCE_DIR}/resources/quorvex.manifest;${CMAKE_SOURCE_DIR}/resources/ids.h;${CMAKE_SOURCE_DIR}/resources/setup_pages.rc")
 
 add_executable(quorvex WIN32 shell/main.cpp $<TARGET_OBJECTS:quorvex_resources>)
 target_link_libraries(quorvex PRIVATE quorvex_player)
@@ -155,6 +178,8 @@ add_custom_command(
   DEPENDS ${demo_sources}
   COMMENT "Rendering the demo disc")
 add_custom_target(demo ALL DEPENDS ${demo_dir}/demo.cue)
+
+include(cmake/manual.cmake)
 
 deliver(quorvex "Quorvex")
 deliver(qvremote "Works the running remote control of Quorvex")

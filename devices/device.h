@@ -141,6 +141,7 @@ class CDevice : public PlayOrder, public OnScreenDisplay {
   int highestNumber = 0;   // bounds the number entry
   int currentNumber = -1;  // channel or chapter; shown again when an entry times out
   std::string refusal;     // why a step of opening failed, where no box has told it; for the text line
+  std::string notice;      // what opening has to tell when it is done, for the text line
 
  protected:
   // Pauses the graph.
@@ -155,6 +156,7 @@ class CDevice : public PlayOrder, public OnScreenDisplay {
 
 inline constexpr UINT_PTR kDeviceTimer = 100;
 inline constexpr UINT_PTR kEntryTimer = 104;
+inline constexpr UINT_PTR kRecordTimer = 106;
 inline constexpr UINT kEntryTimeoutMs = 4000;
 
 // The message by which a device is told of its graph's events.

@@ -27,7 +27,7 @@ bool OpenCurrentDevice() {
   const bool open = currentDevice->Open() && currentDevice->QueryControls() && currentDevice->Activate();
   if (open) {
     currentDevice->UpdateStateLamps();
-    ClearDisplayText();
+    SetDisplayText(currentDevice->notice);
   } else {
     DropFailedDevice();
   }

@@ -1,5 +1,7 @@
 #include "panel/main_window.h"
 
+#include <algorithm>
+
 #include "base/geometry.h"
 
 namespace quorvex {
@@ -41,6 +43,18 @@ void CenterWindow(HWND window, HWND reference) {
   ::GetWindowRect(reference, &fixed);
   const int left = fixed.left + Half((fixed.right - fixed.left) - (moved.right - moved.left));
   const int top = fixed.top + Half((fixed.bottom - fixed.top) - (moved.bottom - moved.top));
+  ::SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+}
+
+void BringIntoView(HWND window) {
+  RECT place{};
+  ::GetWindowRect(window, &place);
+  MONITORINFO screen{};
+  screen.cbSize = sizeof screen;
+  ::GetMonitorInfoA(::MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &screen);
+  const RECT& area = screen.rcWork;
+  const LONG left = std::max(std::min(place.left, area.right - (place.right - place.left)), area.left);
+  const LONG top = std::max(std::min(place.top, area.bottom - (place.bottom - place.top)), area.top);
   ::SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
 }
 

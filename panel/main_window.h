@@ -38,4 +38,7 @@ void SetPointer(LPCSTR cursor);
 // Moves `window` so that its centre lies over the centre of `reference`; size and z-order stay.
 void CenterWindow(HWND window, HWND reference);
 
+// Moves a window that hangs over the edge of its screen's work area just so far that it does not.
+void BringIntoView(HWND window);
+
 }  // namespace quorvex

@@ -8,6 +8,8 @@
 #include "mixer/mixer.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
+#include "setup/setup_sheet.h"
+#include "shell/settings.h"
 #include "video/video_window.h"
 
 namespace quorvex {
@@ -46,6 +48,13 @@ void PressLeft() { Arrow(DecreaseAudio, &CDevice::Decrease, nullptr); }
 
 void PressMute() {
   if (mixerAvailable && !ToggleMute()) SetDisplayText("No mute control");
+}
+
+void Setup() {
+  ShowSetupSheet({.autoStartDevice = settings.autoStartDevice,
+                  .disableApm = settings.disableApm,
+                  .disableScreenSaver = settings.disableScreenSaver,
+                  .apply = ApplyScreenSaverSetting});
 }
 
 void ToggleFullScreen() {

@@ -15,6 +15,9 @@ void PressLeft();
 // The Mute key.
 void PressMute();
 
+// The Setup key: the sheet of all options.
+void Setup();
+
 void ToggleFullScreen();
 void HidePlayer();
 void Power();

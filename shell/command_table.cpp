@@ -81,7 +81,7 @@ constexpr auto kTable = std::to_array<CommandRow>({
     {kCommandMute, kNoKey, PressMute},
     {kCommandMenu, Control('M'), OnDevice<&CDevice::ShowMenu, 3>},
     {kCommandStreamMenu, Control('L'), OnDevice<&CDevice::ShowStreamMenu>},
-    {kCommandSetup, kNoKey, Nothing},
+    {kCommandSetup, kNoKey, Setup},
     {kCommandEnter, Plain(VK_RETURN), OnDevice<&CDevice::ConfirmEntry>},
     {kCommandLastChannel, Control('R'), OnDevice<&CDevice::RecallLastChannel>},
     {kCommandIncrease, Plain(VK_ADD), OnDevice<&CDevice::Increase>},

@@ -20,8 +20,6 @@
 namespace quorvex {
 namespace {
 
-constexpr UINT_PTR kRecordTimer = 106;
-
 void OnPaint(HWND window) {
   PAINTSTRUCT paint{};
   const HDC dc = ::BeginPaint(window, &paint);

@@ -29,6 +29,11 @@ std::unique_ptr<CDevice> MakeDevice(DeviceType type) {
   return std::make_unique<CNullDevice>();
 }
 
+bool IsShown(int captureDevice) {
+  const auto* tv = dynamic_cast<const CTVDevice*>(currentDevice.get());
+  return tv != nullptr && !tv->IsGone() && currentCaptureDevice == captureDevice;
+}
+
 // Puts a new device in place of the current one.
 void Replace(DeviceType type) {
   currentDevice.reset();
@@ -54,7 +59,7 @@ bool SwitchToCd() {
 }
 
 bool SwitchToTv(int captureDevice) {
-  if (IsCurrent(DeviceType::kTv) && currentCaptureDevice == captureDevice) return true;
+  if (IsShown(captureDevice)) return true;
   Replace(DeviceType::kTv);
   currentCaptureDevice = captureDevice;
   return OpenCurrentDevice();

@@ -1,6 +1,6 @@
 #include "shell/settings.h"
 
-#include "base/ini_file.h"
+#include "devices/config_store.h"
 #include "devices/shared_state.h"
 
 namespace quorvex {
@@ -42,7 +42,7 @@ void BuildPaths() {
 }
 
 void LoadSettings() {
-  const IniSnapshot config = IniFile(configPath).Read();
+  const IniSnapshot config = ReadConfig();
   settings.unreadable = config.state == IniSnapshot::State::kUnreadable;
   settings.autoStartDevice = config.Integer(kSection, "AutoStartDevice", 1);
   if (settings.autoStartDevice != 0) {
@@ -56,7 +56,7 @@ void LoadSettings() {
 }
 
 void SaveSettings() {
-  IniFile(configPath).Update([](IniDocument& document) {
+  UpdateConfig([](IniDocument& document) {
     const auto flag = [](bool set) { return set ? "1" : "0"; };
     document.Set(kSection, "AutoStartDevice", std::to_string(settings.autoStartDevice));
     document.Set(kSection, "LastDevice", std::to_string(static_cast<int>(currentDeviceType)));

@@ -1,8 +1,8 @@
 # The Debian packages that Quorvex needs, by what they are for; sourced.
 packages_fonts=(fonts-liberation timgm6mb-soundfont)  # letters and instruments, for building and for running
 packages_build=(
-  g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 cmake ninja-build make nasm xz-utils bzip2 ca-certificates
-  python3 python3-pil librsvg2-bin fluidsynth "${packages_fonts[@]}")
+  g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 cmake ninja-build make nasm patch xz-utils bzip2 ca-certificates
+  python3 python3-markdown python3-pil librsvg2-bin fluidsynth "${packages_fonts[@]}")
 packages_wine=(
   "${packages_fonts[@]}" wine wine64 fonts-wine libxcursor1 libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libxcomposite1
   x11-utils pulseaudio-utils

@@ -2,6 +2,8 @@
 
 #include "devices/cd/disc_store.h"
 #include "devices/cd/mci_error.h"
+#include "devices/cd/playlist_view.h"
+#include "devices/config_store.h"
 #include "devices/shared_state.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
@@ -11,6 +13,9 @@ namespace quorvex {
 namespace {
 
 constexpr UINT kPollMs = 200;
+
+constexpr char kCannotRead[] = "Cannot read cd.abm";
+constexpr char kCannotWrite[] = "Cannot write cd.abm";
 
 void ShowCdTime(Tmsf position) { ShowDisplayTime(PackTime(0, position.minutes, position.seconds)); }
 
@@ -247,7 +252,7 @@ void CCDDevice::OnMciNotify(std::uint32_t code) {
 }
 
 bool CCDDevice::LoadSettings() {
-  const IniSnapshot config = IniFile(configPath).Read();
+  const IniSnapshot config = ReadConfig();
   autoPlay = config.Integer("CD", "AutoPlay", 1) != 0;
   stopOnExit = config.Integer("CD", "StopOnExit", 0) != 0;
   usePlayList = config.Integer("CD", "UsePlayList", 0) != 0;
@@ -264,6 +269,7 @@ bool CCDDevice::BuildPlayOrder() {
 
 bool CCDDevice::ApplyPlayOrder() {
   orderIndex = 0;
+  if (!audioDisc) return true;
   if (drive.QueryMode() == MCI_MODE_PLAY) {
     if (const int index = IndexOf(drive.QueryCurrentTrack()); index >= 0) {
       orderIndex = index;
@@ -291,6 +297,37 @@ bool CCDDevice::OnRandomChanged() {
   return true;
 }
 
+// A store that cannot be read is not edited: the names that it has would be lost.
+void CCDDevice::InitPlaylistDialog(HWND dialog) {
+  const IniSnapshot saved = store.Read();
+  if (saved.state == IniSnapshot::State::kUnreadable) {
+    TellUser(dialog, kCannotRead);
+    ::EndDialog(dialog, 0);
+    return;
+  }
+  const std::span<const int> lengths(trackLength.data(), static_cast<std::size_t>(itemCount));
+  EditorOf(dialog) =
+      PlaylistEditor(saved.document, discId, {discTitle, discArtist}, lengths, LoadText(IDS_TRACK));
+  ShowDisc(dialog);
+  ShowStoredPlaylist(dialog, StoredPlaylist(saved.document, discId));
+  UpdatePlaylistTotals(dialog, IDC_PLAYLIST);
+}
+
+void CCDDevice::UpdatePlaylistTotals(HWND dialog, int /*listId*/) { ShowPlaylistTotals(dialog); }
+
+void CCDDevice::SavePlaylistDialog(HWND dialog) {
+  const DiscNames entered = EnteredNames(dialog);
+  const IniFile::Result result =
+      store.Update([&](IniDocument& document) { EditorOf(dialog).Save(document, entered); });
+  if (result == IniFile::Result::kDone) {
+    ::EndDialog(dialog, 1);
+  } else {
+    TellUser(dialog, result == IniFile::Result::kUnreadable ? kCannotRead : kCannotWrite);
+  }
+}
+
+void CCDDevice::RenamePlaylistTrack(HWND dialog) { NameTrack(dialog); }
+
 void CCDDevice::ShowEntry() { ShowTrack(CurrentEntry()); }
 
 void CCDDevice::ShowTrack(int track) {
@@ -302,8 +339,7 @@ void CCDDevice::ShowTrack(int track) {
 void CCDDevice::ShowTrackTitle(int track) {
   const IniSnapshot saved = store.Read();
   const bool unreadable = saved.state == IniSnapshot::State::kUnreadable;
-  SetDisplayText(unreadable ? "Cannot read cd.abm"
-                            : saved.String(discId, std::to_string(track), kLongestTitle));
+  SetDisplayText(unreadable ? kCannotRead : saved.String(discId, std::to_string(track), kLongestTitle));
 }
 
 int CCDDevice::TrackLength(int track) const {

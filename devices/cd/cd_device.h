@@ -38,6 +38,13 @@ class CCDDevice : public CDevice {
   bool ApplyPlayOrder() override;
   bool OnRandomChanged() override;
 
+  // The play-list editor. It starts with the disc that was inserted last and keeps to that one; what was
+  // played and is shown changes with the next disc, the order with the next BuildPlayOrder.
+  void InitPlaylistDialog(HWND dialog) override;
+  void UpdatePlaylistTotals(HWND dialog, int listId) override;
+  void SavePlaylistDialog(HWND dialog) override;  // ends the dialog, unless the store refuses
+  void RenamePlaylistTrack(HWND dialog) override;
+
   [[nodiscard]] const std::string& DiscId() const { return discId; }
 
  private:

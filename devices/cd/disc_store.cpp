@@ -22,11 +22,11 @@ void SetMissing(IniDocument& store, std::string_view section, std::string_view k
   if (!store.Find(section, key)) store.Set(section, key, value);
 }
 
+}  // namespace
+
 std::string DefaultTrackTitle(std::string_view trackWord, int track) {
   return std::string(trackWord) + (track < 10 ? " 0" : " ") + std::to_string(track);
 }
-
-}  // namespace
 
 std::string DiscIdentifier(std::span<const int> trackLengths) {
   std::uint32_t sum = 0;

@@ -20,6 +20,9 @@ inline constexpr std::size_t kLongestPlaylist = 3999;
 // hexadecimal digits.
 std::string DiscIdentifier(std::span<const int> trackLengths);
 
+// "Track 01": what a track is called that nobody has named.
+std::string DefaultTrackTitle(std::string_view trackWord, int track);
+
 // Whether the store's list of discs has this one.
 bool IsDiscKnown(const IniDocument& store, std::string_view discId);
 

@@ -7,10 +7,9 @@
 
 #include <array>
 
-#include "base/ini_file.h"
+#include "devices/config_store.h"
 #include "devices/dvd/render_report.h"
 #include "devices/open_sequence.h"
-#include "devices/shared_state.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
 #include "video/video_window.h"
@@ -105,7 +104,7 @@ bool CDVDDevice::Activate() {
   if (const HRESULT shown = ShowVideo(width, height); shown != S_OK) return SUCCEEDED(shown);
   FollowGraph();
   PauseGraph();
-  if (captionDecoder) captionsOn = IniFile(configPath).Read().Integer("DVD", "ClosedCaption", 0) != 0;
+  if (captionDecoder) captionsOn = ReadConfig().Integer("DVD", "ClosedCaption", 0) != 0;
   return LoadSettings();
 }
 

@@ -1,9 +1,8 @@
 // What the user works on the disc: its menus, streams and captions.
 #include <windows.h>
 
-#include "base/ini_file.h"
+#include "devices/config_store.h"
 #include "devices/dvd/dvd_device.h"
-#include "devices/shared_state.h"
 #include "panel/commands.h"
 #include "panel/popup_menu.h"
 
@@ -57,7 +56,7 @@ bool CDVDDevice::ToggleClosedCaption() {
 }
 
 bool CDVDDevice::LoadSettings() {
-  captionOpaque = IniFile(configPath).Read().Integer("DVD", "CCOpaque", 0) != 0;
+  captionOpaque = ReadConfig().Integer("DVD", "CCOpaque", 0) != 0;
   ApplyCaptions();
   return true;
 }

@@ -10,6 +10,7 @@
 #include <array>
 
 #include "base/ini_file.h"
+#include "devices/config_store.h"
 #include "devices/current_device.h"
 #include "devices/media/render_file.h"
 #include "devices/shared_state.h"
@@ -49,7 +50,7 @@ CFileDevice::~CFileDevice() {
 }
 
 bool CFileDevice::LoadMedia() {
-  autoPlay = IniFile(configPath).Read().Integer("MEDIA FILE", "AutoPlay", 1) != 0;
+  autoPlay = ReadConfig().Integer("MEDIA FILE", "AutoPlay", 1) != 0;
   const int listed = IniFile(mediaAlbumPath).Read().Integer(currentPlaylist, "Tracks", 0);
   if (listed <= 0) return false;
   itemCount = std::min(listed, static_cast<int>(kMaxOrderLength));

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
-#include "base/handles.h"
 #include "base/text.h"
 #include "devices/media/album_file.h"
 #include "devices/media/m3u.h"
 #include "devices/media/m3u_file.h"
 #include "devices/media/playlist_title_dialog.h"
 #include "devices/shared_state.h"
+#include "panel/list_box.h"
 #include "resources/ids.h"
 
 namespace quorvex {
@@ -38,22 +38,6 @@ std::vector<std::string> EntriesOf(const std::vector<std::string>& paths) {
     }
   }
   return entries;
-}
-
-// The width in pixels that a list needs for its longest text.
-int WidthOf(HWND list, const std::vector<std::string>& texts) {
-  if (texts.empty()) return 0;
-  constexpr int kMargin = 8;
-  const std::string& longest = *std::max_element(
-      texts.begin(), texts.end(), [](const auto& a, const auto& b) { return a.size() < b.size(); });
-  const HDC dc = ::GetDC(list);
-  SIZE size{};
-  {
-    const Selected font(dc, reinterpret_cast<HFONT>(::SendMessageA(list, WM_GETFONT, 0, 0)));
-    ::GetTextExtentPoint32A(dc, longest.c_str(), static_cast<int>(longest.size()), &size);
-  }
-  ::ReleaseDC(list, dc);
-  return size.cx + kMargin;
 }
 
 }  // namespace
@@ -118,7 +102,7 @@ void MediaSelectPanel::FillList(int control, const std::vector<std::string>& tex
   ::SendMessageA(list, LB_RESETCONTENT, 0, 0);
   for (const std::string& text : texts)
     ::SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
-  ::SendMessageA(list, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(WidthOf(list, texts)), 0);
+  FitWidth(list, texts);
   ::SendMessageA(list, WM_SETREDRAW, TRUE, 0);
   ::InvalidateRect(list, nullptr, TRUE);
 }

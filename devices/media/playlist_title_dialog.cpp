@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "base/wide_text.h"
 #include "devices/media/album_store.h"
 #include "panel/main_window.h"
 #include "resources/ids.h"
@@ -11,18 +12,10 @@
 namespace quorvex {
 namespace {
 
-std::wstring Wide(std::string_view text) {
-  std::wstring wide(text.size(), L'\0');
-  const int length = static_cast<int>(text.size());
-  wide.resize(
-      static_cast<std::size_t>(::MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), length)));
-  return wide;
-}
-
 // Whether two titles are the same without regard to case, in any script.
 bool SameTitle(std::string_view a, std::string_view b) {
-  const std::wstring x = Wide(a);
-  const std::wstring y = Wide(b);
+  const std::wstring x = WideText(a);
+  const std::wstring y = WideText(b);
   return ::CompareStringOrdinal(x.data(), static_cast<int>(x.size()), y.data(), static_cast<int>(y.size()),
                                 TRUE) == CSTR_EQUAL;
 }

@@ -90,13 +90,24 @@ bool CTVDevice::AddAudioFilter() {
 bool CTVDevice::RenderPreview() {
   if (!videoFilter) return false;
   RenderPreviewPin();
-  const GUID& rendered = previewFromCapturePin ? PIN_CATEGORY_CAPTURE : PIN_CATEGORY_PREVIEW;
-  HRESULT result = FindInterface(&rendered, videoFilter, IID_IVideoWindow, videoWindow.ReceiveVoid());
-  if (ReportErrorIf(result, "This graph cannot preview properly")) return SUCCEEDED(result);
-  if (videoStream && capture.useFrameRate) result = ApplyFrameRate(*videoStream.Get(), capture.frameRate);
+  HRESULT result = FindPreviewWindow("This graph cannot preview properly");
+  if (result != S_OK) return SUCCEEDED(result);
+  result = ApplyCaptureFrameRate("Error: Cannot set frame rate for preview");
   AddCaptions();
   if (FAILED(result)) refusal = "The capture device does not take its format";
   return SUCCEEDED(result);
+}
+
+HRESULT CTVDevice::FindPreviewWindow(const char* message) {
+  const GUID& rendered = previewFromCapturePin ? PIN_CATEGORY_CAPTURE : PIN_CATEGORY_PREVIEW;
+  const HRESULT result = FindInterface(&rendered, videoFilter, IID_IVideoWindow, videoWindow.ReceiveVoid());
+  ReportErrorIf(result, message);
+  return result;
+}
+
+HRESULT CTVDevice::ApplyCaptureFrameRate(const char* message) {
+  if (!videoStream || !capture.useFrameRate) return S_OK;
+  return ApplyFrameRate(*videoStream.Get(), capture.frameRate, message);
 }
 
 void CTVDevice::RenderPreviewPin() {
@@ -122,6 +133,9 @@ void CTVDevice::StopGraph() {
 void CTVDevice::RemoveRenderedFilters() {
   basicAudio.Reset();
   mediaControl.Reset();
+  fileWriter.Reset();
+  muxConfiguration.Reset();
+  multiplexer.Reset();
   HideVideo();
   RemoveDownstream(*graph.Get(), videoFilter.Get());
   if (audioFilter) RemoveDownstream(*graph.Get(), audioFilter.Get());
@@ -129,11 +143,16 @@ void CTVDevice::RemoveRenderedFilters() {
 
 void CTVDevice::RebuildPreview() {
   RemoveRenderedFilters();
-  if (!RenderPreview()) return;
+  ShowPreview();
+}
+
+bool CTVDevice::ShowPreview() {
+  if (!RenderPreview()) return false;
   QueryControls();
   ReattachVideo();
   ApplyCaptionBackground();  // the decoder is another one
   ApplyCaptionState();
+  return true;
 }
 
 void CTVDevice::ReleaseGraph() {
@@ -143,6 +162,9 @@ void CTVDevice::ReleaseGraph() {
   audioFilter.Reset();
   audioStream.Reset();
   videoStream.Reset();
+  fileWriter.Reset();
+  multiplexer.Reset();
+  muxConfiguration.Reset();
   dialogs.Reset();
   captionDecoder.Reset();
   captionChain.Release();

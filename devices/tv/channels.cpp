@@ -3,8 +3,7 @@
 
 #include <utility>
 
-#include "base/ini_file.h"
-#include "devices/shared_state.h"
+#include "devices/config_store.h"
 #include "devices/tv/channel_list.h"
 #include "devices/tv/tv_device.h"
 #include "mixer/mixer.h"
@@ -21,7 +20,7 @@ bool CTVDevice::ApplyTunerInput() {
   ReadTunerRange();
   SetChannelRange(*this, lowestNumber, highestNumber);
   LoadChannelList();
-  MoveTo(ReadLastChannel(IniFile(configPath).Read().document));
+  MoveTo(ReadLastChannel(ReadConfig().document));
   previousIndex = orderIndex;
   listStands = true;
   return TuneCurrentEntry();
@@ -38,7 +37,7 @@ void CTVDevice::ReadTunerRange() {
 }
 
 bool CTVDevice::LoadChannelList() {
-  const IniSnapshot store = IniFile(configPath).Read();
+  const IniSnapshot store = ReadConfig();
   if (!ReadChannels(*this, ReadChannelText(store.document, tunerInput))) return false;
   previousIndex = 0;
   return true;

@@ -2,6 +2,7 @@
 
 #include <uuids.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <limits>
@@ -33,6 +34,21 @@ Size PinFormat::PictureSize() const {
   return {picture->bmiHeader.biWidth, static_cast<int>(height)};
 }
 
+std::span<const BYTE> PinFormat::Block() const {
+  if (type == nullptr || type->pbFormat == nullptr) return {};
+  return {type->pbFormat, type->cbFormat};
+}
+
+bool PinFormat::SetBlock(std::span<const BYTE> bytes) {
+  auto* const block = static_cast<BYTE*>(::CoTaskMemAlloc(bytes.size()));
+  if (block == nullptr) return false;
+  std::copy(bytes.begin(), bytes.end(), block);
+  ::CoTaskMemFree(type->pbFormat);
+  type->pbFormat = block;
+  type->cbFormat = static_cast<ULONG>(bytes.size());
+  return true;
+}
+
 void PinFormat::Free() {
   if (type == nullptr) return;
   ::CoTaskMemFree(type->pbFormat);
@@ -41,13 +57,13 @@ void PinFormat::Free() {
   type = nullptr;
 }
 
-HRESULT ApplyFrameRate(IAMStreamConfig& pin, double framesPerSecond) {
+HRESULT ApplyFrameRate(IAMStreamConfig& pin, double framesPerSecond, const char* message) {
   PinFormat format;
   const HRESULT read = format.Read(pin);
   if (read != S_OK || format.Picture() == nullptr) return read;
   format.Picture()->AvgTimePerFrame = FrameTimeOf(framesPerSecond);
   const HRESULT set = pin.SetFormat(format.Get());
-  if (FAILED(set)) ReportError("Error: Cannot set frame rate for preview");
+  if (FAILED(set)) ReportError(message);
   return set;
 }
 

@@ -7,6 +7,8 @@
 
 #include <amvideo.h>
 
+#include <span>
+
 #include "base/com_ptr.h"
 #include "base/geometry.h"
 
@@ -29,6 +31,10 @@ class PinFormat {
   // The picture's size; zeros when there is none.
   [[nodiscard]] Size PictureSize() const;
 
+  // Its format block: the bytes there are, and others in their place (false: there is no memory for them).
+  [[nodiscard]] std::span<const BYTE> Block() const;
+  bool SetBlock(std::span<const BYTE> bytes);
+
   [[nodiscard]] AM_MEDIA_TYPE* Get() const { return type; }
 
  private:
@@ -38,7 +44,7 @@ class PinFormat {
 };
 
 // Tells a pin how many frames a second to deliver, where its format has a picture. Answers the driver's last
-// code; a refusal is reported.
-HRESULT ApplyFrameRate(IAMStreamConfig& pin, double framesPerSecond);
+// code; a refusal is reported with this message.
+HRESULT ApplyFrameRate(IAMStreamConfig& pin, double framesPerSecond, const char* message);
 
 }  // namespace quorvex

@@ -4,10 +4,10 @@
 
 #include <evcode.h>
 
-#include "base/ini_file.h"
-#include "devices/shared_state.h"
+#include "devices/config_store.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
+#include "video/video_window.h"
 
 namespace quorvex {
 namespace {
@@ -20,6 +20,7 @@ CTVDevice::CTVDevice() : CGraphDevice(DeviceType::kTv) {}
 
 CTVDevice::~CTVDevice() {
   CTVDevice::SaveSettings();
+  CTVDevice::Stop();
   EndEntry();
   HideVideo();
   SetDisplayElement(kChannelLabel, 0);
@@ -75,16 +76,46 @@ bool CTVDevice::Close() {
 void CTVDevice::OnGraphEvent() {
   GraphEvent event;
   while (TakeEvent(event)) {
-    if (event.code == EC_DEVICE_LOST)
-      SetDisplayText(event.second == 0 ? "The capture device is gone" : "");  // 1: it is back
+    const bool lost = event.code == EC_DEVICE_LOST && event.second == 0;  // 1: it is back
+    const bool failed = event.code == EC_ERRORABORT || event.code == EC_STREAM_ERROR_STOPPED;
+    if (failed && recording) {
+      OnWritingFailed(static_cast<HRESULT>(event.first));
+    } else if (lost || failed) {
+      EndPicture();
+    }
   }
 }
 
+// A dialog of this device may be open: the device itself stays. What was recorded so far is kept.
+void CTVDevice::EndPicture() {
+  gone = true;
+  if (recording) EndRecording("");
+  StopGraph();
+  HideVideo();
+  DeleteVideoWindow();
+  SetDisplayText("The capture device is gone");
+}
+
+void CTVDevice::OnWritingFailed(HRESULT result) {
+  const bool full = result == HRESULT_FROM_WIN32(ERROR_DISK_FULL);
+  EndRecording(full ? "Recording stopped: the disk is full" : "Recording stopped: cannot write the file");
+}
+
 bool CTVDevice::Play(int /*item*/, int /*reserved*/) {
-  if (!mediaControl) return false;
+  if (!mediaControl || gone) return false;
   if (SUCCEEDED(mediaControl->Run())) return true;
   mediaControl->Stop();
   return false;
+}
+
+void CTVDevice::SetTunerInput(TunerFeed input) {
+  tunerInput = input;
+  ApplyTunerInput();
+}
+
+void CTVDevice::SetCaptionBackground(bool opaque) {
+  captionOpaque = opaque;
+  ApplyCaptionBackground();
 }
 
 bool CTVDevice::ToggleClosedCaption() {
@@ -95,7 +126,7 @@ bool CTVDevice::ToggleClosedCaption() {
 }
 
 bool CTVDevice::LoadSettings() {
-  const IniSnapshot store = IniFile(configPath).Read();
+  const IniSnapshot store = ReadConfig();
   const TvSettings tv = ReadTvSettings(store.document);
   tunerInput = tv.tunerInput;
   videoInput = tv.videoInput;
@@ -116,10 +147,9 @@ bool CTVDevice::SaveSettings() {
 }
 
 bool CTVDevice::UpdateStore(const std::function<void(IniDocument&)>& change) {
-  const IniFile::Result result = IniFile(configPath).Update(change);
-  if (result == IniFile::Result::kDone) return true;
-  SetDisplayText(result == IniFile::Result::kFailed ? "Cannot write quorvex.ini" : "Cannot read quorvex.ini");
-  return false;
+  const IniFile::Result result = UpdateConfig(change);
+  TellConfigResult(result);
+  return result == IniFile::Result::kDone;
 }
 
 void CTVDevice::TellRefusal(HRESULT result, const std::string& text) {

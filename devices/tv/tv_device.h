@@ -25,11 +25,34 @@ class CTVDevice final : public CGraphDevice {
   bool Close() override;
 
   bool Play(int item, int reserved) override;
-  // What comes over the air cannot be held or stopped; both keys are for recordings.
-  bool Pause() override { return true; }
-  bool Stop() override { return true; }
+  // What comes over the air cannot be held or stopped; both keys are for recordings. A recording that is held
+  // goes on to be one until it is stopped.
+  bool Pause() override;
+  bool Stop() override;
 
-  // A card that is pulled out is told on the text line.
+  // Records into the capture file, once the user has confirmed it. The preview goes on meanwhile.
+  bool Record() override;
+  void OnRecordTick() override;
+
+  // Makes a file of this size (megabytes, at least 1) the capture file; what is in it is lost. False when it
+  // does not get its room, which has been told; it is the capture file even so.
+  bool SetCaptureFile(const std::string& path, std::uint16_t megabytes) override;
+
+  // Asks for a file and copies the capture file there; the text line tells how that goes, and Esc ends it.
+  // False when nothing was saved.
+  bool SaveCaptureFile(HWND owner);
+
+  // Shows the platform's dialog for the format of the recorded sound; nothing without a sound input that has
+  // formats.
+  void ChooseAudioFormat(HWND owner);
+  [[nodiscard]] bool HasAudioFormat() const { return static_cast<bool>(audioStream); }
+
+  // The options of recording. Sound, frame rate and master stream act on what is built next, which while
+  // nothing is recorded is the next recording; the frame rate also on the next preview.
+  CaptureSettings capture;
+
+  // A card that is pulled out is told on the text line, and its picture goes. The device stays, without a
+  // picture, until one is opened anew. That and a file that cannot be written end a recording.
   void OnGraphEvent() override;
 
   bool ToggleClosedCaption() override;
@@ -63,6 +86,16 @@ class CTVDevice final : public CGraphDevice {
   bool LoadSettings() override;
   bool SaveSettings() override;
 
+  // Whether the card was pulled out while it was shown.
+  [[nodiscard]] bool IsGone() const { return gone; }
+
+  // The tuner's input. Another one brings its own list of channels and its last channel; so does the same anew.
+  [[nodiscard]] TunerFeed TunerInput() const { return tunerInput; }
+  void SetTunerInput(TunerFeed input);
+
+  // Whether captions get a background.
+  void SetCaptionBackground(bool opaque);
+
   // What is shown, in words.
   [[nodiscard]] bool HasTuner() const { return static_cast<bool>(tuner); }
   [[nodiscard]] const char* InputName() const;
@@ -77,14 +110,31 @@ class CTVDevice final : public CGraphDevice {
   bool RenderPreview();
   void RenderPreviewPin();
   void AddCaptions();
+  bool RenderCapture();
+  bool RenderCaptureSteps();
+  bool RenderIntoFile(const ComPtr<IBaseFilter>& filter, const char* message);
+  bool OpenOutputFile();
   void RemoveRenderedFilters();
   void RebuildPreview();
+  bool ShowPreview();
+  HRESULT FindPreviewWindow(const char* message);
+  HRESULT ApplyCaptureFrameRate(const char* message);
   void ReleaseGraph();
   void StopGraph();
   HRESULT FindInterface(const GUID* category, const ComPtr<IBaseFilter>& filter, REFIID iid, void** to) {
     return builder->FindInterface(category, filter.Get(), iid, to);
   }
   HRESULT ShowDialog(CaptureDialog dialog, HWND parent);
+  void EndPicture();
+
+  // Recording.
+  bool HasCaptureFile();
+  bool BeginRecording();
+  bool GraphFails(HRESULT result, const char* verb);
+  void EndRecording(const std::string& reason);
+  void OnWritingFailed(HRESULT result);
+  bool ApplyCaptureFile();
+  bool AllocateCaptureFile();
 
   // Inputs and channels.
   [[nodiscard]] bool IsTunerShown() const { return tuner && videoInput == VideoInput::kTuner; }
@@ -117,6 +167,9 @@ class CTVDevice final : public CGraphDevice {
   ComPtr<IBaseFilter> audioFilter;
   ComPtr<IAMStreamConfig> videoStream;
   ComPtr<IAMStreamConfig> audioStream;
+  ComPtr<IBaseFilter> multiplexer;  // these three while there is a graph that records
+  ComPtr<IFileSinkFilter> fileWriter;
+  ComPtr<IConfigAviMux> muxConfiguration;
   ComPtr<IAMTVTuner> tuner;      // null: the card has none
   ComPtr<IAMCrossbar> crossbar;  // null: the card has one input
   ComPtr<IAMVfwCaptureDialogs> dialogs;
@@ -127,11 +180,13 @@ class CTVDevice final : public CGraphDevice {
   Size nativeSize;                     // of the device's picture; zeros until it is known
   TunerFeed tunerInput = TunerFeed::kAntenna;
   VideoInput videoInput = VideoInput::kTuner;
-  CaptureSettings capture;
+  std::uint16_t captureMegabytes = 0;  // the capture file's size, once it was set
+  DWORD recordStartTime = 0;           // ms, of timeGetTime
   int lowestNumber = 0;
   int previousIndex = 0;    // the place in the list before the last change
   bool listStands = false;  // the list of channels is that of tunerInput
   bool refused = false;     // the text line tells of a refusal
+  bool gone = false;        // the card was pulled out
 };
 
 }  // namespace quorvex

@@ -20,17 +20,15 @@ PictureFeeder::PictureFeeder(FilterBase& owner, OutputPin& fed, const CodedStrea
     : filter(owner),
       delivery(fed),
       clock(stream.clock),
-      usualTime(frameTime > 0 ? frameTime : kSecond / 25),
-      decoder(stream),
+      pictures(stream, frameTime),
       held(av_frame_alloc()) {}
 
 void PictureFeeder::Begin(const Segment& played) {
   segment = played;
-  next = played.start;
   av_frame_unref(held.get());
   late = {};
   delivery.Begin();
-  decoder.Flush();
+  pictures.Begin(played.start);
 }
 
 bool PictureFeeder::IsLongBefore(const AVPacket* packet) const {
@@ -39,22 +37,18 @@ bool PictureFeeder::IsLongBefore(const AVPacket* packet) const {
 }
 
 Fed PictureFeeder::Feed(const AVPacket* packet) {
-  decoder.SkipUnreferenced(IsLongBefore(packet) || late.IsFarBehind());
+  pictures.SkipUnreferenced(IsLongBefore(packet) || late.IsFarBehind());
   Fed fed = Fed::kMore;
-  decoder.Decode(packet, [&](const AVFrame& frame) {
-    fed = Show(frame);
+  pictures.Decode(packet, [&](const AVFrame& frame, MediaTime begin, MediaTime end) {
+    fed = Show(frame, begin, end);
     return fed == Fed::kMore;
   });
-  if (packet == nullptr && delivery.IsFirst() && fed == Fed::kMore) fed = ShowHeld(next);
+  if (packet == nullptr && delivery.IsFirst() && fed == Fed::kMore) fed = ShowHeld(pictures.Next());
   return fed;
 }
 
-Fed PictureFeeder::Show(const AVFrame& frame) {
-  const bool timed = frame.best_effort_timestamp != AV_NOPTS_VALUE;
-  const MediaTime begin = timed ? clock.Time(frame.best_effort_timestamp) : next;
-  const MediaTime lasts = frame.pkt_duration > 0 ? clock.Length(frame.pkt_duration) : usualTime;
-  next = begin + lasts;
-  if (next <= segment.start + kRounding) {
+Fed PictureFeeder::Show(const AVFrame& frame, MediaTime begin, MediaTime end) {
+  if (end <= segment.start + kRounding) {
     av_frame_unref(held.get());
     av_frame_ref(held.get(), &frame);
     heldBegin = begin;
@@ -66,7 +60,7 @@ Fed PictureFeeder::Show(const AVFrame& frame) {
   if (begin >= segment.stop) return Fed::kOver;
   const std::optional<MediaTime> now = filter.StreamTime();
   if (now && late.LeaveOut(*now - (begin - segment.start))) return Fed::kMore;
-  return Deliver(frame, begin - segment.start, next - segment.start);
+  return Deliver(frame, begin - segment.start, end - segment.start);
 }
 
 // The picture that was on when the segment began, where there is one: it lasts until `end`.

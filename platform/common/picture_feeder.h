@@ -5,12 +5,12 @@
 
 #include <optional>
 
-#include "platform/common/decoder.h"
 #include "platform/common/filter_base.h"
 #include "platform/common/late_pictures.h"
 #include "platform/common/picture_converter.h"
 #include "platform/common/picture_delivery.h"
 #include "platform/common/stream_feeder.h"
+#include "platform/common/timed_pictures.h"
 
 namespace quorvex {
 
@@ -21,25 +21,23 @@ class PictureFeeder final : public StreamFeeder {
   PictureFeeder(FilterBase& owner, OutputPin& fed, const CodedStream& stream, MediaTime frameTime);
 
   // Whether there is a decoder for the stream.
-  [[nodiscard]] bool IsOpen() const { return decoder.IsOpen(); }
+  [[nodiscard]] bool IsOpen() const { return pictures.IsOpen(); }
 
   void Begin(const Segment& played) override;
   Fed Feed(const AVPacket* packet) override;
 
  private:
   [[nodiscard]] bool IsLongBefore(const AVPacket* packet) const;
-  Fed Show(const AVFrame& frame);
+  Fed Show(const AVFrame& frame, MediaTime begin, MediaTime end);
   Fed ShowHeld(MediaTime end);
   Fed Deliver(const AVFrame& frame, MediaTime begin, MediaTime end);
 
   FilterBase& filter;
   PictureDelivery delivery;
   const TickClock clock;
-  const MediaTime usualTime;
-  Decoder decoder;
+  TimedPictures pictures;
   PictureConverter converter;
   Segment segment;
-  MediaTime next = 0;     // when the picture after the last one begins, if it does not say so itself
   AvOwner<AVFrame> held;  // the last picture before the segment: it may last into it
   MediaTime heldBegin = 0;
   LatePictures late;

@@ -13,6 +13,9 @@ class SoundClock {
  public:
   explicit SoundClock(int samplesPerSecond) : rate(samplesPerSecond) {}
 
+  // What follows begins at another place.
+  void Restart() { *this = SoundClock(rate); }
+
   // The time at which the next block begins. `stamped`: what its time stamp says, if it has one.
   MediaTime Begin(std::optional<MediaTime> stamped) {
     const MediaTime counted = Now();

@@ -1,7 +1,6 @@
 #include "platform/common/sound_feeder.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace quorvex {
 namespace {
@@ -16,37 +15,21 @@ int DeliveredRate(int streamRate) {
 }
 
 SoundFeeder::SoundFeeder(OutputPin& fed, const CodedStream& stream)
-    : clock(stream.clock),
-      rate(DeliveredRate(stream.parameters->sample_rate)),
-      decoder(stream),
-      converter(rate),
-      delivery(fed, rate),
-      soundClock(rate) {}
+    : rate(DeliveredRate(stream.parameters->sample_rate)), sound(stream, rate), delivery(fed, rate) {}
 
 void SoundFeeder::Begin(const Segment& played) {
   segment = played;
   delivery.Begin();
-  soundClock = SoundClock(rate);
-  converter.Reset();
-  decoder.Flush();
+  sound.Begin();
 }
 
 Fed SoundFeeder::Feed(const AVPacket* packet) {
   Fed fed = Fed::kMore;
-  decoder.Decode(packet, [&](const AVFrame& frame) {
-    fed = Play(frame);
+  sound.Decode(packet, [&](SoundSamples samples, MediaTime begin) {
+    fed = DeliverPlayed(samples, begin);
     return fed == Fed::kMore;
   });
   return fed;
-}
-
-Fed SoundFeeder::Play(const AVFrame& frame) {
-  std::optional<MediaTime> stamped;
-  if (frame.best_effort_timestamp != AV_NOPTS_VALUE) stamped = clock.Time(frame.best_effort_timestamp);
-  const MediaTime begin = soundClock.Begin(stamped);
-  const SoundSamples samples = converter.Convert(frame);
-  soundClock.Advance(static_cast<std::int64_t>(samples.size() / kSoundChannels));
-  return DeliverPlayed(samples, begin);
 }
 
 // Delivers samples without what lies before the segment or behind it.

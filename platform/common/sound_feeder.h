@@ -1,10 +1,9 @@
 // Feeds a pin with sound (MediaType::Pcm16, two channels), exact to the sample.
 #pragma once
 
-#include "platform/common/decoder.h"
-#include "platform/common/sound_clock.h"
 #include "platform/common/sound_delivery.h"
 #include "platform/common/stream_feeder.h"
+#include "platform/common/timed_sound.h"
 
 namespace quorvex {
 
@@ -17,21 +16,17 @@ class SoundFeeder final : public StreamFeeder {
   SoundFeeder(OutputPin& fed, const CodedStream& stream);
 
   // Whether there is a decoder for the stream.
-  [[nodiscard]] bool IsOpen() const { return decoder.IsOpen(); }
+  [[nodiscard]] bool IsOpen() const { return sound.IsOpen(); }
 
   void Begin(const Segment& played) override;
   Fed Feed(const AVPacket* packet) override;
 
  private:
-  Fed Play(const AVFrame& frame);
   Fed DeliverPlayed(SoundSamples samples, MediaTime begin);
 
-  const TickClock clock;
   const int rate;  // as delivered
-  Decoder decoder;
-  SoundConverter converter;
+  TimedSound sound;
   SoundDelivery delivery;
-  SoundClock soundClock;
   Segment segment;
 };
 

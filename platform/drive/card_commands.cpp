@@ -38,6 +38,8 @@ int PrintStatus(const CardState& state) {
     std::printf("%s=%s\n", card.command, state.IsPlugged(card.kind) ? "on" : "off");
   std::printf("input=%u\nantenna=%u\nchannel=%u\ncountry=%u\n", state.routed.load(), state.antenna.load(),
               state.channel.load(), state.country.load());
+  std::printf("previewed=%u\npreview-lost=%u\ncaptured=%u\ncapture-lost=%u\n", state.preview.delivered.load(),
+              state.preview.lost.load(), state.capture.delivered.load(), state.capture.lost.load());
   return 0;
 }
 

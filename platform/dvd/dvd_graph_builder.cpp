@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/line21_interface.h"
+#include "platform/dvd/disc_in_drive.h"
 #include "platform/dvd/dvd_source.h"
 #include "platform/dvd/render_status.h"
 

@@ -8,7 +8,9 @@
 #include <span>
 
 // The library's own headers: under Windows they bring a mutex of their own under the name of the system's.
+#ifdef _WIN32
 #define pthread_mutex_t dvdnav_mutex_t  // NOLINT(bugprone-reserved-identifier,readability-identifier-naming)
+#endif
 extern "C" {
 #include <dvdnav/dvdnav.h>
 #include <dvdread/ifo_read.h>

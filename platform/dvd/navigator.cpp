@@ -76,10 +76,7 @@ std::vector<std::uint8_t> Navigator::ReadManagerTables() {
   std::vector<std::uint8_t> bytes;
   Ask([&](dvdnav_t* opened) {
     dvd_reader_t* reader = ReaderOf(opened);
-    bytes = ReadWhole(reader, DVD_READ_INFO_FILE);
-    const bool isWhole =
-        bytes.size() >= kDvdSectorBytes && std::memcmp(bytes.data(), "DVDVIDEO-VMG", 12) == 0;
-    if (!isWhole) bytes = ReadWhole(reader, DVD_READ_INFO_BACKUP_FILE);
+    bytes = ReadWhole(reader, ifoReadsBackup(reader, 0) != 0 ? DVD_READ_INFO_BACKUP_FILE : DVD_READ_INFO_FILE);
     return true;
   });
   return bytes;

@@ -27,7 +27,4 @@ enum class DiscFault {
 // Opens the disc at a path: an image, or a folder with VIDEO_TS.
 DiscFault OpenDisc(const std::filesystem::path& path, OpenedDisc& disc);
 
-// Opens the disc in the drive that qvdrive serves, else that in the first DVD drive that has one.
-DiscFault OpenDiscInDrive(OpenedDisc& disc);
-
 }  // namespace quorvex

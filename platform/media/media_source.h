@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/common/filter_base.h"
-#include "platform/media/media_file.h"
+#include "platform/common/media_file.h"
 #include "platform/media/media_pin.h"
 #include "platform/media/playback.h"
 #include "platform/media/shared_seeks.h"

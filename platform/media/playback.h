@@ -9,7 +9,7 @@
 #include "platform/common/output_pin.h"
 #include "platform/common/stream_buffers.h"
 #include "platform/common/stream_feeder.h"
-#include "platform/media/media_file.h"
+#include "platform/common/media_file.h"
 
 namespace quorvex {
 

@@ -1,14 +1,78 @@
-// Capture files: made of their full size beforehand, and copied without what is left over.
-#include "platform/tv/capture_graph_builder.h"
+#include "platform/tv/capture_file.h"
+
+#include <algorithm>
 
 namespace quorvex {
+namespace {
 
-HRESULT CaptureGraphBuilder::SetOutputFileName(const GUID*, LPCOLESTR, IBaseFilter**, IFileSinkFilter**) {
-  return E_NOTIMPL;
+constexpr std::size_t kMostAtOnce = 1UL << 24;
+
+OVERLAPPED At(std::uint64_t place) {
+  OVERLAPPED at{};
+  at.Offset = static_cast<DWORD>(place);
+  at.OffsetHigh = static_cast<DWORD>(place >> 32);
+  return at;
 }
-HRESULT CaptureGraphBuilder::AllocCapFile(LPCOLESTR, DWORDLONG) { return E_NOTIMPL; }
-HRESULT CaptureGraphBuilder::CopyCaptureFile(LPOLESTR, LPOLESTR, int, IAMCopyCaptureFileProgress*) {
-  return E_NOTIMPL;
+
+HANDLE OpenFor(const std::wstring& path, CaptureFile::Mode mode) {
+  using enum CaptureFile::Mode;
+  const bool reads = mode == kRead;
+  const DWORD access = reads ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE;
+  const DWORD others = mode == kOwn ? 0 : reads ? FILE_SHARE_READ | FILE_SHARE_WRITE : FILE_SHARE_READ;
+  const DWORD way = mode == kRecord ? OPEN_ALWAYS : mode == kOverwrite ? CREATE_ALWAYS : OPEN_EXISTING;
+  return ::CreateFileW(path.c_str(), access, others, nullptr, way, FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+}  // namespace
+
+HRESULT CaptureFile::Open(const std::wstring& path, Mode mode) {
+  Close();
+  if (path.empty()) return E_INVALIDARG;
+  file = OwnFile(OpenFor(path, mode));
+  return file ? S_OK : HRESULT_FROM_WIN32(::GetLastError());
+}
+
+FileResult CaptureFile::Note(DWORD code) {
+  const bool full = code == ERROR_DISK_FULL || code == ERROR_HANDLE_DISK_FULL;
+  error = full ? kDiskFull : HRESULT_FROM_WIN32(code);
+  return full ? FileResult::kFull : FileResult::kFailed;
+}
+
+FileResult CaptureFile::Write(std::uint64_t place, ByteView bytes, std::size_t& written) {
+  written = 0;
+  while (written < bytes.size()) {
+    OVERLAPPED at = At(place + written);
+    DWORD done = 0;
+    const auto count = static_cast<DWORD>(std::min(bytes.size() - written, kMostAtOnce));
+    if (!::WriteFile(file.Get(), bytes.data() + written, count, &done, &at)) return Note(::GetLastError());
+    if (done == 0) return Note(ERROR_DISK_FULL);
+    written += done;
+  }
+  return FileResult::kDone;
+}
+
+FileResult CaptureFile::Resize(std::uint64_t bytes) {
+  LARGE_INTEGER place{};
+  place.QuadPart = static_cast<LONGLONG>(bytes);
+  const bool done = ::SetFilePointerEx(file.Get(), place, nullptr, FILE_BEGIN) && ::SetEndOfFile(file.Get());
+  return done ? FileResult::kDone : Note(::GetLastError());
+}
+
+std::uint64_t CaptureFile::Size() {
+  LARGE_INTEGER size{};
+  return ::GetFileSizeEx(file.Get(), &size) ? static_cast<std::uint64_t>(size.QuadPart) : 0;
+}
+
+std::size_t CaptureFile::Read(std::uint64_t place, std::span<std::uint8_t> into) {
+  std::size_t read = 0;
+  while (read < into.size()) {
+    OVERLAPPED at = At(place + read);
+    DWORD done = 0;
+    const auto count = static_cast<DWORD>(std::min(into.size() - read, kMostAtOnce));
+    if (!::ReadFile(file.Get(), into.data() + read, count, &done, &at) || done == 0) break;
+    read += done;
+  }
+  return read;
 }
 
 }  // namespace quorvex

@@ -17,7 +17,7 @@ CaptureFilter::CaptureFilter(const CardTraits& itsTraits)
       hasCrossbar(traits.hasTuner && card->noCrossbar == 0),
       hasCaptions(traits.hasTuner && card->noCaptions == 0),
       capturePin(*this, *this, source, *card),
-      previewPin(*this, *this, source),
+      previewPin(*this, *this, source, *card),
       vbiPin(*this, *this, source),
       videoPortPin(*this),
       cable(*this, reception) {}

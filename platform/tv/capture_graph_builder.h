@@ -6,17 +6,20 @@
 
 #include <strmif.h>
 
+#include "base/capture_recovery_interface.h"
 #include "base/com_ptr.h"
 #include "platform/common/com_object.h"
 
 namespace quorvex {
 
-class CaptureGraphBuilder final : public ComObject<ICaptureGraphBuilder> {
+class CaptureGraphBuilder final : public ComObject<ICaptureGraphBuilder, ICaptureRecovery> {
  public:
   // E_UNEXPECTED when there is a graph already.
   HRESULT STDMETHODCALLTYPE SetFiltergraph(IGraphBuilder* wanted) override;
   // Makes a graph when there is none.
   HRESULT STDMETHODCALLTYPE GetFiltergraph(IGraphBuilder** wanted) override;
+  // Adds a multiplexer and a file writer for an AVI file (E_INVALIDARG for other types). Fails when the file
+  // cannot be written.
   HRESULT STDMETHODCALLTYPE SetOutputFileName(const GUID* type, LPCOLESTR file, IBaseFilter** multiplexer,
                                               IFileSinkFilter** sink) override;
   // Looks at the filter, its pins of the category, then at what lies downstream of these and upstream of the
@@ -30,15 +33,18 @@ class CaptureGraphBuilder final : public ComObject<ICaptureGraphBuilder> {
   // For all filters of the graph when none is named. E_FAIL when no pin of the category can be controlled.
   HRESULT STDMETHODCALLTYPE ControlStream(const GUID* category, IBaseFilter* filter, REFERENCE_TIME* start,
                                           REFERENCE_TIME* stop, WORD startCookie, WORD stopCookie) override;
+  // capture_space.h, capture_copy.h and ICaptureRecovery tell what these do.
   HRESULT STDMETHODCALLTYPE AllocCapFile(LPCOLESTR file, DWORDLONG size) override;
   HRESULT STDMETHODCALLTYPE CopyCaptureFile(LPOLESTR from, LPOLESTR to, int allowEscape,
                                             IAMCopyCaptureFileProgress* progress) override;
+  HRESULT STDMETHODCALLTYPE Recover(LPCOLESTR file, LONGLONG* length) override;
 
  protected:
   ~CaptureGraphBuilder() override = default;
 
  private:
   HRESULT AddNew(const CLSID& id, const wchar_t* name, ComPtr<IBaseFilter>& made);
+  HRESULT AddFileWriter(LPCOLESTR file, ComPtr<IBaseFilter>& multiplexer, ComPtr<IBaseFilter>& writer);
   HRESULT SplitCapturePin(IBaseFilter& filter, const GUID& category, ComPtr<IPin>& pin);
   HRESULT RenderPin(IPin& pin, IBaseFilter* compressor, IBaseFilter* renderer);
   HRESULT ConnectTo(IPin& pin, IBaseFilter& filter);

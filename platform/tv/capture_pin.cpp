@@ -7,12 +7,12 @@
 namespace quorvex {
 
 CapturePin::CapturePin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures,
-                       const CardState& state)
+                       CardState& state)
     : LivePin(owner, itsDevice, L"Capture", PIN_CATEGORY_CAPTURE),
       source(pictures),
       config(*this, pictures, state),
       control(*this, owner),
-      counts(*this) {}
+      counts(*this, state.capture) {}
 
 void* CapturePin::Find(REFIID iid) {
   if (iid == __uuidof(IAMStreamConfig)) return static_cast<IAMStreamConfig*>(&config);
@@ -61,8 +61,7 @@ bool CapturePin::Fill(IMediaSample& sample, const FramePacer::Frame& frame) {
   if (FAILED(sample.GetPointer(&target)) || static_cast<std::size_t>(sample.GetSize()) < bytes) return false;
   const PictureView view{canvas.data(), static_cast<std::ptrdiff_t>(format.size.width) * 4, format.size.width,
                          format.size.height};
-  picture.Draw(view, source.Seen(), source.Adjustment(), static_cast<std::uint32_t>(frame.number),
-               PictureSource::Clock());
+  picture.Draw(view, source, frame.number, AirTimeOf(frame.begin));
   LayOut(view, format.layout, {target, bytes});
   REFERENCE_TIME begin = frame.begin;
   REFERENCE_TIME end = frame.end;

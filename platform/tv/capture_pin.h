@@ -3,16 +3,15 @@
 
 #include "platform/tv/dropped_frames.h"
 #include "platform/tv/live_pin.h"
-#include "platform/tv/picture_source.h"
+#include "platform/tv/programme_picture.h"
 #include "platform/tv/stream_config.h"
 #include "platform/tv/stream_control.h"
-#include "platform/tv/test_picture.h"
 
 namespace quorvex {
 
 class CapturePin final : public LivePin {
  public:
-  CapturePin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures, const CardState& state);
+  CapturePin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures, CardState& state);
   ~CapturePin() { End(); }
 
  protected:
@@ -30,7 +29,7 @@ class CapturePin final : public LivePin {
   StreamConfig config;
   StreamControl control;
   DroppedFrames counts;
-  TestPicture picture;
+  ProgrammePicture picture;
   CaptureFormat format;              // as agreed with the other end
   std::vector<std::uint8_t> canvas;  // a picture before it is laid out
   bool first = true;

@@ -17,8 +17,14 @@ enum class CardKind : std::uint32_t {
   kCapture = 4,  // no tuner, no preview pin
 };
 
+// What became of a stream's pictures since it began.
+struct StreamCounts {
+  std::atomic<std::uint32_t> delivered = 0;
+  std::atomic<std::uint32_t> lost = 0;
+};
+
 struct CardState {
-  static constexpr std::uint32_t kVersion = 1;
+  static constexpr std::uint32_t kVersion = 2;
   using Value = std::atomic<std::uint32_t>;
 
   Value version = kVersion;
@@ -29,6 +35,10 @@ struct CardState {
   Value antenna = 1;
   Value channel = 4;
   Value routed = 1;  // the crossbar's input that goes to the picture
+
+  // Of the streams that began last.
+  StreamCounts preview;
+  StreamCounts capture;
 
   // For tests.
   Value refuseFormat = 0;  // SetFormat fails

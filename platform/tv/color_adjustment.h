@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdint>
 
+#include "platform/common/picture_view.h"
+
 namespace quorvex {
 
 struct Rgb {
@@ -22,6 +24,8 @@ struct ColorAdjustment {
   std::array<int, 4> values{kMiddle, kMiddle, kMiddle, kMiddle};
 
   [[nodiscard]] Rgb Apply(Rgb color) const;
+  // The same to every pixel of a picture.
+  void Apply(const PictureView& picture) const;
   friend bool operator==(const ColorAdjustment&, const ColorAdjustment&) = default;
 };
 

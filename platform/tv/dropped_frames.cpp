@@ -39,17 +39,20 @@ void DroppedFrames::Clear() {
   const std::scoped_lock guard(lock);
   delivered = bytesDelivered = lost = 0;
   firstLost.clear();
+  told.delivered = told.lost = 0;
 }
 
 void DroppedFrames::CountDelivered(std::size_t bytes) {
   const std::scoped_lock guard(lock);
   ++delivered;
+  ++told.delivered;
   bytesDelivered += static_cast<std::int64_t>(bytes);
 }
 
 void DroppedFrames::CountLost(std::int64_t first, std::int64_t count) {
   const std::scoped_lock guard(lock);
   lost += count;
+  told.lost += static_cast<std::uint32_t>(count);
   for (std::int64_t i = 0; i < count && firstLost.size() < kKept; ++i)
     firstLost.push_back(static_cast<LONG>(first + i));
 }

@@ -1,4 +1,5 @@
-// IAMDroppedFrames of a pin: how many pictures were delivered and which were lost.
+// IAMDroppedFrames of a pin: how many pictures were delivered and which were lost. Other programs see the
+// counts too, in the state that all cards share.
 #pragma once
 
 #include <windows.h>
@@ -9,12 +10,13 @@
 #include <vector>
 
 #include "platform/common/object_part.h"
+#include "platform/tv/card_state.h"
 
 namespace quorvex {
 
 class DroppedFrames final : public ObjectPart<IAMDroppedFrames> {
  public:
-  explicit DroppedFrames(IUnknown& pin) : ObjectPart(pin) {}
+  DroppedFrames(IUnknown& pin, StreamCounts& shared) : ObjectPart(pin), told(shared) {}
 
   HRESULT STDMETHODCALLTYPE GetNumDropped(LONG* number) override;
   HRESULT STDMETHODCALLTYPE GetNumNotDropped(LONG* number) override;
@@ -28,6 +30,7 @@ class DroppedFrames final : public ObjectPart<IAMDroppedFrames> {
   void CountLost(std::int64_t first, std::int64_t count);
 
  private:
+  StreamCounts& told;
   std::mutex lock;  // guards what follows
   std::int64_t delivered = 0;
   std::int64_t bytesDelivered = 0;

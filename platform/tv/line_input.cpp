@@ -5,8 +5,6 @@
 
 #include <cstring>
 
-#include "platform/tv/programme_sound.h"
-
 namespace quorvex {
 namespace {
 
@@ -35,7 +33,10 @@ ALLOCATOR_PROPERTIES LinePin::BufferNeeds(const MediaType& type) {
   return {kBuffers, static_cast<long>(frames * asked.FrameBytes()), 1, 0};
 }
 
-void LinePin::OnBegin() { format = SoundFormatOf(AgreedType().Get()).value_or(config.Format()); }
+void LinePin::OnBegin() {
+  format = SoundFormatOf(AgreedType().Get()).value_or(config.Format());
+  sound.emplace(format.rate);
+}
 
 void LinePin::Send(const FramePacer::Frame& frame) {
   if (!control.Passes(frame.begin)) return;
@@ -46,7 +47,7 @@ void LinePin::Send(const FramePacer::Frame& frame) {
   BYTE* target = nullptr;
   if (!sample || FAILED(sample->GetPointer(&target)) || static_cast<std::size_t>(sample->GetSize()) < bytes)
     return;
-  Fill({target, bytes}, from);
+  Fill({target, bytes}, frame);
   REFERENCE_TIME begin = frame.begin;
   REFERENCE_TIME end = frame.end;
   sample->SetActualDataLength(static_cast<long>(bytes));
@@ -56,12 +57,13 @@ void LinePin::Send(const FramePacer::Frame& frame) {
   Deliver(sample.Get());
 }
 
-void LinePin::Fill(std::span<BYTE> bytes, std::int64_t from) {
-  const Scene scene = reception.Now();
+void LinePin::Fill(std::span<BYTE> bytes, const FramePacer::Frame& frame) {
+  samples.resize(bytes.size() / static_cast<std::size_t>(format.FrameBytes()) * kSoundChannels);
+  sound->Fill(reception.Now(), SampleAt(frame.begin, format.rate), AirTimeOf(frame.begin), samples);
   std::size_t place = 0;
-  for (std::int64_t at = from; place < bytes.size(); ++at) {
-    const std::int16_t sample = ProgrammeSample(scene, format.rate, at);
-    for (int channel = 0; channel < format.channels; ++channel) {
+  for (std::size_t at = 0; at < samples.size(); at += kSoundChannels) {
+    for (std::size_t channel = 0; channel < static_cast<std::size_t>(format.channels); ++channel) {
+      const std::int16_t sample = samples[at + channel];
       if (format.bits == 16) {
         std::memcpy(&bytes[place], &sample, sizeof sample);
         place += sizeof sample;

@@ -1,11 +1,14 @@
 // The audio capture filter of the line input: what the TV card receives, as the sound card would record it.
 #pragma once
 
+#include <optional>
 #include <span>
+#include <vector>
 
 #include "platform/tv/line_config.h"
 #include "platform/tv/live_pin.h"
 #include "platform/tv/reception.h"
+#include "platform/tv/scene_sound.h"
 #include "platform/tv/shared_card.h"
 #include "platform/tv/stream_control.h"
 
@@ -27,12 +30,14 @@ class LinePin final : public LivePin {
   void Send(const FramePacer::Frame& frame) override;
 
  private:
-  void Fill(std::span<BYTE> bytes, std::int64_t from);
+  void Fill(std::span<BYTE> bytes, const FramePacer::Frame& frame);
 
   Reception& reception;
   LineConfig config;
   StreamControl control;
   WaveFormat format;  // as agreed with the other end
+  std::optional<SceneSound> sound;
+  std::vector<std::int16_t> samples;
 };
 
 class LineInput final : public FilterBase, private LiveDevice {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/common/com_thread.h"
+#include "platform/tv/station_file.h"
 
 namespace quorvex {
 namespace {
@@ -59,6 +60,10 @@ bool LivePin::WaitUntil(MediaTime due, MediaTime& now) {
     }
     Idle(time ? std::min(microseconds((due - *time) / 10), kLongestWait) : kGlance);
   }
+}
+
+MediaTime LivePin::AirTimeOf(MediaTime streamTime) {
+  return AirTime() + streamTime - filter.StreamTime().value_or(streamTime);
 }
 
 void LivePin::Work() {

@@ -47,6 +47,9 @@ class LivePin : public OutputPin {
   virtual void OnBegin() {}
   virtual void Send(const FramePacer::Frame& frame) = 0;
 
+  // The time of day at a time of the stream.
+  MediaTime AirTimeOf(MediaTime streamTime);
+
  private:
   void Work();
   bool WaitUntil(MediaTime due, MediaTime& now);

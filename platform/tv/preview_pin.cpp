@@ -4,8 +4,16 @@
 
 namespace quorvex {
 
-PreviewPin::PreviewPin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures)
-    : LivePin(owner, itsDevice, L"Preview", PIN_CATEGORY_PREVIEW), source(pictures), delivery(*this) {}
+PreviewPin::PreviewPin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures, CardState& state)
+    : LivePin(owner, itsDevice, L"Preview", PIN_CATEGORY_PREVIEW),
+      source(pictures),
+      delivery(*this),
+      counts(*this, state.preview) {}
+
+void* PreviewPin::Find(REFIID iid) {
+  if (iid == __uuidof(IAMDroppedFrames)) return static_cast<IAMDroppedFrames*>(&counts);
+  return LivePin::Find(iid);
+}
 
 std::vector<MediaType> PreviewPin::Types() {
   const CaptureFormat format = source.Format();
@@ -17,13 +25,20 @@ ALLOCATOR_PROPERTIES PreviewPin::BufferNeeds(const MediaType& type) {
   return {kBuffers, static_cast<long>(type.Get().lSampleSize), 1, 0};
 }
 
+void PreviewPin::OnBegin() {
+  delivery.Begin();
+  counts.Clear();
+}
+
 void PreviewPin::Send(const FramePacer::Frame& frame) {
-  const Scene scene = source.Seen();
-  const ColorAdjustment adjustment = source.Adjustment();
-  delivery.Deliver(frame.begin, frame.end, [&](const PictureView& view) {
-    picture.Draw(view, scene, adjustment, static_cast<std::uint32_t>(frame.number), PictureSource::Clock());
+  if (frame.lost > 0 && !delivery.IsFirst()) counts.CountLost(frame.number - frame.lost, frame.lost);
+  std::size_t bytes = 0;
+  const Fed fed = delivery.Deliver(frame.begin, frame.end, [&](const PictureView& view) {
+    picture.Draw(view, source, frame.number, AirTimeOf(frame.begin));
+    bytes = static_cast<std::size_t>(view.width) * static_cast<std::size_t>(view.height) * 4;
     return true;
   });
+  if (fed == Fed::kMore) counts.CountDelivered(bytes);
 }
 
 }  // namespace quorvex

@@ -3,28 +3,30 @@
 #pragma once
 
 #include "platform/common/picture_delivery.h"
+#include "platform/tv/dropped_frames.h"
 #include "platform/tv/live_pin.h"
-#include "platform/tv/picture_source.h"
-#include "platform/tv/test_picture.h"
+#include "platform/tv/programme_picture.h"
 
 namespace quorvex {
 
 class PreviewPin final : public LivePin {
  public:
-  PreviewPin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures);
+  PreviewPin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures, CardState& state);
   ~PreviewPin() { End(); }
 
  protected:
+  void* Find(REFIID iid) override;
   std::vector<MediaType> Types() override;
   ALLOCATOR_PROPERTIES BufferNeeds(const MediaType& type) override;
   MediaTime FrameTime() override { return source.Format().frameTime; }
-  void OnBegin() override { delivery.Begin(); }
+  void OnBegin() override;
   void Send(const FramePacer::Frame& frame) override;
 
  private:
   PictureSource& source;
   PictureDelivery delivery;
-  TestPicture picture;
+  DroppedFrames counts;
+  ProgrammePicture picture;
 };
 
 }  // namespace quorvex

@@ -11,10 +11,12 @@
 #include "platform/common/com_object.h"
 #include "platform/common/com_server.h"
 #include "platform/common/instances.h"
+#include "platform/tv/avi_mux.h"
 #include "platform/tv/caption_mixer.h"
 #include "platform/tv/capture_filter.h"
 #include "platform/tv/capture_graph_builder.h"
 #include "platform/tv/cc_decoder.h"
+#include "platform/tv/file_writer.h"
 #include "platform/tv/line21_filter.h"
 #include "platform/tv/line_input.h"
 #include "platform/tv/tee_filter.h"
@@ -44,6 +46,8 @@ std::span<const ServedClass> Classes() {
       ServedClass{kTeeClass, kTeeName, Make<TeeFilter>},
       ServedClass{kCcDecoderClass, kCcDecoderName, Make<CcDecoder>},
       ServedClass{kCaptionMixerClass, L"Quorvex Caption Mixer", Make<CaptionMixer>},
+      ServedClass{kAviMuxClass, L"Quorvex AVI Mux", Make<AviMux>},
+      ServedClass{kFileWriterClass, L"Quorvex File Writer", Make<FileWriter>},
       ServedClass{kClsidLine21Decoder, L"Line 21 Decoder", Make<Line21Filter>},
       ServedClass{CLSID_VBISurfaces, L"VBI Surface Allocator", Make<VbiSurfaces>}};
   return classes;

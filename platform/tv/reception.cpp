@@ -6,6 +6,7 @@
 
 #include "platform/common/shared_file.h"
 #include "platform/tv/crossbar_pins.h"
+#include "platform/tv/station_file.h"
 
 namespace quorvex {
 namespace {
@@ -40,6 +41,11 @@ std::string ReadText(const std::wstring& path) {
   return text;
 }
 
+// A station that has nothing to send is not there.
+bool IsOnAir(const Station* station) {
+  return station != nullptr && (station->file.empty() || StationFile().Tune(station->file) != nullptr);
+}
+
 }  // namespace
 
 void Reception::ReadList() {
@@ -54,11 +60,11 @@ void Reception::ReadList() {
 bool Reception::HasSignal(TunerInput input, int channel) {
   const std::scoped_lock guard(lock);
   ReadList();
-  return FindStation(stations, input, channel) != nullptr;
+  return IsOnAir(FindStation(stations, input, channel));
 }
 
 Scene Reception::Now() {
-  if (!traits.hasTuner) return {.input = 1, .name = "CAMERA"};
+  if (!traits.hasTuner) return {1, 0, true, "CAMERA", ""};
   const std::scoped_lock guard(lock);
   if (seenRoute == state.routed && seenChannel == state.channel && seenAntenna == state.antenna) return scene;
   seenRoute = state.routed;
@@ -70,12 +76,13 @@ Scene Reception::Now() {
 
 Scene Reception::Receive() {
   const int input = InputOfPin(static_cast<int>(seenRoute));
-  if (input != kTunerInput) return {.input = input, .name = "VIDEO " + std::to_string(input)};
+  if (input != kTunerInput) return {input, 0, true, "VIDEO " + std::to_string(input), ""};
   ReadList();
   const auto channel = static_cast<int>(seenChannel);
   const auto kind = seenAntenna != 0 ? TunerInput::kAntenna : TunerInput::kCable;
   const Station* station = FindStation(stations, kind, channel);
-  return {kTunerInput, channel, station != nullptr, station != nullptr ? station->name : ""};
+  if (!IsOnAir(station)) return {kTunerInput, channel, false, "", ""};
+  return {kTunerInput, channel, true, station->name, station->file};
 }
 
 }  // namespace quorvex

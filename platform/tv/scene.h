@@ -10,6 +10,7 @@ struct Scene {
   int channel = 0;     // the tuner's
   bool signal = true;  // without it there is only noise
   std::string name;    // of the station or input
+  std::string file;    // the media file (UTF-8) that the station sends; empty for its test picture
   friend bool operator==(const Scene&, const Scene&) = default;
 };
 

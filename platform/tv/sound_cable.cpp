@@ -1,9 +1,10 @@
 #include "platform/tv/sound_cable.h"
 
 #include <cstring>
+#include <vector>
 
 #include "platform/common/wave_output.h"
-#include "platform/tv/programme_sound.h"
+#include "platform/tv/scene_sound.h"
 
 namespace quorvex {
 namespace {
@@ -12,6 +13,8 @@ constexpr WaveFormat kFormat{};
 // Short, so that another channel is heard at once: a tenth of a second in all.
 constexpr std::size_t kBufferFrames = 1100;
 constexpr std::size_t kBuffers = 4;
+// What lies before a buffer when it is filled.
+constexpr MediaTime kUntilHeard = Rescale(kBufferFrames * (kBuffers - 1), kSecond, kFormat.rate);
 constexpr DWORD kGlanceMs = 20;
 
 }  // namespace
@@ -29,13 +32,14 @@ void SoundCable::End() {
 
 void SoundCable::Work() {
   WaveOutput output(kFormat, kBufferFrames * static_cast<std::size_t>(kFormat.FrameBytes()), kBuffers);
+  SceneSound sound(kFormat.rate);
+  std::vector<std::int16_t> samples;
   std::int64_t at = 0;
   const auto fill = [&](std::span<std::byte> buffer) {
-    const Scene scene = reception.Now();
-    for (std::size_t byte = 0; byte < buffer.size(); byte += 4, ++at) {
-      const std::int16_t sample = ProgrammeSample(scene, kFormat.rate, at);
-      for (std::size_t ear = 0; ear < 2; ++ear) std::memcpy(&buffer[byte + 2 * ear], &sample, sizeof sample);
-    }
+    samples.resize(buffer.size() / sizeof(std::int16_t));
+    sound.Fill(reception.Now(), at, AirTime() + kUntilHeard, samples);
+    at += static_cast<std::int64_t>(samples.size()) / kSoundChannels;
+    std::memcpy(buffer.data(), samples.data(), buffer.size());
     return static_cast<int>(buffer.size());
   };
   while (!ending) {

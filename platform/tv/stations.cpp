@@ -7,6 +7,12 @@
 namespace quorvex {
 namespace {
 
+std::string Trimmed(const std::string& text) {
+  constexpr char kBlanks[] = " \t\r";
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
+}
+
 std::optional<Station> ReadStation(const std::string& line) {
   std::istringstream words(line);
   std::string input;
@@ -15,8 +21,11 @@ std::optional<Station> ReadStation(const std::string& line) {
   if (words.fail() && !words.eof()) return std::nullopt;
   if (station.channel <= 0 || (input != "antenna" && input != "cable")) return std::nullopt;
   station.input = input == "cable" ? TunerInput::kCable : TunerInput::kAntenna;
-  std::getline(words, station.name);
-  if (station.name.ends_with('\r')) station.name.pop_back();
+  std::string rest;
+  std::getline(words, rest);
+  const std::size_t bar = rest.find('|');
+  station.name = Trimmed(rest.substr(0, bar));
+  if (bar != std::string::npos) station.file = Trimmed(rest.substr(bar + 1));
   return station;
 }
 
@@ -25,6 +34,8 @@ std::optional<Station> ReadStation(const std::string& line) {
 const std::string_view kFirstStations =
     "# The stations that the virtual TV card receives: \"antenna NUMBER NAME\" or \"cable NUMBER NAME\" a "
     "line.\r\n"
+    "# Behind the name, a media file that the station sends over and over: \"antenna 9 FILM | "
+    "C:\\film.mpg\".\r\n"
     "antenna 2 CITY NEWS\r\n"
     "antenna 4 MUSIC\r\n"
     "antenna 5 CINEMA\r\n"

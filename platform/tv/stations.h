@@ -1,7 +1,8 @@
 // The stations that the virtual tuner receives: a text that the user may edit.
 //
 // A line is "antenna NUMBER NAME" or "cable NUMBER NAME"; a line that begins with # is a remark. Of two lines
-// for one channel the first counts.
+// for one channel the first counts. Behind the name there may be " | " and the path of a media file, which the
+// station then sends, over and over.
 #pragma once
 
 #include <string>
@@ -16,6 +17,7 @@ struct Station {
   TunerInput input = TunerInput::kAntenna;
   int channel = 0;
   std::string name;
+  std::string file;  // what it sends; empty for its test picture
   friend bool operator==(const Station&, const Station&) = default;
 };
 

@@ -7,6 +7,8 @@
 
 #include <dshow.h>
 
+#include <filesystem>
+#include <fstream>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -16,6 +18,7 @@
 #include "platform/tv/card_table.h"
 #include "platform/tv/graph_walk.h"
 #include "platform/tv/shared_card.h"
+#include "platform/tv/stations.h"
 #include "tests/support/disc_marks.h"
 #include "tests/support/media_graph.h"
 
@@ -45,6 +48,20 @@ class PluggedCards {
   }
 
   SharedCard card;
+};
+
+// The user's list of stations, as a test wants it; afterwards it is as it is when nobody has edited it.
+class StationList {
+ public:
+  explicit StationList(std::string_view text) { Write(text); }
+  StationList(const StationList&) = delete;
+  StationList& operator=(const StationList&) = delete;
+  ~StationList() { Write(kFirstStations); }
+
+ private:
+  static void Write(std::string_view text) {
+    std::ofstream(std::filesystem::path(SharedFilePath(L"channels.txt")), std::ios::binary) << text;
+  }
 };
 
 // The names that the platform lists in a category.

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""make_discs.py FOLDER  Makes the tests' DVD-Video discs, with ffmpeg, spumux, dvdauthor and genisoimage.
+"""make_discs.py FOLDER [little]  Makes the tests' DVD-Video discs, with ffmpeg, spumux, dvdauthor and genisoimage: all, or that one.
 
 A disc NAME is FOLDER/NAME/VIDEO_TS, and FOLDER/NAME.iso where ISOS names it. A chapter lasts a "second" of two GOPs (NTSC 30 pictures,
 1.001 s; PAL 24 pictures, 0.96 s). What pictures look like: discs/pictures.py; what subtitles and buttons look like: discs/subpictures.py.
@@ -18,6 +18,8 @@ jumps      three titles (films 4, 5, 6 of 2 chapters). Begins with title 1; afte
            title 2; title 3 holds its last picture of chapter 1 for 2 s and its end for ever
 endless    its two menus jump to each other for ever (libdvdnav left alone does not come back)
 damaged/*  variants of `jumps` (discs/damage.py)
+little     something of everything, for what tries damage by the thousand (tests/fuzz): first play and menus of the disc and of set 1, with buttons
+           and registers; set 1: title 1 (film 1, 3 chapters, AC-3 and LPCM, a subtitle, captions), title 2 (film 7, a still); set 2: title 3 (film 8)
 """
 import shutil
 import subprocess
@@ -27,7 +29,7 @@ from pathlib import Path
 from discs import captions, damage, subpictures
 from discs.pictures import NTSC, PAL, encode, ffmpeg, finish
 
-ISOS = ("chapters", "menus")
+ISOS = ("chapters", "menus", "little")
 CHAPTERS = 25
 SOUNDS = {"ac3": "-c:a:{0} ac3 -b:a:{0} 192k", "pcm": "-c:a:{0} pcm_dvd -sample_fmt:a:{0} s16", "mp2": "-c:a:{0} mp2 -b:a:{0} 192k", "dts": "-c:a:{0} dca -b:a:{0} 768k -strict -2"}
 WHITE, CYAN, MAGENTA, GREEN = (255, 255, 255, 255), (0, 255, 255, 255), (255, 0, 255, 255), (0, 255, 0, 255)
@@ -159,10 +161,34 @@ def make_jumps(shop):
     shop.author("jumps", first + one + titleset([title(held)]))
 
 
+def make_little(shop):
+    video = shop.parts / "little.m2v"
+    video.write_bytes(captions.insert(shop.film(1, 3).read_bytes(), 3 * 2 * NTSC.group))
+    main = subpictures.add_subtitles(shop.programme("little", video, 3, ("ac3", "pcm")), shop.parts, 0, "English subtitle", WHITE, 3)
+    short = [shop.programme(f"short{number}", shop.film(number, 1), 1) for number in (7, 8)]
+    title_menu = menu(vob(shop.menu(105, "title menu", 3, 3)), ["jump titleset 1 menu entry root;", "g1=g1+1; jump title 2;", "jump title 3;"], "title")
+    intro = "<pgc><pre>g2=random(3); if (g1 gt 2) jump menu entry title;</pre><post>jump menu entry title;</post></pgc>"
+    root = ["jump title 1 chapter 2;", "audio=1; subtitle=64; jump title 1;", "jump menu 2;", "jump vmgm menu entry title;"]
+    menus = menu(vob(shop.menu(106, "root menu", 4, 2)), root, "root,ptt") + menu(vob(shop.menu(107, "sub-menu", 1, 1, True)), ["jump menu entry root;"])
+    still = f'<vob file="{short[0]}"><cell start="0" end="-1" chapter="1" pause="2"/></vob>'
+    streams = '<video caption="field1"/>' + sound_languages("en", "fr") + subtitle_languages("en")
+    titles = [title(vob(main, 3), "call menu entry root;", "g3=1; if (g3 eq 0) jump title 2;"), title(still, "jump title 1;")]
+    sets = titleset(titles, menus, streams) + titleset([title(vob(short[1], 1), "call vmgm menu entry title;")])
+    shop.author("little", f"<vmgm><fpc>g1=0; jump menu 1;</fpc><menus>{intro}{title_menu}</menus></vmgm>{sets}")
+
+
 def main():
     folder = Path(sys.argv[1])
     shutil.rmtree(folder, ignore_errors=True)
     shop = Workshop(folder)
+    if sys.argv[2:] == ["little"]:
+        make_little(shop)
+    else:
+        make_all(shop)
+    shutil.rmtree(shop.parts)
+
+
+def make_all(shop):
     film = shop.film(1, CHAPTERS)
     make_plain_discs(shop, film)
     make_streams(shop, film)
@@ -170,8 +196,7 @@ def main():
     make_wide(shop)
     make_jumps(shop)
     make_endless(shop)
-    damage.make(folder / "jumps", folder / "damaged")
-    shutil.rmtree(shop.parts)
+    damage.make(shop.folder / "jumps", shop.folder / "damaged")
 
 
 main()

@@ -56,12 +56,16 @@ TEST(StationsTest, WhatIsNoStationIsPassedOver) {
       "99999999999 Y\n"
       "antenna 5 SECOND\n   antenna   7   SPORTS");
   ASSERT_EQ(stations.size(), 4U);
-  EXPECT_EQ(stations[0], (Station{kAntenna, 5, "CITY NEWS"}));
-  EXPECT_EQ(stations[1], (Station{kCable, 12, ""}));
-  EXPECT_EQ(stations[3], (Station{kAntenna, 7, "SPORTS"}));
+  EXPECT_EQ(stations[0], (Station{kAntenna, 5, "CITY NEWS", ""}));
+  EXPECT_EQ(stations[1], (Station{kCable, 12, "", ""}));
+  EXPECT_EQ(stations[3], (Station{kAntenna, 7, "SPORTS", ""}));
   EXPECT_EQ(FindStation(stations, kAntenna, 5), &stations[0]);
   EXPECT_EQ(FindStation(stations, kCable, 5), nullptr);
   EXPECT_EQ(ReadStations(kFirstStations).size(), 17U);
+  EXPECT_EQ(ReadStations("cable 9 A FILM |  C:\\my films\\one.mpg \r\n"),
+            (std::vector{Station{kCable, 9, "A FILM", "C:\\my films\\one.mpg"}}));
+  EXPECT_EQ(ReadStations("cable 9 |x"), (std::vector{Station{kCable, 9, "", "x"}}));
+  EXPECT_EQ(ReadStations("cable 9 A FILM |"), (std::vector{Station{kCable, 9, "A FILM", ""}}));
 }
 
 TEST(FramePacerTest, LateFramesAreLostAndCounted) {
@@ -121,13 +125,13 @@ TEST(TestPictureTest, TellsItsNumberAndChannelInEverySize) {
   for (const Size size : sizes) {
     Drawn drawn(size);
     for (const ColorAdjustment& adjustment : {ColorAdjustment{}, dark}) {
-      picture.Draw(drawn.view, {0, 125, true, "A NAME THAT IS LONGER THAN WHAT FITS"}, adjustment, 70000,
+      picture.Draw(drawn.view, {0, 125, true, "A NAME THAT IS LONGER THAN WHAT FITS", ""}, adjustment, 70000,
                    8640000 - 1);
       EXPECT_EQ(ReadDiscMarks(drawn.view), (DiscMarks{70000 - 65536, 0, 125})) << size.width;
     }
-    picture.Draw(drawn.view, {0, 7, false, ""}, {}, 3, 0);
+    picture.Draw(drawn.view, {0, 7, false, "", ""}, {}, 3, 0);
     EXPECT_EQ(ReadDiscMarks(drawn.view), (DiscMarks{3, 255, 7})) << size.width;
-    picture.Draw(drawn.view, {2, 7, true, "VIDEO 2"}, {}, 4, 0);
+    picture.Draw(drawn.view, {2, 7, true, "VIDEO 2", ""}, {}, 4, 0);
     EXPECT_EQ(ReadDiscMarks(drawn.view), (DiscMarks{4, 2, 0})) << size.width;
   }
 }
@@ -148,6 +152,24 @@ TEST(ColorAdjustmentTest, EachControlDoesItsPart) {
   EXPECT_GT(with(3, 255).red, orange.red);
 }
 
+TEST(ColorAdjustmentTest, APicturesPixelsAreAdjusted) {
+  Drawn drawn({3, 2});
+  std::fill(drawn.bytes.begin(), drawn.bytes.end(), std::uint8_t{100});
+  ColorAdjustment adjustment;
+  adjustment.Apply(drawn.view);
+  EXPECT_EQ(drawn.bytes[4], 100);
+  adjustment.values = {60, 200, 10, 250};
+  const std::vector<std::uint8_t> colors{40, 120, 200, 7, 250, 0, 128, 7};
+  std::copy(colors.begin(), colors.end(), drawn.bytes.begin() + 12);
+  adjustment.Apply({drawn.bytes.data() + 12, -12, 2, 2});  // the bottom line first
+  for (const std::size_t at : {12U, 16U}) {
+    const Rgb wanted = adjustment.Apply({colors[at - 10], colors[at - 11], colors[at - 12]});
+    EXPECT_EQ((Rgb{drawn.bytes[at + 2], drawn.bytes[at + 1], drawn.bytes[at]}), wanted);
+  }
+  EXPECT_EQ(drawn.bytes[15], 7);
+  EXPECT_EQ(drawn.bytes[20], 100) << "beyond the picture's width";
+}
+
 TEST(CaptureFormatTest, PicturesAreLaidOut) {
   Drawn drawn({2, 2});
   const std::vector<std::uint8_t> pixels{1, 2, 3, 0, 4, 5, 6, 0, 255, 255, 255, 0, 0, 0, 255, 0};
@@ -166,7 +188,7 @@ TEST(CaptureFormatTest, PicturesAreLaidOut) {
 }
 
 TEST(ProgrammeSoundTest, AToneGoesOnWithoutABreak) {
-  const Scene scene{0, 5, true, ""};
+  const Scene scene{0, 5, true, "", ""};
   EXPECT_EQ(ToneOf(scene), 300);
   for (const int rate : {11025, 44100, 48000}) {
     const std::int64_t at = std::int64_t{rate} * 100000;
@@ -189,12 +211,12 @@ TEST(ProgrammeCaptionsTest, AreReadByADecoder) {
     }
     return ScreenText(decoder.Shown());
   };
-  const Scene five{0, 5, true, "CITY NEWS"};
+  const Scene five{0, 5, true, "CITY NEWS", ""};
   EXPECT_EQ(after(80, five), "15:0 CHANNEL 5 CITY NEWS");
   EXPECT_EQ(after(90, five), "14:0 CHANNEL 5 CITY NEWS|15:0 THIS IS CAPTION 1");
-  EXPECT_EQ(after(10, {0, 6, false, ""}), "") << "the old caption goes";
-  EXPECT_EQ(after(300, {0, 6, false, ""}), "");
-  EXPECT_EQ(after(80, {0, 7, true, ""}), "15:0 CHANNEL 7 ");
+  EXPECT_EQ(after(10, {0, 6, false, "", ""}), "") << "the old caption goes";
+  EXPECT_EQ(after(300, {0, 6, false, "", ""}), "");
+  EXPECT_EQ(after(80, {0, 7, true, "", ""}), "15:0 CHANNEL 7 ");
 }
 
 }  // namespace

@@ -1,42 +1,18 @@
 // The CD device over the real MCI and the virtual drive.
 #include "devices/cd/cd_device.h"
 
-#include "devices/cd/disc_store.h"
+#include "tests/support/cd_panel.h"
 #include "tests/support/message_box.h"
-#include "tests/support/panel.h"
-#include "tests/support/virtual_drive.h"
 
 namespace quorvex {
 namespace {
 
-class CdDeviceTest : public PanelTest {
+class CdDeviceTest : public CdPanelTest {
  protected:
-  ~CdDeviceTest() override { currentDevice.reset(); }
-
-  static int First() { return Number(kFirstNumber); }
-  static int Second() { return Number(kSecondNumber); }
   static int Seconds() {
     return Shown(kMinutesTens) * 600 + Shown(kMinutesUnits) * 60 + Shown(kSecondsTens) * 10 +
            Shown(kSecondsUnits);
   }
-  static PlayState State() { return currentDevice->playState; }
-  static bool Until(const std::function<bool()>& done) { return PumpUntil(done, 8000); }
-
-  // The CD device with a disc that is playing its first entry (or lies still without AutoPlay).
-  void OpenWith(const std::vector<int>& seconds, const std::string& config = "") {
-    stores.Write("quorvex.ini", "[CD]\r\n" + config);
-    drive.Insert(seconds);
-    Press(kCommandCd);
-    ASSERT_TRUE(Until([&] { return Second() == static_cast<int>(seconds.size()); }));
-    const bool plays = config.find("AutoPlay=0") == std::string::npos;
-    ASSERT_TRUE(Until([&] { return State() == (plays ? PlayState::kPlaying : PlayState::kStopped); }));
-  }
-
-  void StorePlaylist(const std::vector<int>& seconds, const std::string& playlist) const {
-    stores.Write("cd.abm", "[" + DiscIdentifier(seconds) + "]\r\nPlaylist=" + playlist + "\r\n");
-  }
-
-  VirtualDrive drive;
 };
 
 TEST_F(CdDeviceTest, ADiscIsRegisteredShownAndPlayed) {
@@ -249,19 +225,58 @@ TEST_F(CdDeviceTest, WithoutAutoPlayADiscWaits) {
   EXPECT_EQ(First(), 1);
 }
 
+// As the settings are applied while a disc plays: a track of the new order plays on without a gap, with
+// another the new order begins.
 TEST_F(CdDeviceTest, ANewOrderLeavesATrackOfItPlaying) {
-  OpenWith({30, 30, 30});
+  const std::vector seconds{30, 30, 30};
+  StorePlaylist(seconds, "3 2 2 1");
+  OpenWith(seconds);
   Press(kCommandNext);
   EXPECT_TRUE(Until([&] { return drive.Position() >= 30 * 75; }));
-  const std::uint32_t serial = drive.State().playSerial;
+  struct Case {
+    const char* config;
+    const char* playlist;
+    std::vector<int> order;
+    int index;
+    int entry;
+    bool playsOn;
+  };
+  const Case cases[] = {{"UsePlayList=1", "3 2 2 1", {3, 2, 2, 1}, 1, 2, true},
+                        {"UsePlayList=0", "3 2 2 1", {1, 2, 3}, 1, 2, true},
+                        {"UsePlayList=1", "2", {2}, 0, 2, true},
+                        {"UsePlayList=1", "", {1, 2, 3}, 1, 2, true},
+                        {"UsePlayList=1\r\nAutoPlay=0", "1 2", {1, 2}, 1, 2, true},
+                        {"UsePlayList=1", "3 1", {3, 1}, 0, 3, false}};
+  for (const Case& test : cases) {
+    stores.Write("quorvex.ini", std::string("[CD]\r\n") + test.config + "\r\n");
+    StorePlaylist(seconds, test.playlist);
+    const std::uint32_t serial = drive.State().playSerial;
+    const int position = drive.Position();
+    currentDevice->LoadSettings();
+    currentDevice->BuildPlayOrder();
+    currentDevice->ApplyPlayOrder();
+    const auto* const begin = currentDevice->playOrder.begin();
+    EXPECT_EQ(std::vector<int>(begin, begin + currentDevice->orderLength), test.order) << test.playlist;
+    EXPECT_EQ(currentDevice->orderIndex, test.index) << test.playlist;
+    EXPECT_EQ(First(), test.entry);
+    EXPECT_EQ(drive.State().playSerial == serial, test.playsOn) << test.playlist;
+    PumpFor(500);  // nor does the device's own polling begin anew
+    EXPECT_EQ(drive.State().playSerial == serial, test.playsOn) << test.playlist;
+    EXPECT_EQ(drive.State().transport, Transport::kPlaying);
+    EXPECT_GT(drive.Position(), position);
+  }
+}
+
+TEST_F(CdDeviceTest, WithTheTrayOpenANewOrderWaitsForADisc) {
+  OpenWith({30, 30});
+  drive.Eject();
+  EXPECT_TRUE(Until([] { return ShownText() == "No disc loaded"; }));
+  currentDevice->BuildPlayOrder();
   currentDevice->ApplyPlayOrder();
-  EXPECT_EQ(drive.State().playSerial, serial);
-  EXPECT_EQ(currentDevice->orderIndex, 1);
-  const int without[] = {3, 1};
-  currentDevice->SetOrder(without);
-  currentDevice->ApplyPlayOrder();
-  EXPECT_NE(drive.State().playSerial, serial);
-  EXPECT_EQ(First(), 3);
+  PumpFor(500);
+  EXPECT_TRUE(drive.State().trayOpen);
+  EXPECT_EQ(ShownText(), "No disc loaded");
+  EXPECT_EQ(First(), 0);
 }
 
 TEST_F(CdDeviceTest, ClosedTheDiscPlaysOnUnlessItShallStop) {

@@ -1,4 +1,4 @@
-#include "platform/media/media_file.h"
+#include "platform/common/media_file.h"
 
 #include <vfwmsgs.h>
 

@@ -1,0 +1,83 @@
+#include "platform/tv/capture_copy.h"
+
+#include <algorithm>
+
+#include "platform/avi/avi_extent.h"
+#include "platform/tv/capture_file.h"
+
+namespace quorvex {
+namespace {
+
+// Small enough to stay in the processor's cache between reading and writing.
+constexpr std::size_t kBlock = 1UL << 18;
+
+bool EscapeIsPressed() { return ::GetAsyncKeyState(VK_ESCAPE) != 0; }
+
+class Copying {
+ public:
+  Copying(CaptureFile& source, CaptureFile& target, bool allowEscape, IAMCopyCaptureFileProgress* told)
+      : from(source), to(target), mayEnd(allowEscape), progress(told) {
+    // What was pressed before does not count.
+    EscapeIsPressed();
+  }
+
+  HRESULT Go(std::uint64_t bytes) {
+    Bytes block(kBlock);
+    Tell(0);
+    for (std::uint64_t place = 0; place < bytes;) {
+      if (mayEnd && EscapeIsPressed()) return S_FALSE;
+      const std::span<std::uint8_t> part(block.data(), std::min<std::uint64_t>(kBlock, bytes - place));
+      if (from.Read(place, part) < part.size()) return E_FAIL;
+      std::size_t written = 0;
+      if (to.Write(place, part, written) != FileResult::kDone) return to.Error();
+      place += part.size();
+      Tell(static_cast<int>(place * 100 / bytes));
+    }
+    return S_OK;
+  }
+
+ private:
+  void Tell(int percent) {
+    if (progress == nullptr || percent == last) return;
+    last = percent;
+    progress->Progress(percent);
+  }
+
+  CaptureFile& from;
+  CaptureFile& to;
+  const bool mayEnd;
+  IAMCopyCaptureFileProgress* const progress;
+  int last = -1;
+};
+
+bool AreSame(const CaptureFile& one, const std::wstring& path) {
+  CaptureFile other;
+  BY_HANDLE_FILE_INFORMATION first{};
+  BY_HANDLE_FILE_INFORMATION second{};
+  if (FAILED(other.Open(path, CaptureFile::Mode::kRead))) return false;
+  return ::GetFileInformationByHandle(one.Handle(), &first) &&
+         ::GetFileInformationByHandle(other.Handle(), &second) &&
+         first.dwVolumeSerialNumber == second.dwVolumeSerialNumber &&
+         first.nFileIndexHigh == second.nFileIndexHigh && first.nFileIndexLow == second.nFileIndexLow;
+}
+
+}  // namespace
+
+HRESULT CopyMovie(const std::wstring& from, const std::wstring& to, bool allowEscape,
+                  IAMCopyCaptureFileProgress* progress) {
+  CaptureFile source;
+  if (FAILED(source.Open(from, CaptureFile::Mode::kRead)) || AreSame(source, to)) return E_INVALIDARG;
+  const std::optional<std::uint64_t> bytes = MovieBytes(source);
+  if (!bytes) return E_FAIL;
+  const std::wstring part = to + L".part";
+  CaptureFile target;
+  if (FAILED(target.Open(part, CaptureFile::Mode::kOverwrite))) return E_INVALIDARG;
+  HRESULT result = Copying(source, target, allowEscape, progress).Go(*bytes);
+  target.Close();
+  if (result == S_OK && !::MoveFileExW(part.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING))
+    result = E_INVALIDARG;
+  if (result != S_OK) ::DeleteFileW(part.c_str());
+  return result;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,164 @@
+#include "platform/tv/recording_thread.h"
+
+#include "platform/common/com_thread.h"
+
+namespace quorvex {
+namespace {
+
+// The journal is no older than this, and a little.
+constexpr DWORD kNoteEveryMs = 500;
+
+std::optional<SampleTime> TimeOf(IMediaSample& sample) {
+  REFERENCE_TIME begin = 0;
+  REFERENCE_TIME end = 0;
+  const HRESULT result = sample.GetTime(&begin, &end);
+  if (FAILED(result)) return std::nullopt;
+  return SampleTime{begin, result == S_OK ? end : begin};
+}
+
+}  // namespace
+
+FileResult StreamTarget::Note(HRESULT result) {
+  if (SUCCEEDED(result)) return FileResult::kDone;
+  const bool full = result == STG_E_MEDIUMFULL || result == kDiskFull;
+  error = full ? kDiskFull : result;
+  at = ~0ULL;
+  return full ? FileResult::kFull : FileResult::kFailed;
+}
+
+FileResult StreamTarget::Write(std::uint64_t place, ByteView bytes, std::size_t& written) {
+  written = 0;
+  if (at != place) {
+    LARGE_INTEGER to{};
+    to.QuadPart = static_cast<LONGLONG>(place);
+    if (const HRESULT result = stream->Seek(to, STREAM_SEEK_SET, nullptr); FAILED(result)) return Note(result);
+  }
+  ULONG count = 0;
+  HRESULT result = stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), &count);
+  written = count;
+  at = place + count;
+  if (SUCCEEDED(result) && count < bytes.size()) result = kDiskFull;
+  return Note(result);
+}
+
+FileResult StreamTarget::Resize(std::uint64_t bytes) {
+  ULARGE_INTEGER size{};
+  size.QuadPart = bytes;
+  return Note(stream->SetSize(size));
+}
+
+RecordingThread::RecordingThread(ComPtr<IStream> file, RecordingPlan itsPlan, DroppedFrames& itsCounts,
+                                 RecordingUser& told)
+    : plan(std::move(itsPlan)),
+      target(std::move(file)),
+      recorder(target, plan.movie, plan.master, plan.silence),
+      counts(itsCounts),
+      user(told),
+      streamsLeft(plan.movie.streams.size()) {}
+
+HRESULT RecordingThread::Begin() {
+  counts.Clear();
+  if (recorder.Begin() != FileResult::kDone) return target.Error();
+  if (!plan.journal.empty()) {
+    HRESULT result = journal.Open(plan.journal, CaptureFile::Mode::kOverwrite);
+    if (SUCCEEDED(result)) result = NoteNow();
+    if (FAILED(result)) return result;
+  }
+  thread = std::thread([this] { Work(); });
+  return S_OK;
+}
+
+HRESULT RecordingThread::Take(std::size_t stream, IMediaSample& sample) {
+  const std::scoped_lock guard(lock);
+  if (over || ending) return S_FALSE;
+  queue.push_back({stream, ComPtr<IMediaSample>::Share(&sample)});
+  changed.notify_all();
+  return S_OK;
+}
+
+void RecordingThread::EndOfStream() {
+  const std::scoped_lock guard(lock);
+  queue.push_back({});
+  changed.notify_all();
+}
+
+void RecordingThread::Finish() {
+  {
+    const std::scoped_lock guard(lock);
+    ending = true;
+    changed.notify_all();
+  }
+  if (thread.joinable()) thread.join();
+}
+
+bool RecordingThread::Next(Waiting& next) {
+  std::unique_lock guard(lock);
+  changed.wait_for(guard, std::chrono::milliseconds(kNoteEveryMs), [this] { return ending || !queue.empty(); });
+  next = {};
+  if (queue.empty()) return !ending;
+  next = std::move(queue.front());
+  queue.pop_front();
+  if (!next.sample) --streamsLeft;
+  return true;
+}
+
+void RecordingThread::Work() {
+  const ComThread inCom;
+  for (Waiting next; !over && Next(next);) {
+    if (next.sample) Record(next);
+    NoteWhenDue();
+    if (streamsLeft == 0 && !over) {
+      End(false);
+      user.OnEnded();
+    }
+  }
+  if (!over) End(false);
+}
+
+void RecordingThread::Record(const Waiting& next) {
+  BYTE* data = nullptr;
+  if (FAILED(next.sample->GetPointer(&data))) return;
+  const auto bytes = static_cast<std::size_t>(next.sample->GetActualDataLength());
+  const std::int64_t lost = recorder.Lost();
+  const std::int64_t pictures = recorder.Pictures();
+  const FileResult result = recorder.Take(next.stream, TimeOf(*next.sample.Get()), {data, bytes},
+                                          next.sample->IsSyncPoint() == S_OK);
+  if (recorder.Lost() > lost) counts.CountLost(pictures + lost, recorder.Lost() - lost);
+  if (recorder.Pictures() > pictures) counts.CountDelivered(bytes);
+  length = recorder.Length();
+  if (result != FileResult::kDone) Break(target.Error());
+}
+
+HRESULT RecordingThread::NoteNow() {
+  const Bytes note = MakeNote({.serial = ++notes, .end = recorder.End(), .movie = recorder.Movie()});
+  lastNote = ::GetTickCount64();
+  std::size_t written = 0;
+  return journal.Write(PlaceOfNote(notes), note, written) == FileResult::kDone ? S_OK : journal.Error();
+}
+
+void RecordingThread::NoteWhenDue() {
+  if (!journal.IsOpen() || over || ::GetTickCount64() - lastNote < kNoteEveryMs) return;
+  if (const HRESULT result = NoteNow(); FAILED(result)) Break(result);
+}
+
+void RecordingThread::Break(HRESULT why) {
+  End(true);
+  user.OnBroken(why);
+}
+
+// The journal goes when the file needs it no more.
+void RecordingThread::End(bool broken) {
+  {
+    const std::scoped_lock guard(lock);
+    over = true;
+    queue.clear();
+  }
+  const bool finished = recorder.Finish() == FileResult::kDone;
+  length = recorder.Length();
+  target.Commit();
+  journal.Close();
+  if (finished && !plan.journal.empty()) ::DeleteFileW(plan.journal.c_str());
+  if (!finished && !broken) user.OnBroken(target.Error());
+}
+
+}  // namespace quorvex

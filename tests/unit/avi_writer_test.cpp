@@ -1,0 +1,233 @@
+// The layout of AVI files: chunks, indexes, parts, what is left of the file before, full disks.
+#include <gtest/gtest.h>
+
+#include "platform/avi/avi_extent.h"
+#include "tests/unit/avi_support.h"
+
+namespace quorvex {
+namespace {
+
+constexpr std::uint32_t kPictureBytes = 97;  // odd: chunks are padded
+
+// Pictures and sound in turn; every fifth picture is a lost one.
+void WriteChunks(AviWriter& writer, std::uint32_t count) {
+  for (std::uint32_t i = 0; i < count; ++i) {
+    ASSERT_EQ(writer.Add(0, i % 5 == 4 ? Bytes{} : Numbered(i, kPictureBytes), true), FileResult::kDone);
+    ASSERT_EQ(writer.Add(1, Numbered(i, 4 * 1600), true), FileResult::kDone);
+  }
+}
+
+// Follows the lists of indexes to every chunk of a stream, and reads its number.
+std::vector<std::uint32_t> NumbersByIndex(const Bytes& file, const FoundAvi& found, std::size_t stream) {
+  std::vector<std::uint32_t> numbers;
+  const FoundChunk list = found.chunks.at("indx").at(stream);
+  std::uint32_t units = 0;
+  for (std::uint32_t part = 0; part < Number32(file, list.at + 4); ++part) {
+    const std::size_t entry = list.at + 24 + part * 16;
+    const auto index = static_cast<std::size_t>(Number64(file, entry)) + 8;
+    units += Number32(file, entry + 12);
+    EXPECT_EQ(Number32(file, entry + 8), Number32(file, index - 4) + 8);
+    const std::uint64_t base = Number64(file, index + 12);
+    for (std::uint32_t i = 0; i < Number32(file, index + 4); ++i) {
+      const std::size_t at = base + Number32(file, index + 24 + i * 8);
+      const std::uint32_t length = Number32(file, index + 28 + i * 8);
+      EXPECT_EQ(Number32(file, at - 4), length & 0x7FFFFFFF);
+      EXPECT_EQ(length >> 31, length == 1U << 31 ? 1U : 0U) << "a lost picture is no key";
+      numbers.push_back((length & 0x7FFFFFFF) == 0 ? ~0U : Number32(file, at));
+    }
+  }
+  const FoundChunk header = found.chunks.at("strh").at(stream);
+  EXPECT_EQ(units, Number32(file, header.at + 32)) << "the length of the stream";
+  return numbers;
+}
+
+void ExpectAllNumbers(const Bytes& file, std::uint32_t count) {
+  const FoundAvi found = FindAll(file);
+  EXPECT_TRUE(found.whole);
+  const std::vector<std::uint32_t> pictures = NumbersByIndex(file, found, 0);
+  const std::vector<std::uint32_t> sounds = NumbersByIndex(file, found, 1);
+  ASSERT_EQ(pictures.size(), count);
+  ASSERT_EQ(sounds.size(), count);
+  for (std::uint32_t i = 0; i < count; ++i) {
+    EXPECT_EQ(pictures[i], i % 5 == 4 ? ~0U : i);
+    EXPECT_EQ(sounds[i], i);
+  }
+  EXPECT_EQ(Number32(file, found.chunks.at("dmlh")[0].at), count);
+}
+
+TEST(AviWriterTest, EveryChunkIsFoundByItsIndexes) {
+  MemoryFile file;
+  AviWriter writer(file, TestMovie());
+  ASSERT_EQ(writer.Begin(), FileResult::kDone);
+  WriteChunks(writer, 23);
+  ASSERT_EQ(writer.Finish(), FileResult::kDone);
+  ExpectAllNumbers(file.bytes, 23);
+  const FoundAvi found = FindAll(file.bytes);
+  EXPECT_EQ(found.parts, std::vector<std::string>{"AVI "});
+  const FoundChunk header = found.chunks.at("avih")[0];
+  EXPECT_EQ(Number32(file.bytes, header.at), 33366U);
+  EXPECT_EQ(Number32(file.bytes, header.at + 16), 23U);
+  // The old index, whose places count from the letters "movi".
+  const FoundChunk old = found.chunks.at("idx1")[0];
+  const std::size_t movi = found.chunks.at("movi")[0].at;
+  ASSERT_EQ(old.length, 46U * 16);
+  for (std::size_t i = 0; i < 46; ++i) {
+    const std::size_t chunk = movi + Number32(file.bytes, old.at + i * 16 + 8);
+    EXPECT_EQ(Number32(file.bytes, chunk), Number32(file.bytes, old.at + i * 16));
+    EXPECT_EQ(Number32(file.bytes, chunk + 4), Number32(file.bytes, old.at + i * 16 + 12));
+  }
+  EXPECT_EQ(MovieBytes(file), file.bytes.size());
+}
+
+TEST(AviWriterTest, ALongMovieIsInParts) {
+  for (const bool oldIndex : {true, false}) {
+    MemoryFile file;
+    AviMovie movie = TestMovie();
+    movie.partBytes = 100'000;
+    movie.oldIndex = oldIndex;
+    AviWriter writer(file, movie);
+    ASSERT_EQ(writer.Begin(), FileResult::kDone);
+    WriteChunks(writer, 200);
+    ASSERT_EQ(writer.Finish(), FileResult::kDone);
+    ExpectAllNumbers(file.bytes, 200);
+    const FoundAvi found = FindAll(file.bytes);
+    EXPECT_GT(found.parts.size(), 10U);
+    EXPECT_EQ(found.parts.front(), "AVI ");
+    EXPECT_EQ(found.parts.back(), "AVIX");
+    for (const char* kind : {"AVI ", "AVIX"}) {
+      for (const FoundChunk& part : found.chunks.at(kind)) EXPECT_LE(part.length + 8, movie.partBytes);
+    }
+    EXPECT_EQ(found.chunks.contains("idx1"), oldIndex);
+    EXPECT_LT(Number32(file.bytes, found.chunks.at("avih")[0].at + 16), 30U) << "the first part's pictures";
+  }
+}
+
+TEST(AviWriterTest, ThePartsThatAFileHasRoomForAreFilledAndNoMore) {
+  MemoryFile file;
+  AviMovie movie = TestMovie();
+  movie.partBytes = 1;
+  AviWriter writer(file, movie);
+  ASSERT_EQ(writer.Begin(), FileResult::kDone);
+  std::uint32_t count = 0;
+  while (writer.Add(0, Numbered(count, 8), true) == FileResult::kDone) ++count;
+  EXPECT_EQ(count, kMostParts);
+  ASSERT_EQ(writer.Finish(), FileResult::kDone);
+  EXPECT_EQ(NumbersByIndex(file.bytes, FindAll(file.bytes), 0).size(), count);
+  EXPECT_EQ(MovieBytes(file), file.bytes.size());
+}
+
+// A file that was an AVI file of several parts before, and is longer than what is written now.
+TEST(AviWriterTest, WhatWasInTheFileIsNotInTheMovie) {
+  MemoryFile old;
+  AviMovie movie = TestMovie();
+  movie.partBytes = 100'000;
+  AviWriter before(old, movie);
+  ASSERT_EQ(before.Begin(), FileResult::kDone);
+  WriteChunks(before, 200);
+  ASSERT_EQ(before.Finish(), FileResult::kDone);
+  for (std::uint64_t more = 0; more < 20; ++more) {
+    MemoryFile file(old.bytes);
+    file.bytes.resize(old.bytes.size() + more);
+    movie.fileBytes = file.bytes.size();
+    AviWriter writer(file, movie);
+    ASSERT_EQ(writer.Begin(), FileResult::kDone);
+    WriteChunks(writer, 21);
+    ASSERT_EQ(writer.Finish(), FileResult::kDone);
+    EXPECT_EQ(file.bytes.size(), old.bytes.size() + more) << "the space stays";
+    ExpectAllNumbers(file.bytes, 21);
+    EXPECT_EQ(FindAll(file.bytes).parts, (std::vector<std::string>{"AVI ", "AVIX", "JUNK"}));
+    EXPECT_EQ(MovieBytes(file), writer.End());
+  }
+  // What is left after the movie may be too little for a chunk.
+  for (std::uint64_t more = 0; more < 20; ++more) {
+    MemoryFile file(Bytes(old.bytes.size() + more, 0x55));
+    movie.fileBytes = file.bytes.size();
+    AviWriter writer(file, movie);
+    ASSERT_EQ(writer.Begin(), FileResult::kDone);
+    WriteChunks(writer, 200);
+    ASSERT_EQ(writer.Finish(), FileResult::kDone);
+    EXPECT_EQ(file.bytes.size(), old.bytes.size() + more);
+    EXPECT_EQ(MovieBytes(file), old.bytes.size());
+    const Bytes rest(file.bytes.begin() + static_cast<std::ptrdiff_t>(old.bytes.size()), file.bytes.end());
+    if (more < 8) {
+      EXPECT_EQ(rest, Bytes(more));
+    }
+  }
+}
+
+TEST(AviWriterTest, AFullDiskKeepsWhatIsThere) {
+  AviMovie movie = TestMovie();
+  movie.partBytes = 100'000;
+  MemoryFile whole;
+  AviWriter reference(whole, movie);
+  ASSERT_EQ(reference.Begin(), FileResult::kDone);
+  WriteChunks(reference, 60);
+  ASSERT_EQ(reference.Finish(), FileResult::kDone);
+  for (std::uint64_t room = HeaderBytes(movie) + 200; room < whole.bytes.size(); room += 1237) {
+    MemoryFile file({}, room);
+    AviWriter writer(file, movie);
+    ASSERT_EQ(writer.Begin(), FileResult::kDone);
+    FileResult result = FileResult::kDone;
+    for (std::uint32_t i = 0; i < 60 && result == FileResult::kDone; ++i) {
+      result = writer.Add(0, Numbered(i, kPictureBytes), true);
+      if (result == FileResult::kDone) result = writer.Add(1, Numbered(i, 4 * 1600), true);
+    }
+    ASSERT_EQ(writer.Finish(), FileResult::kDone) << room;
+    const FoundAvi found = FindAll(file.bytes);
+    EXPECT_TRUE(found.whole) << room;
+    const std::vector<std::uint32_t> numbers = NumbersByIndex(file.bytes, found, 0);
+    // No more is lost than the last sound and what the index needs.
+    EXPECT_GE((numbers.size() + 2) * 6520 + 2000 + HeaderBytes(movie), room) << room;
+    for (std::uint32_t i = 0; i < numbers.size(); ++i) EXPECT_EQ(numbers[i], i);
+  }
+}
+
+// A file of more than 4 GB that exists only where something was written.
+class SparseFile final : public ByteTarget {
+ public:
+  FileResult Write(std::uint64_t place, ByteView bytes, std::size_t& written) override {
+    written = bytes.size();
+    length = std::max(length, place + bytes.size());
+    if (bytes.size() < 100'000) pieces[place] = {bytes.begin(), bytes.end()};
+    return FileResult::kDone;
+  }
+  FileResult Resize(std::uint64_t bytes) override {
+    length = bytes;
+    return FileResult::kDone;
+  }
+
+  std::map<std::uint64_t, Bytes> pieces;
+  std::uint64_t length = 0;
+};
+
+TEST(AviWriterTest, PlacesBeyondFourGigabytesAreRight) {
+  SparseFile file;
+  AviWriter writer(file, TestMovie());
+  ASSERT_EQ(writer.Begin(), FileResult::kDone);
+  const Bytes picture(8UL << 20);
+  constexpr std::uint32_t kCount = 1300;
+  std::vector<std::uint64_t> places;
+  for (std::uint32_t i = 0; i < kCount; ++i) {
+    const std::uint64_t before = writer.End();
+    ASSERT_EQ(writer.Add(0, picture, true), FileResult::kDone);
+    const std::uint64_t place = writer.End() - 8 - picture.size();
+    EXPECT_TRUE(place == before || place > before) << i;
+    places.push_back(place + 8);
+  }
+  ASSERT_EQ(writer.Finish(), FileResult::kDone);
+  EXPECT_GT(file.length, 10ULL << 30);
+  const std::vector<PartIndex>& parts = writer.Totals().streams[0].parts;
+  EXPECT_EQ(parts.size(), 11U);
+  std::vector<std::uint64_t> found;
+  for (const PartIndex& part : parts) {
+    const auto piece = std::prev(file.pieces.upper_bound(part.place));
+    const Bytes& index = piece->second;
+    const std::size_t at = part.place - piece->first + 8;
+    for (std::uint32_t i = 0; i < Number32(index, at + 4); ++i)
+      found.push_back(Number64(index, at + 12) + Number32(index, at + 24 + i * 8));
+  }
+  EXPECT_EQ(found, places);
+}
+
+}  // namespace
+}  // namespace quorvex

@@ -1,0 +1,179 @@
+// The journal of a recording, and recordings that were cut off and finished by it.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "platform/avi/avi_extent.h"
+#include "platform/avi/capture_repair.h"
+#include "tests/unit/avi_support.h"
+
+namespace quorvex {
+namespace {
+
+AviMovie SmallParts(std::uint64_t fileBytes) {
+  AviMovie movie = TestMovie();
+  movie.partBytes = 60'000;
+  movie.fileBytes = fileBytes;
+  return movie;
+}
+
+// A recording that was killed: the journal was written after some chunk, and more came.
+struct Killed {
+  explicit Killed(Bytes before, std::uint32_t noted, std::uint32_t unnoted) : file(std::move(before)) {
+    const AviMovie movie = SmallParts(file.bytes.size());
+    AviWriter writer(file, movie);
+    EXPECT_EQ(writer.Begin(), FileResult::kDone);
+    for (std::uint32_t i = 0; i < noted + unnoted; ++i) {
+      if (i == noted) note = {.serial = i, .end = writer.End(), .movie = movie};
+      EXPECT_EQ(writer.Add(0, i % 7 == 5 ? Bytes{} : Numbered(i, 101), true), FileResult::kDone);
+      EXPECT_EQ(writer.Add(1, Numbered(i, 4 * 1600), true), FileResult::kDone);
+    }
+  }
+
+  MemoryFile file;
+  JournalNote note;
+};
+
+// The bytes of an older, longer recording.
+Bytes OlderRecording() {
+  MemoryFile file;
+  AviMovie movie = SmallParts(0);
+  movie.id = 5;
+  AviWriter writer(file, movie);
+  EXPECT_EQ(writer.Begin(), FileResult::kDone);
+  for (std::uint32_t i = 0; i < 300; ++i) EXPECT_EQ(writer.Add(0, Numbered(1000 + i, 900), true), FileResult::kDone);
+  EXPECT_EQ(writer.Finish(), FileResult::kDone);
+  return file.bytes;
+}
+
+TEST(CaptureRepairTest, EverythingNotedIsThereAndNothingElse) {
+  for (const Bytes& before : {Bytes{}, Bytes(400'000, 0x30), OlderRecording()}) {
+    for (std::uint32_t noted = 0; noted < 40; ++noted) {
+      Killed killed(before, noted, 3);
+      const Repair repair = RepairMovie(killed.file, killed.file, killed.note);
+      ASSERT_EQ(repair.result, Repair::Result::kRepaired) << noted;
+      const FoundAvi found = FindAll(killed.file.bytes);
+      EXPECT_TRUE(found.whole) << noted;
+      const Bytes& file = killed.file.bytes;
+      EXPECT_GE(file.size(), before.size());
+      EXPECT_EQ(repair.length,
+                std::max(TestSound().rate.TimeOf(noted * 1600LL), TestPictures().rate.TimeOf(noted)));
+      EXPECT_EQ(Number32(file, found.chunks.at("strh")[0].at + 32), noted);
+      EXPECT_EQ(Number32(file, found.chunks.at("strh")[1].at + 32), noted * 1600);
+      // The same as if it had been finished at that place.
+      MemoryFile finished(before);
+      AviWriter writer(finished, killed.note.movie);
+      ASSERT_EQ(writer.Begin(), FileResult::kDone);
+      for (std::uint32_t i = 0; i < noted; ++i) {
+        ASSERT_EQ(writer.Add(0, i % 7 == 5 ? Bytes{} : Numbered(i, 101), true), FileResult::kDone);
+        ASSERT_EQ(writer.Add(1, Numbered(i, 4 * 1600), true), FileResult::kDone);
+      }
+      ASSERT_EQ(writer.Finish(), FileResult::kDone);
+      const std::uint64_t movie = MovieBytes(finished).value_or(0);
+      ASSERT_EQ(MovieBytes(killed.file), movie) << noted;
+      EXPECT_TRUE(std::equal(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(movie), finished.bytes.begin()))
+          << noted;
+    }
+  }
+}
+
+TEST(CaptureRepairTest, AFileOfAnotherRecordingIsNotTouched) {
+  Killed killed({}, 20, 3);
+  MemoryFile other(OlderRecording());
+  const Bytes before = other.bytes;
+  EXPECT_EQ(RepairMovie(other, other, killed.note).result, Repair::Result::kForeign);
+  EXPECT_EQ(other.bytes, before);
+  MemoryFile empty;
+  EXPECT_EQ(RepairMovie(empty, empty, killed.note).result, Repair::Result::kForeign);
+  EXPECT_TRUE(empty.bytes.empty());
+}
+
+TEST(CaptureRepairTest, AFileThatWasCutKeepsItsWholeChunks) {
+  for (std::uint64_t cut = 20'000; cut < 140'000; cut += 3331) {
+    Killed killed({}, 20, 3);
+    killed.file.bytes.resize(cut);
+    ASSERT_EQ(RepairMovie(killed.file, killed.file, killed.note).result, Repair::Result::kRepaired) << cut;
+    const FoundAvi found = FindAll(killed.file.bytes);
+    EXPECT_TRUE(found.whole) << cut;
+    const std::uint32_t pictures = Number32(killed.file.bytes, found.chunks.at("strh")[0].at + 32);
+    EXPECT_NEAR(pictures, std::min<double>((static_cast<double>(cut) - 12288) / 6510, 20), 1.1) << cut;
+  }
+}
+
+Bytes TwoNotes(const JournalNote& first, const JournalNote& second) {
+  Bytes journal = MakeNote(first);
+  const Bytes more = MakeNote(second);
+  journal.insert(journal.end(), more.begin(), more.end());
+  return journal;
+}
+
+TEST(CaptureJournalTest, TheNewestWholeNoteCounts) {
+  const JournalNote older{.serial = 8, .end = 1000, .movie = TestMovie()};
+  const JournalNote newer{.serial = 9, .end = 2000, .movie = TestMovie()};
+  EXPECT_EQ(ReadJournal(TwoNotes(older, newer)), newer);
+  EXPECT_EQ(ReadJournal(TwoNotes(newer, older)), newer);
+  EXPECT_NE(PlaceOfNote(8), PlaceOfNote(9));
+  Bytes torn = TwoNotes(older, newer);
+  for (std::size_t at = kNoteBytes; at < kJournalBytes; at += 997) {
+    Bytes cut(torn.begin(), torn.begin() + static_cast<std::ptrdiff_t>(at));
+    EXPECT_EQ(ReadJournal(cut), older) << at;
+    torn[at] ^= 0x40;
+    EXPECT_EQ(ReadJournal(torn), older) << at;
+    torn[at] ^= 0x40;
+  }
+  torn[100] ^= 1;
+  torn[kNoteBytes + 100] ^= 1;
+  EXPECT_FALSE(ReadJournal(torn));
+  EXPECT_FALSE(ReadJournal({}));
+  EXPECT_FALSE(ReadJournal(Bytes(kJournalBytes)));
+}
+
+// A note whose bytes were changed and that was sealed again, as somebody does who means harm.
+Bytes Resealed(Bytes note) {
+  std::uint64_t seal = 0xCBF29CE484222325;
+  for (std::size_t i = 0; i < kNoteBytes - 8; ++i) seal = (seal ^ note[i]) * 0x100000001B3;
+  for (std::size_t i = 0; i < 8; ++i) note[kNoteBytes - 8 + i] = static_cast<std::uint8_t>(seal >> (8 * i));
+  return note;
+}
+
+TEST(CaptureRepairFuzz, AnyJournalAndAnyFileEndWell) {
+  std::mt19937 random(21);
+  const Killed killed(Bytes(200'000, 0x30), 24, 3);
+  int read = 0;
+  int repaired = 0;
+  for (int round = 0; round < 3000; ++round) {
+    Bytes journal = MakeNote(killed.note);
+    for (std::size_t count = random() % 4; count > 0; --count)
+      journal[random() % (random() % 4 == 0 ? kNoteBytes : 160)] = static_cast<std::uint8_t>(random());
+    const std::optional<JournalNote> note = ReadJournal(Resealed(journal));
+    read += note ? 1 : 0;
+    MemoryFile file(killed.file.bytes);
+    for (std::size_t count = random() % 8; count > 0; --count) {
+      const std::size_t at = HeaderBytes(killed.note.movie) + random() % 150'000;
+      file.bytes[at] = static_cast<std::uint8_t>(random());
+    }
+    if (random() % 8 == 0) file.bytes.resize(random() % file.bytes.size());
+    if (!note || note->movie.fileBytes > 1'000'000) continue;
+    if (RepairMovie(file, file, *note).result != Repair::Result::kRepaired) continue;
+    ++repaired;
+    ASSERT_TRUE(MovieBytes(file)) << round;
+    ASSERT_TRUE(FindAll(file.bytes).whole) << round;
+  }
+  EXPECT_GT(read, 300);
+  EXPECT_GT(repaired, 100);
+}
+
+TEST(CaptureRepairFuzz, AnyFileHasAnExtentWithinIt) {
+  std::mt19937 random(22);
+  const Bytes whole = OlderRecording();
+  for (int round = 0; round < 4000; ++round) {
+    MemoryFile file(whole);
+    for (std::size_t count = random() % 6; count > 0; --count)
+      file.bytes[random() % (random() % 2 == 0 ? 64 : file.bytes.size())] = static_cast<std::uint8_t>(random());
+    if (random() % 4 == 0) file.bytes.resize(random() % file.bytes.size());
+    ASSERT_LE(MovieBytes(file).value_or(0), file.bytes.size());
+  }
+}
+
+}  // namespace
+}  // namespace quorvex
