@@ -14,8 +14,9 @@ foreach(name comdlg32 msacm32 oleacc quartz shell32)
   file(CONFIGURE OUTPUT ${base}.def CONTENT "LIBRARY ${name}.dll\nEXPORTS\n@functions@\n" @ONLY)
   add_custom_command(
     OUTPUT ${base}.a
-    # The members' names, by which the linker sorts, would else hold dlltool's process id.
-    COMMAND ${DLLTOOL} --input-def ${base}.def --output-delaylib ${base}.a --dllname ${name}.dll --temp-prefix delayed_${name}
+    # The members' names, by which the linker sorts, would else hold dlltool's process id, and symbols the library's whole path.
+    COMMAND ${DLLTOOL} --input-def ${base}.def --output-delaylib delayed_${name}.a --dllname ${name}.dll --temp-prefix delayed_${name}
+    WORKING_DIRECTORY ${CMAKE_BINARY_DIR}
     DEPENDS ${base}.def)
   list(APPEND delayed_imports ${base}.a)
 endforeach()

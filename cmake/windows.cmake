@@ -7,9 +7,11 @@ include_directories(${CMAKE_SOURCE_DIR})
 add_compile_options(-gdwarf-4 -fstack-protector-strong -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
 add_link_options(-fstack-protector-strong -Wl,--nxcompat,--dynamicbase,--high-entropy-va,--no-insert-timestamp)
 
-# Programs say what they are and of which version. They are delivered without their debugging symbols (a loader reads them into every
-# process); these lie in build/win/symbols.
+# `programs` are what users get. They say what they are and of which version, and are delivered without their debugging symbols
+# (a loader reads them into every process); these lie in build/win/symbols. (-p: or the time of stripping would be in the header.)
+add_custom_target(programs)
 function(deliver target description)
+  add_dependencies(programs ${target})
   get_target_property(type ${target} TYPE)
   set(file_type VFT_DLL)
   set(file_suffix .dll)
@@ -24,9 +26,9 @@ function(deliver target description)
     TARGET ${target}
     POST_BUILD
     COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_BINARY_DIR}/symbols
-    COMMAND ${CMAKE_OBJCOPY} --only-keep-debug $<TARGET_FILE:${target}> ${symbols}
-    COMMAND ${CMAKE_STRIP} --strip-debug $<TARGET_FILE:${target}>
-    COMMAND ${CMAKE_OBJCOPY} --add-gnu-debuglink=${symbols} $<TARGET_FILE:${target}>)
+    COMMAND ${CMAKE_OBJCOPY} -p --only-keep-debug $<TARGET_FILE:${target}> ${symbols}
+    COMMAND ${CMAKE_STRIP} -p --strip-debug $<TARGET_FILE:${target}>
+    COMMAND ${CMAKE_OBJCOPY} -p --add-gnu-debuglink=${symbols} $<TARGET_FILE:${target}>)
 endfunction()
 
 # Artwork, drawn from its sources.

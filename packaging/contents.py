@@ -56,7 +56,7 @@ def put_programs(folder):
     """Copies the programs, without symbols."""
     folder.mkdir(parents=True, exist_ok=True)
     for name in PROGRAMS:
-        subprocess.run([STRIP, "--strip-all", "--remove-section=.gnu_debuglink", "-o", folder / name, BIN / name], check=True)
+        subprocess.run([STRIP, "-p", "--strip-all", "--remove-section=.gnu_debuglink", "-o", folder / name, BIN / name], check=True)
         (folder / name).chmod(0o644)
 
 

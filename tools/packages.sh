@@ -13,6 +13,6 @@ packages_virtual_sound=(pulseaudio)
 packages_check=(g++ googletest clang-format clang-tidy xdotool ffmpeg dvdauthor genisoimage)
 # tools/package, and what its tests (tools/package --test) need beyond those of ./check.
 packages_package=(nsis)
-packages_package_test=(debootstrap desktop-file-utils)
+packages_package_test=(debootstrap xdotool)
 # tools/fuzz.
 packages_fuzz=(clang libclang-rt-dev)

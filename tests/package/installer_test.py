@@ -2,22 +2,17 @@
 """installer_test.py SETUP: the installer for Windows, in a Wine prefix of its own: installed, used, brought up to date while Quorvex runs,
 given other parts, removed. What was there before is there again afterwards, and what the user has stays."""
 
-import os
 import shutil
 import subprocess
 import sys
 import tempfile
-import time
 import unittest
-import wave
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parents[2]
-sys.path.insert(0, str(ROOT / "packaging"))
-sys.dont_write_bytecode = True
+from support import end_environment, environment, make_song, wait_for
 
-from contents import PROGRAMS, version  # noqa: E402
-from windows_package import stage_windows, write_installer  # noqa: E402
+from contents import PROGRAMS, version
+from windows_package import stage_windows, write_installer
 
 SETUP = Path(sys.argv.pop(1)).absolute()
 DVD_CLASS = r"HKLM\Software\Classes\CLSID\{FCC152B7-F372-11D0-8E00-00C04FD7C08B}\InprocServer32"
@@ -27,22 +22,6 @@ UNINSTALL = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Quorvex"
 PLATFORM_LEFT = r"[HKEY_LOCAL_MACHINE\Software\Classes\CLSID\{E0F158E1-CB04-11D0-BD4E-00A0C911CE86}\Instance]"
 STORES = {"quorvex.ini": "[QUORVEX]\r\nAutoStartDevice=0\r\n[MINE]\r\nKept=yes\r\n", "cd.abm": "[CD List]\r\nNumber of CDs=0\r\n",
           "mfiles.abm": "[Album List]\r\nNumber of albums=0\r\n"}
-
-
-def environment():
-    """A virtual screen and sound, and a Wine that knows nothing of Quorvex."""
-    script = f"source {ROOT}/tools/wine/environment.sh; choose_display_and_sound; env -0"
-    run = subprocess.run(["bash", "-c", script], capture_output=True, check=True, env=os.environ | {"QUORVEX_ENV": "package", "QUORVEX_VIRTUAL": "1"})
-    return dict(line.split("=", 1) for line in run.stdout.decode().split("\0") if line)
-
-
-def wait_for(what, limit=120):
-    end = time.monotonic() + limit
-    while not (answer := what()):
-        if time.monotonic() > end:
-            raise AssertionError(f"{what.__name__}: not within {limit} s")
-        time.sleep(0.2)
-    return answer
 
 
 class Installer(unittest.TestCase):
@@ -65,7 +44,7 @@ class Installer(unittest.TestCase):
     def end(cls):
         subprocess.run(["wineserver", "-k"], env=cls.env)
         subprocess.run(["wineserver", "-w"], env=cls.env)
-        subprocess.run([ROOT / "tools" / "in-wine", "--stop"], env=os.environ | {"QUORVEX_ENV": "package"})
+        end_environment()
         shutil.rmtree(cls.folder)
 
     @classmethod
@@ -117,10 +96,7 @@ class Installer(unittest.TestCase):
             self.assertIn("qvcd.dll", (self.windows / "system.ini").read_text())
 
         with self.subTest("used"):
-            song = self.folder / "song.wav"
-            with wave.open(str(song), "wb") as sound:
-                sound.setparams((1, 2, 8000, 0, "NONE", ""))
-                sound.writeframes(bytes(2 * 8000 * 600))
+            song = make_song(self.folder / "song.wav")
             self.assertEqual(self.wine(self.target / "qvremote.exe", "open", song)[0], 0)
             wait_for(lambda: "state=playing" in self.remote("state"))
 
