@@ -125,7 +125,8 @@ def check_words(root, manual):
     remote = re.findall(r'\{"([^"]+)", kCommand', (root / "remote/key_names.h").read_text())
     usage = (root / "platform/drive/main.cpp").read_text() + (root / "platform/drive/card_commands.h").read_text()
     drive = re.findall(r'"(qvdrive (?:card )?[a-z-]+)', usage)
-    yield from (f"the manual does not tell of qvremote's key {word}" for word in remote if f"`{word}`" not in manual)
+    remote += re.findall(r'\bLine\("(\w+)"', (root / "shell/remote_control.cpp").read_text())
+    yield from (f"the manual does not tell of qvremote's word {word}" for word in remote if f"`{word}`" not in manual)
     yield from (f"the manual does not tell of {words}" for words in drive if f"`{words}" not in manual)
 
 
