@@ -19,6 +19,7 @@
 #include "shell/device_switch.h"
 #include "shell/lifecycle.h"
 #include "shell/startup.h"
+#include "tests/bench/milliseconds.h"
 #include "tests/support/media_graph.h"
 #include "tests/support/pump.h"
 #include "video/video_window.h"
@@ -28,14 +29,6 @@ namespace {
 
 constexpr POINT kPlace{240, 200};  // of the bare graph's window
 constexpr DWORD kLimitMs = 10'000;
-
-double Milliseconds() {
-  LARGE_INTEGER now{};
-  LARGE_INTEGER frequency{};
-  ::QueryPerformanceFrequency(&frequency);
-  ::QueryPerformanceCounter(&now);
-  return static_cast<double>(now.QuadPart) * 1e3 / static_cast<double>(frequency.QuadPart);
-}
 
 // Waits until the screen is light at a place.
 bool IsLightAt(POINT place) {

@@ -69,6 +69,7 @@ class TvSession(Television):
         drive("card", "off")
         self.remote.sees_text("The capture device is gone")
         wait_for(lambda: video_frame() is None)
+        self.assertEqual(remote_control("state")["state"], "stopped")
         for key in ("Up", "5", "Return", *["ctrl+v"] * 3, "ctrl+c", "ctrl+r", "Escape", "Escape"):
             xdotool("key", key)
             time.sleep(0.1)
