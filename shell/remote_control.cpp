@@ -108,7 +108,7 @@ const char* DeviceName() {
 
 // A card's picture just runs: its device has no state of playing.
 const char* StateName(const CDevice& device) {
-  if (device.kind == DeviceType::kTv) return "playing";
+  if (const auto* tv = dynamic_cast<const CTVDevice*>(&device)) return tv->IsGone() ? "stopped" : "playing";
   switch (device.playState) {
     case PlayState::kPlaying: return "playing";
     case PlayState::kPaused: return "paused";

@@ -24,8 +24,8 @@ class TimedSound {
     decoder.Flush();
   }
 
-  // Decodes a packet (null: the stream is over) and calls take(SoundSamples, begin) for every block that comes
-  // out; times are the stream's. False as soon as take answers false.
+  // Decodes a packet (null: the stream is over) and calls take(SoundSamples, begin) for every block that
+  // comes out; times are the stream's. False as soon as take answers false.
   template <typename Take>
   bool Decode(const AVPacket* packet, Take take) {
     return decoder.Decode(packet, [&](const AVFrame& frame) {

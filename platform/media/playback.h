@@ -6,10 +6,10 @@
 #include <thread>
 #include <vector>
 
+#include "platform/common/media_file.h"
 #include "platform/common/output_pin.h"
 #include "platform/common/stream_buffers.h"
 #include "platform/common/stream_feeder.h"
-#include "platform/common/media_file.h"
 
 namespace quorvex {
 

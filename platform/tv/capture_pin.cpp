@@ -6,8 +6,7 @@
 
 namespace quorvex {
 
-CapturePin::CapturePin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures,
-                       CardState& state)
+CapturePin::CapturePin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures, CardState& state)
     : LivePin(owner, itsDevice, L"Capture", PIN_CATEGORY_CAPTURE),
       source(pictures),
       config(*this, pictures, state),

@@ -38,9 +38,11 @@ class ColorMap {
 // As in the card's decoder: on luminance and the two colour differences; hue turns these by up to half a
 // circle.
 ColorMap::ColorMap(const ColorAdjustment& adjustment) {
-  const auto [brightness, contrast, hue, saturation] = adjustment.values;
-  const double gain = Scale(contrast) * Scale(saturation);
+  const auto& [brightness, contrast, hue, saturation] = adjustment.values;
+  const double contrastGain = Scale(contrast);
+  const double gain = contrastGain * Scale(saturation);
   const double angle = (Scale(hue) - 1) * std::numbers::pi;
+  const double plus = brightness - ColorAdjustment::kMiddle * contrastGain;
   const double cosine = gain * std::cos(angle);
   const double sine = gain * std::sin(angle);
   const auto fixed = [](double value) { return static_cast<int>(std::lround(value * (1 << kPoint))); };
@@ -48,10 +50,10 @@ ColorMap::ColorMap(const ColorAdjustment& adjustment) {
   const auto row = [&](double ofRed, double ofBlue) {
     const double red = (ofRed * cosine - ofBlue * sine) / 1.402;
     const double blue = (ofRed * sine + ofBlue * cosine) / 1.772;
-    const double grey = Scale(contrast) - red - blue;
+    const double grey = contrastGain - red - blue;
     constexpr double kHalf = 0.5;
     return Factors{fixed(0.299 * grey + red), fixed(0.587 * grey), fixed(0.114 * grey + blue),
-                   fixed(brightness - ColorAdjustment::kMiddle * Scale(contrast) + kHalf)};
+                   fixed(plus + kHalf)};
   };
   rows = {row(1.402, 0), row(-0.714, -0.344), row(0, 1.772)};
 }

@@ -67,10 +67,11 @@ void StationPictures::DecodeNext() {
   const std::optional<MediaFile::Packet> packet = file->Next();
   over = !packet;
   if (packet && packet->kind != MediaFile::Kind::kPicture) return;
-  pictures->Decode(packet ? packet->data.get() : nullptr, [&](const AVFrame& frame, MediaTime, MediaTime end) {
-    decoded.push_back({AvOwner<AVFrame>(av_frame_clone(&frame)), end});
-    return true;
-  });
+  pictures->Decode(packet ? packet->data.get() : nullptr,
+                   [&](const AVFrame& frame, MediaTime, MediaTime end) {
+                     decoded.push_back({AvOwner<AVFrame>(av_frame_clone(&frame)), end});
+                     return true;
+                   });
 }
 
 }  // namespace quorvex

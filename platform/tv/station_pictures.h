@@ -12,8 +12,8 @@ namespace quorvex {
 
 class StationPictures {
  public:
-  // Fills a picture of any size with what is on at a time of day (AirTime). It never takes long: right after a
-  // channel was chosen, what is shown may lie before that time. False when there is no picture.
+  // Fills a picture of any size with what is on at a time of day (AirTime). It never takes long: right after
+  // a channel was chosen, what is shown may lie before that time. False when there is no picture.
   bool Show(const std::string& path, MediaTime air, const PictureView& view);
 
  private:

@@ -1,8 +1,8 @@
 // The stations that the virtual tuner receives: a text that the user may edit.
 //
 // A line is "antenna NUMBER NAME" or "cable NUMBER NAME"; a line that begins with # is a remark. Of two lines
-// for one channel the first counts. Behind the name there may be " | " and the path of a media file, which the
-// station then sends, over and over.
+// for one channel the first counts. Behind the name there may be " | " and the path of a media file, which
+// the station then sends, over and over.
 #pragma once
 
 #include <string>

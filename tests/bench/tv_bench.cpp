@@ -22,20 +22,13 @@
 #include "shell/device_switch.h"
 #include "shell/lifecycle.h"
 #include "shell/startup.h"
+#include "tests/bench/bench.h"
 #include "tests/support/pump.h"
 #include "tests/support/screen_marks.h"
 #include "video/video_window.h"
 
 namespace quorvex {
 namespace {
-
-double Milliseconds() {
-  LARGE_INTEGER now{};
-  LARGE_INTEGER frequency{};
-  ::QueryPerformanceFrequency(&frequency);
-  ::QueryPerformanceCounter(&now);
-  return static_cast<double>(now.QuadPart) * 1e3 / static_cast<double>(frequency.QuadPart);
-}
 
 // The card's filter in a graph that a builder works.
 struct BareGraph {

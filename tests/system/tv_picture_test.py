@@ -49,7 +49,8 @@ class TvPicture(Television):
         xdotool("key", "--delay", 30, *["Left"] * 16)
         wait_for(lambda: self.bar() == bar_of(16), 3, 0.02)
         wait_for(lambda: full * 0.2 < loudness() < full * 0.7)
-        xdotool("key", "--delay", 30, *["Right"] * 16)
+        wait_for(lambda: osd() == [], 8)  # the bar goes by itself
+        remote_control("key", "sound", *["right"] * 16)
         wait_for(lambda: loudness() > full * 0.9)
         wait_for(lambda: osd() == [], 8)  # the arrow keys are the channels' again
         self.remote.click(MUTE)
@@ -79,13 +80,15 @@ class TvPicture(Television):
                    "HUE": lambda: difference() > 60 and abs(brightness() - usual_brightness) < usual_brightness * 0.25,
                    "COLOR": lambda: difference() > 40 and not is_grey(colours())}
         for step, (title, has_changed) in enumerate(changes.items()):
-            remote_control("key", "picture", *["up"] * step, *["left"] * 12)
+            show = ["picture", *["up"] * step]
+            remote_control("key", *show, *["left"] * 12)
+            low = self.bar().count("#")
             self.assertIn(title, osd())
-            level = self.bar().count("#")
             wait_for(has_changed)
-            remote_control("key", *["right"] * 12)
-            wait_for(lambda before=level: self.bar().count("#") > before + 9, 3)
-            remote_control("key", "picture")
+            wait_for(lambda: osd() == [], 8)  # the bar goes by itself
+            remote_control("key", *show, *["right"] * 12)
+            wait_for(lambda before=low: self.bar().count("#") > before + 9, 3)
+            wait_for(lambda: osd() == [], 8)
             wait_for(lambda: difference() < 12)
         remote_control("key", "picture", *["up"] * 3, *["left"] * 16)
         wait_for(lambda: is_grey(colours()))

@@ -5,16 +5,16 @@ import subprocess
 import time
 import unittest
 
-from remote import POWER, ROOT, TESTS, drive, remote_control, video_frame, wait_for, xdotool
+from remote import POWER, ROOT, TESTS, drive, loudness, remote_control, video_frame, wait_for, xdotool
 from television import CONFIG, Television, brightness, colours, is_snow, osd, stored, write_stations
 
 
 class TvSession(Television):
     def press(self, keys, number, text=None):
-        """Presses keys; then the display shows a number, and the picture the same one or another text."""
+        """Presses keys; then the picture shows a number or another text, and the display the number."""
         xdotool("key", *keys.split())
-        self.remote.sees(lambda panel: panel.number(6) == number)
         wait_for(lambda: osd() == [text or number], 4)
+        self.remote.sees(lambda panel: panel.number(6) == number)
 
     def test_channels_inputs_and_the_picture(self):
         self.start()
@@ -69,6 +69,7 @@ class TvSession(Television):
         drive("card", "off")
         self.remote.sees_text("The capture device is gone")
         wait_for(lambda: video_frame() is None)
+        self.assertEqual(remote_control("state")["state"], "stopped")
         for key in ("Up", "5", "Return", *["ctrl+v"] * 3, "ctrl+c", "ctrl+r", "Escape", "Escape"):
             xdotool("key", key)
             time.sleep(0.1)
@@ -80,6 +81,24 @@ class TvSession(Television):
         wait_for(lambda: video_frame() is None)
         remote_control("key", "picture", "right", "close")
         wait_for(lambda: remote_control("state")["device"] == "none")
+
+    def test_a_station_sends_a_film(self):
+        film = self.remote.folder / "film.mpg"
+        subprocess.run(["ffmpeg", "-v", "error", "-f", "lavfi", "-i", "color=0x2040c0:size=352x288:rate=25:duration=3", "-f", "lavfi", "-i",
+                        "sine=441:duration=3,volume=4", "-c:v", "mpeg2video", "-c:a", "mp2", film], check=True)
+        write_stations(f"antenna 9 FILM | Z:{film}\nantenna 11 LOST | Z:{film}.none")
+        self.addCleanup(write_stations, "")
+        self.start()
+        self.open_card()
+        xdotool("key", "9", "Return")
+        # In every column, and on and on.
+        wait_for(lambda: all(blue > 150 and red < 80 for red, _, blue in colours()))
+        wait_for(lambda: loudness() > 3000)
+        time.sleep(4)
+        self.assertTrue(all(blue > 150 and red < 80 for red, _, blue in colours()))
+        wait_for(lambda: loudness() > 3000)
+        xdotool("key", "1", "1")
+        wait_for(is_snow)
 
     def test_an_auto_tune_that_is_killed_leaves_the_old_list(self):
         write_stations("antenna 3 THREE\nantenna 11 ELEVEN\nantenna 60 SIXTY")

@@ -250,24 +250,30 @@ TEST_F(TvCardTest, PicturesComeAtTheirRateAndTellTheirTimes) {
   }
 }
 
-TEST_F(TvCardTest, LostPicturesAreCounted) {
+TEST_F(TvCardTest, LostPicturesAreCountedForEachPin) {
   const PluggedCards cards;
   cards->slowFrames = 100;
-  CardGraph graph;
-  ASSERT_EQ(graph.Watch(PIN_CATEGORY_CAPTURE), S_OK);
-  graph.Run();
-  ::Sleep(2000);
-  EXPECT_LT(StopTime(graph), kStopLimitMs);
-  const auto counts = graph.Pin(PIN_CATEGORY_CAPTURE).As<IAMDroppedFrames>();
-  LONG lost = 0;
-  LONG delivered = 0;
-  EXPECT_EQ(counts->GetNumDropped(&lost), S_OK);
-  EXPECT_EQ(counts->GetNumNotDropped(&delivered), S_OK);
-  EXPECT_NEAR(static_cast<double>(delivered), 19, 3);
-  const std::vector<SeenPicture> seen = graph.Seen();
-  EXPECT_NEAR(static_cast<double>(lost), seen.back().marks->picture + 1 - static_cast<double>(seen.size()),
-              4);
-  EXPECT_GT(lost, 30);
+  for (const GUID& category : {PIN_CATEGORY_CAPTURE, PIN_CATEGORY_PREVIEW}) {
+    CardGraph graph;
+    ASSERT_EQ(graph.Watch(category), S_OK);
+    graph.Run();
+    ::Sleep(2000);
+    EXPECT_LT(StopTime(graph), kStopLimitMs);
+    const auto counts = graph.Pin(category).As<IAMDroppedFrames>();
+    LONG lost = 0;
+    LONG delivered = 0;
+    EXPECT_EQ(counts->GetNumDropped(&lost), S_OK);
+    EXPECT_EQ(counts->GetNumNotDropped(&delivered), S_OK);
+    EXPECT_GE(delivered, 4) << "a busy machine sends fewer";
+    EXPECT_LE(delivered, 22);
+    const std::vector<SeenPicture> seen = graph.Seen();
+    EXPECT_NEAR(static_cast<double>(lost), seen.back().marks->picture + 1 - static_cast<double>(seen.size()),
+                4);
+    EXPECT_GT(lost, 30);
+    const StreamCounts& told = category == PIN_CATEGORY_CAPTURE ? cards->capture : cards->preview;
+    EXPECT_EQ(static_cast<LONG>(told.lost), lost);
+    EXPECT_EQ(static_cast<LONG>(told.delivered), delivered);
+  }
 }
 
 TEST_F(TvCardTest, AStreamFlowsWhenItIsOrderedTo) {

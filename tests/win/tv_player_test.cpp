@@ -94,8 +94,8 @@ TEST_F(TvPlayerTest, ACardThatIsGoneTakesItsPictureAlong) {
   ASSERT_NE(currentDevice, nullptr);
   for (const int command :
        std::initializer_list<int>{kCommandUp, kCommandVideoInput, kCommandVideoInput, kCommandVideoInput,
-                                  kCommandClosedCaption, kCommandVideoAdjustment, kCommandIncrease, kCommandPlay,
-                                  kCommandFullScreen, kCommandVideoAdjustment}) {
+                                  kCommandClosedCaption, kCommandVideoAdjustment, kCommandIncrease,
+                                  kCommandPlay, kCommandFullScreen, kCommandVideoAdjustment}) {
     Press(command);
     PumpFor(20);
     EXPECT_EQ(theVideoWindow, nullptr) << command;
@@ -141,7 +141,8 @@ TEST_F(TvPlayerTest, ABadCardEndsWell) {
     Press(kFirstCaptureDeviceCommand);
     cards.operator->()->*one.fault = 0;
     const std::vector<std::string> told = boxes.Answered();
-    EXPECT_EQ(std::vector(told.begin() + static_cast<std::ptrdiff_t>(before), told.end()), one.boxes) << one.name;
+    EXPECT_EQ(std::vector(told.begin() + static_cast<std::ptrdiff_t>(before), told.end()), one.boxes)
+        << one.name;
     EXPECT_EQ(ShownText(), one.text) << one.name;
     EXPECT_EQ(currentDevice != nullptr, one.opens) << one.name;
     EXPECT_EQ(theVideoWindow != nullptr, one.opens) << one.name;

@@ -186,7 +186,8 @@ TEST_F(TvStationTest, AFileThatCannotBeSentIsSnow) {
   const PluggedCards cards;
   const std::string notes = std::string(QUORVEX_TEST_MEDIA) + "\\made";
   const StationList list("antenna 4 NAME\r\n" + Station(5, "Z:\\none\\none.avi") + Station(6, notes) +
-                         Station(7, TestFile("sound.mp3")) + Station(8, TestFile("slides.mkv")) + Station(9, ""));
+                         Station(7, TestFile("sound.mp3")) + Station(8, TestFile("slides.mkv")) +
+                         Station(9, ""));
   CardGraph graph;
   const auto tuner = graph.card.As<IAMTVTuner>();
   ASSERT_EQ(graph.Watch(PIN_CATEGORY_PREVIEW), S_OK);
@@ -218,7 +219,8 @@ TEST_F(TvStationTest, ThePictureControlsWorkOnFiles) {
   ASSERT_EQ(graph.Watch(PIN_CATEGORY_PREVIEW), S_OK);
   graph.Run();
   const auto settles = [&](double least, double most) {
-    return graph.WaitFor([=](const SeenPicture& one) { return one.green >= least && one.green <= most; }) >= 0;
+    return graph.WaitFor([=](const SeenPicture& one) { return one.green >= least && one.green <= most; }) >=
+           0;
   };
   EXPECT_TRUE(settles(80, 170));
   EXPECT_EQ(controls->Set(VideoProcAmp_Brightness, 255, VideoProcAmp_Flags_Manual), S_OK);
