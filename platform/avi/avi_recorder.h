@@ -21,7 +21,8 @@ class AviRecorder {
 
   // `master` is the stream by which the others' rates go. `silence`: the byte that sound is filled with, for
   // each stream; none for coded sound, which is not filled.
-  AviRecorder(ByteTarget& target, AviMovie movie, int master, std::vector<std::optional<std::uint8_t>> silence);
+  AviRecorder(ByteTarget& target, AviMovie movie, int master,
+              std::vector<std::optional<std::uint8_t>> silence);
 
   FileResult Begin() { return writer.Begin(); }
 
@@ -60,7 +61,9 @@ class AviRecorder {
   FileResult PutPicture(std::size_t stream, std::optional<SampleTime> time, ByteView data, bool key);
   FileResult PutSound(std::size_t stream, std::optional<SampleTime> time, ByteView data);
   FileResult PutSilence(std::size_t stream, std::int64_t units);
-  [[nodiscard]] std::int64_t Units(std::size_t stream) const { return writer.Totals().streams.at(stream).units; }
+  [[nodiscard]] std::int64_t Units(std::size_t stream) const {
+    return writer.Totals().streams.at(stream).units;
+  }
   [[nodiscard]] StreamPace Pace(std::size_t stream) const;
 
   AviWriter writer;

@@ -64,7 +64,9 @@ HRESULT RecordedPosition::IsFormatSupported(const GUID* format) {
   return *format == TIME_FORMAT_MEDIA_TIME ? S_OK : S_FALSE;
 }
 
-HRESULT RecordedPosition::QueryPreferredFormat(GUID* format) { return Answer(format, TIME_FORMAT_MEDIA_TIME); }
+HRESULT RecordedPosition::QueryPreferredFormat(GUID* format) {
+  return Answer(format, TIME_FORMAT_MEDIA_TIME);
+}
 
 HRESULT RecordedPosition::SetTimeFormat(const GUID* format) {
   const HRESULT result = IsFormatSupported(format);

@@ -31,7 +31,8 @@ FileResult StreamTarget::Write(std::uint64_t place, ByteView bytes, std::size_t&
   if (at != place) {
     LARGE_INTEGER to{};
     to.QuadPart = static_cast<LONGLONG>(place);
-    if (const HRESULT result = stream->Seek(to, STREAM_SEEK_SET, nullptr); FAILED(result)) return Note(result);
+    if (const HRESULT result = stream->Seek(to, STREAM_SEEK_SET, nullptr); FAILED(result))
+      return Note(result);
   }
   ULONG count = 0;
   HRESULT result = stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), &count);
@@ -93,7 +94,8 @@ void RecordingThread::Finish() {
 
 bool RecordingThread::Next(Waiting& next) {
   std::unique_lock guard(lock);
-  changed.wait_for(guard, std::chrono::milliseconds(kNoteEveryMs), [this] { return ending || !queue.empty(); });
+  changed.wait_for(guard, std::chrono::milliseconds(kNoteEveryMs),
+                   [this] { return ending || !queue.empty(); });
   next = {};
   if (queue.empty()) return !ending;
   next = std::move(queue.front());
