@@ -99,7 +99,7 @@ AviMux::AviMux()
     : FilterBase(kAviMuxClass),
       settings(*this),
       interleaving(*this),
-      position(*this),
+      position(*this, [this] { return Length(); }),
       counts(*static_cast<IBaseFilter*>(this)),
       output(std::make_unique<Output>(*this)) {
   AddFreeInput();

@@ -6,6 +6,8 @@
 #include <strmif.h>
 
 #include <atomic>
+#include <functional>
+#include <utility>
 
 #include "platform/avi/avi_recorder.h"
 #include "platform/common/filter_part.h"
@@ -51,12 +53,11 @@ class Interleaving final : public FilterPart<IConfigInterleaving> {
   std::atomic<REFERENCE_TIME> lead{0};
 };
 
-class AviMux;
-
 // How long the recording is. Nobody can seek in one.
 class RecordedPosition final : public ObjectPart<IMediaSeeking> {
  public:
-  explicit RecordedPosition(AviMux& owner);
+  RecordedPosition(IUnknown& owner, std::function<MediaTime()> itsLength)
+      : ObjectPart(owner), length(std::move(itsLength)) {}
 
   HRESULT STDMETHODCALLTYPE GetCapabilities(DWORD* capabilities) override;
   HRESULT STDMETHODCALLTYPE CheckCapabilities(DWORD* capabilities) override;
@@ -81,7 +82,7 @@ class RecordedPosition final : public ObjectPart<IMediaSeeking> {
   HRESULT STDMETHODCALLTYPE GetPreroll(LONGLONG*) override { return E_NOTIMPL; }
 
  private:
-  AviMux& mux;
+  const std::function<MediaTime()> length;
 };
 
 }  // namespace quorvex
