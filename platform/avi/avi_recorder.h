@@ -54,7 +54,7 @@ class AviRecorder {
   };
 
   [[nodiscard]] bool IsPictures(std::size_t stream) const;
-  bool MustWait(std::size_t stream, const SampleTime& time) const;
+  [[nodiscard]] bool MustWait(std::size_t stream, const SampleTime& time) const;
   FileResult Start(MediaTime at);
   FileResult Put(std::size_t stream, std::optional<SampleTime> time, ByteView data, bool key);
   SampleTime Place(const SampleTime& time);

@@ -7,6 +7,8 @@ namespace {
 
 // The journal is no older than this, and a little.
 constexpr DWORD kNoteEveryMs = 500;
+// What has waited for a slow disk may be recorded much faster than it came.
+constexpr MediaTime kNoteEvery = kNoteEveryMs * kMillisecond;
 
 std::optional<SampleTime> TimeOf(IMediaSample& sample) {
   REFERENCE_TIME begin = 0;
@@ -134,12 +136,15 @@ void RecordingThread::Record(const Waiting& next) {
 HRESULT RecordingThread::NoteNow() {
   const Bytes note = MakeNote({.serial = ++notes, .end = recorder.End(), .movie = recorder.Movie()});
   lastNote = ::GetTickCount64();
+  notedLength = recorder.Length();
   std::size_t written = 0;
   return journal.Write(PlaceOfNote(notes), note, written) == FileResult::kDone ? S_OK : journal.Error();
 }
 
 void RecordingThread::NoteWhenDue() {
-  if (!journal.IsOpen() || over || ::GetTickCount64() - lastNote < kNoteEveryMs) return;
+  const bool isDue =
+      ::GetTickCount64() - lastNote >= kNoteEveryMs || recorder.Length() - notedLength >= kNoteEvery;
+  if (!journal.IsOpen() || over || !isDue) return;
   if (const HRESULT result = NoteNow(); FAILED(result)) Break(result);
 }
 
