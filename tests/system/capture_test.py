@@ -39,13 +39,13 @@ def press(caption, button):
 
 def enter(caption, number, kind, text):
     """Writes a text over what is in a dialog's field."""
-    click_in(control(caption, number, kind), None, None, "key", "ctrl+a")
+    click_in(control(caption, number, kind), None, None, "key", "Home", "shift+End")
     xdotool("type", "--delay", 30, text)
 
 
 def name_file(path):
     field = wait_for(lambda: [w for w in windows() if w.id in (NAME, 0x480) and w.kind in ("Edit", "ComboBox")])[-1]
-    click_in(field, None, None, "key", "ctrl+a")
+    click_in(field, None, None, "key", "Home", "shift+End")
     xdotool("type", "--delay", 30, path)
     xdotool("key", "Return")
     wait_for(lambda: not is_open(CHOOSE))
@@ -83,12 +83,12 @@ class Capture(unittest.TestCase):
         self.remote.sees(lambda panel: "REC" in panel.lamps())
         wait_for(lambda: int(state().get("frames", 0)) >= frames, 30)
 
-    def check(self, path, seconds=None):
-        """The file is whole: every picture in its place, with sound for all of them."""
+    def check(self, path, seconds=None, silence=0.5):
+        """The file is whole: every picture in its place, with sound for all of them (but for so many seconds at the end)."""
         numbers, places, _ = pictures(path)
         self.assertEqual([number - numbers[0] for number in numbers], places)
         length = (places[-1] + 1) / RATE
-        self.assertAlmostEqual(len(sound(path)) / 48000, length, delta=0.3)
+        self.assertAlmostEqual(len(sound(path)) / 48000, length, delta=silence)
         if seconds is not None:
             self.assertAlmostEqual(length, seconds, delta=1)
         self.assertFalse(Path(f"{path}.journal").exists())
@@ -97,20 +97,19 @@ class Capture(unittest.TestCase):
     def test_allocated_recorded_saved_and_played(self):
         self.start(EnableTimeLimit=1, TimeLimit=4, PromptToSave=1)
         self.remote.click(RECORD)
-        press("Quorvex", OK)
+        click_in(control("Quorvex", OK))
         click_in(control(ALLOCATE, CHANGE))
         name_file(windows_path(self.folder / "tape"))
         enter(ALLOCATE, SIZE, "Edit", "12a")
         self.assertEqual(wait_for(lambda: control(ALLOCATE, SIZE, "Edit").text), "1")
         enter(ALLOCATE, SIZE, "Edit", "24")
         press(ALLOCATE, OK)
-        press(READY, OK)
         self.assertEqual(self.file.stat().st_size, 24 << 20)
+        press(READY, OK)
         self.remote.sees(lambda panel: "REC" in panel.lamps() and self.remote.shows_text(panel, windows_path(self.file)))
         name_file(windows_path(self.folder / "kept"))
         self.remote.sees_text("Capture file saved")
         self.assertNotIn("REC", self.remote.look().lamps())
-        self.assertEqual(self.remote.look().time(), "00:00:04")
         told = state()
         self.assertEqual(told["recording"], "off")
         kept = self.folder / "kept.avi"
@@ -150,7 +149,7 @@ class Capture(unittest.TestCase):
         drive("card", "off")
         self.remote.sees_text("The capture device is gone")
         self.remote.sees(lambda panel: "REC" not in panel.lamps())
-        self.check(self.file)
+        self.check(self.file, silence=1.5)
 
     def test_killed_it_is_recovered_at_the_next_start(self):
         self.start(CaptureFile=windows_path(self.file))
@@ -162,7 +161,7 @@ class Capture(unittest.TestCase):
         self.open_card()
         text = wait_for(lambda: state()["title"])
         self.assertTrue(text.startswith("Recovered 00:00:0"), text)
-        self.assertGreaterEqual(self.check(self.file), 1.9)
+        self.assertGreaterEqual(self.check(self.file, silence=1.5), 1.9)
 
     def test_a_full_disk_ends_the_recording(self):
         disk = self.folder / "disk"
@@ -175,7 +174,7 @@ class Capture(unittest.TestCase):
         self.addCleanup(os.unlink, letter)
         self.start()
         self.remote.click(RECORD)
-        press("Quorvex", OK)
+        click_in(control("Quorvex", OK))
         click_in(control(ALLOCATE, CHANGE))
         name_file("S:\\tape.avi")
         self.assertEqual(control(ALLOCATE, SIZE, "Edit").text, "4")
@@ -184,7 +183,7 @@ class Capture(unittest.TestCase):
         press(READY, OK)
         self.remote.sees_text("Recording stopped: the disk is full", 20)
         self.assertNotIn("REC", self.remote.look().lamps())
-        self.check(disk / "tape.avi")
+        self.check(disk / "tape.avi", silence=1.5)
 
 
 if __name__ == "__main__":
