@@ -86,6 +86,7 @@ add_library(
   devices/tv/capture_graph.cpp
   devices/tv/channels.cpp
   devices/tv/device_category.cpp
+  devices/tv/name_guard.cpp
   devices/tv/pin_format.cpp
   devices/tv/pins.cpp
   devices/tv/ready_to_record_dialog.cpp

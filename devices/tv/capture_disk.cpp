@@ -5,6 +5,7 @@
 #include "base/full_path.h"
 #include "base/handles.h"
 #include "devices/tv/capture_size.h"
+#include "devices/tv/name_guard.h"
 #include "panel/status_display.h"
 
 namespace quorvex {
@@ -42,6 +43,7 @@ bool ChooseCaptureFileName(HWND owner, std::string& path) {
   dialog.lpstrInitialDir = folder.empty() ? nullptr : folder.c_str();
   dialog.lpstrTitle = "Set Capture File";
   dialog.Flags = OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_NOREADONLYRETURN;
+  const NameGuard guard;
   if (::GetOpenFileNameA(&dialog) == FALSE) return false;
   const std::string chosen = WithExtension(name.c_str());
   const char* const objection = Objection(chosen);

@@ -20,9 +20,13 @@ std::string SizeText(HWND dialog) {
 
 }  // namespace
 
+// The dialog is gone when a box may have to tell that there is no room.
 bool CaptureFileDialog::Run(HWND owner) {
-  return ::DialogBoxParamA(instance, MAKEINTRESOURCEA(IDD_CAPTURE_FILE), owner, Procedure,
-                           reinterpret_cast<LPARAM>(this)) == IDOK;
+  const INT_PTR closed = ::DialogBoxParamA(instance, MAKEINTRESOURCEA(IDD_CAPTURE_FILE), owner, Procedure,
+                                           reinterpret_cast<LPARAM>(this));
+  if (closed != IDOK) return false;
+  device.SetCaptureFile(path, size);
+  return true;
 }
 
 INT_PTR CALLBACK CaptureFileDialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -85,13 +89,13 @@ void CaptureFileDialog::OnSizeTyped() {
 }
 
 void CaptureFileDialog::OnOk() {
-  const int size = static_cast<int>(::GetDlgItemInt(dialog, IDC_CAPTURE_SIZE, nullptr, TRUE));
-  if (size >= 1 && size <= LargestSize(free)) {
-    device.SetCaptureFile(path, static_cast<std::uint16_t>(size));
+  const int typed = static_cast<int>(::GetDlgItemInt(dialog, IDC_CAPTURE_SIZE, nullptr, TRUE));
+  if (typed >= 1 && typed <= LargestSize(free)) {
+    size = static_cast<std::uint16_t>(typed);
     ::EndDialog(dialog, IDOK);
     return;
   }
-  ::SetDlgItemInt(dialog, IDC_CAPTURE_SIZE, static_cast<UINT>(size), TRUE);
+  ::SetDlgItemInt(dialog, IDC_CAPTURE_SIZE, static_cast<UINT>(typed), TRUE);
   ::SendMessageA(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(::GetDlgItem(dialog, IDC_CAPTURE_SIZE)),
                  TRUE);
   ::MessageBeep(MB_ICONEXCLAMATION);

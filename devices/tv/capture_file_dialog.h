@@ -31,6 +31,7 @@ class CaptureFileDialog {
   CTVDevice& device;
   HWND dialog = nullptr;
   std::string path;             // of the file chosen
+  std::uint16_t size = 0;       // megabytes, when OK has taken it
   std::optional<int> free = 0;  // megabytes that it may have; none where the disk does not tell
 };
 

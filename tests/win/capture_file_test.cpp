@@ -141,8 +141,31 @@ TEST_F(CaptureFileTest, AFileThatSomebodyPlaysIsNotTaken) {
                           EXPECT_EQ(ShownText(), "The file is in use");
                         },
                         IDC_CHANGE_FILE),
-                    DialogScript::Name(kChoose, stores.Path(std::string(230, 'n'))),
-                    Allocate([](HWND) { EXPECT_EQ(ShownText(), "The path is too long"); }, IDCANCEL)}));
+                    DialogScript::Press(kChoose, IDCANCEL), DialogScript::Press(kAllocate, IDCANCEL)}));
+}
+
+TEST_F(CaptureFileTest, APathThatIsTooLongIsRefused) {
+  OpenWithFile(MakeFile("tape.avi", 1));
+  const std::size_t room = kLongestCapturePath - stores.Path("").size();
+  const auto refused = [](const std::string& name) {
+    return [name](HWND dialog) {
+      constexpr int kNameField = 0x47C;
+      EXPECT_TRUE(DialogScript::WaitUntil([&] { return ::GetDlgItem(dialog, kNameField) != nullptr; }));
+      ::SetDlgItemTextA(dialog, kNameField, name.c_str());
+      ::SendMessageA(dialog, WM_COMMAND, IDOK, 0);
+      EXPECT_EQ(ShownText(), "The path is too long");
+      EXPECT_TRUE(::IsWindow(dialog));
+      ::PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+    };
+  };
+  for (const std::string& name : {stores.Path(std::string(room + 1, 'n')), std::string(room + 1, 'n')}) {
+    const DialogScript script({{kChoose, refused(name)}});
+    EXPECT_FALSE(Device().SaveCaptureFile(mainWindow));
+  }
+  // With its extension it is.
+  const DialogScript script({DialogScript::Name(kChoose, stores.Path(std::string(room - 2, 'n')))});
+  EXPECT_FALSE(Device().SaveCaptureFile(mainWindow));
+  EXPECT_EQ(ShownText(), "The path is too long");
 }
 
 // A drive that is gone does not tell its space.
@@ -157,7 +180,7 @@ TEST_F(CaptureFileTest, WhereTheSpaceIsUnknownAnySizeIsTaken) {
                        },
                        IDOK),
                    DialogScript::Box("Failed to pre-allocate capture file space")}));
-  EXPECT_EQ(tv.Take(), "AllocCapFile Q:\\tape.avi 68717379584\n");
+  EXPECT_EQ(tv.Take(), "AllocCapFile Q:\\tape.avi 68718428160\n");
   EXPECT_EQ(Device().capture.file, "Q:\\tape.avi") << "it stays the capture file";
 }
 
