@@ -83,9 +83,9 @@ class Sheet:
 
     def type_into(self, number, text):
         click_in(self.place(number), 8)
-        xdotool("key", "ctrl+a")
+        xdotool("key", "End", "shift+Home")
         xdotool("type", text)
-        wait_for(lambda: self.text(number) == text)
+        wait_for(lambda: self.text(number) == text, 20)
 
 
 def stored(section):
