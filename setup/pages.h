@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "setup/setup_page.h"
-#include "setup/setup_sheet.h"
+#include "setup/shell_options.h"
 
 namespace quorvex {
 

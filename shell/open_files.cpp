@@ -53,7 +53,9 @@ void OpenMediaFile() {
 void OnDropFiles(HDROP drop) {
   const std::string path = DroppedPath(drop, 0);
   ::DragFinish(drop);
-  if (!path.empty()) PlayFiles({path});
+  // Under Wine files fall on a disabled window too. While a dialog is open the device stays, which may have
+  // opened it.
+  if (!path.empty() && ::IsWindowEnabled(mainWindow) != FALSE) PlayFiles({path});
 }
 
 void HandOver(std::vector<std::string> paths) {

@@ -1,12 +1,11 @@
 // Uses the Open File dialog with the Media Select panel in it.
 #pragma once
 
-#include <shlobj.h>
-
 #include <vector>
 
 #include "resources/ids.h"
 #include "tests/support/dialog_user.h"
+#include "tests/support/file_drop.h"
 
 namespace quorvex {
 
@@ -40,15 +39,7 @@ class FileDialogUser : public DialogUser {
 
   // Lets files fall on the panel.
   void Drop(const std::vector<std::string>& paths) const {
-    std::string names;
-    for (const std::string& path : paths) names += path + '\0';
-    names += '\0';
-    const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(DROPFILES) + names.size());
-    auto* const drop = static_cast<DROPFILES*>(::GlobalLock(memory));
-    drop->pFiles = sizeof(DROPFILES);
-    std::copy(names.begin(), names.end(), reinterpret_cast<char*>(drop + 1));
-    ::GlobalUnlock(memory);
-    ::PostMessageA(Panel(), WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+    ::PostMessageA(Panel(), WM_DROPFILES, reinterpret_cast<WPARAM>(DropOf(paths)), 0);
   }
 
   // Types names into the dialog's own field and presses its Open key.

@@ -57,7 +57,7 @@ class SetupUser : public DialogUser {
     constexpr int kApplyNow = 0x3021;
     return ::IsWindowEnabled(::GetDlgItem(Dialog(), kApplyNow)) != FALSE;
   }
-  void Apply() const { ::SendMessageA(Dialog(), PSM_APPLY, 0, 0); }
+  void Apply() const { ::SendMessageA(Dialog(), PSM_PRESSBUTTON, PSBTN_APPLYNOW, 0); }
   void Ok() const { Leave(Dialog(), IDOK); }
   void Cancel() const { Leave(Dialog(), IDCANCEL); }
 };

@@ -226,8 +226,7 @@ TEST(IniDocument, TakesOverEveryKeyOfAnotherAsItIsWritten) {
   changes.Set("A", "quoted", "\"x\"");
   IniDocument store("; mine\r\n[a]\r\nList=1\r\nother=5\r\n");
   store.SetAll(changes);
-  EXPECT_EQ(store.Text(),
-            "; mine\r\n[a]\r\nList=2 4 \r\nother=5\r\nquoted=\"\"x\"\"\r\n[B]\r\nnew=\r\n");
+  EXPECT_EQ(store.Text(), "; mine\r\n[a]\r\nList=2 4 \r\nother=5\r\nquoted=\"\"x\"\"\r\n[B]\r\nnew=\r\n");
   EXPECT_EQ(store.Find("A", "quoted"), "\"x\"");
   const std::string text = store.Text();
   store.SetAll(IniDocument(""));

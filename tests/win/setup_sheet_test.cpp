@@ -5,6 +5,7 @@
 #include "devices/config_store.h"
 #include "resources/ids.h"
 #include "tests/support/cd_panel.h"
+#include "tests/support/file_drop.h"
 #include "tests/support/recording_device.h"
 #include "tests/support/setup_user.h"
 
@@ -181,6 +182,16 @@ TEST_F(SetupSheetTest, ADeviceThatIsGoneIsAskedNothing) {
     });
     EXPECT_EQ(log, "deleted\n");
   }
+}
+
+TEST_F(SetupSheetTest, FilesThatFallOnThePanelMeanwhileLeaveTheDevice) {
+  Use(DeviceType::kCd);
+  With([this](SetupUser& user) {
+    ::SendMessageA(mainWindow, WM_DROPFILES, reinterpret_cast<WPARAM>(DropOf({"C:\\a.mp3"})), 0);
+    EXPECT_EQ(log, "");
+    user.Cancel();
+  });
+  EXPECT_EQ(currentDeviceType, DeviceType::kCd);
 }
 
 TEST_F(SetupSheetTest, WhatCannotBeWrittenHoldsUntilItCan) {

@@ -53,13 +53,13 @@ TEST_F(SetupTvTest, ACardWithoutATunerOpensTheCapturePage) {
 }
 
 TEST_F(SetupTvTest, TheTunersInputAndTheBackgroundTakeEffectOnApply) {
-  Open("AntennaChannelList=2 3 \r\nCableChannelList=7 8 \r\nLastChannel=8\r\n");
+  Open("AntennaChannelList=2 3 \r\nCableChannelList=7 8 \r\nLastChannel=3\r\n");
   With([this](SetupUser& user) {
     user.Press(IDC_CABLE);
     user.Press(IDC_TRANSPARENT_CAPTIONS);
     EXPECT_EQ(tv.Take(), "") << "not before Apply";
     user.Apply();
-    EXPECT_EQ(tv.Take(), "put_InputType 0\nput_Channel 8\nSetDrawBackgroundMode 1\n");
+    EXPECT_EQ(tv.Take(), "put_InputType 0\nput_Channel 7\nSetDrawBackgroundMode 1\n");
     EXPECT_EQ(Channels(), (std::vector{7, 8}));
     user.Cancel();
   });
@@ -168,9 +168,12 @@ TEST_F(SetupTvTest, AnInvalidFrameRateIsSaidAndKeepsWhatComesAfterIt) {
       user.Paste(IDC_TIME_LIMIT, "77");
       user.Press(IDC_MASTER_VIDEO);
       ::PostMessageA(user.Dialog(), PSM_PRESSBUTTON, PSBTN_OK, 0);
-      const HWND sheet = user.Dialog();
-      EXPECT_EQ(SetupUser::AnswerBox(sheet, "Error"), "Invalid frame rate.");
-      EXPECT_TRUE(SetupUser::WaitUntil([&] { return !::IsWindow(sheet); })) << "the sheet closes even so";
+      const HWND box = SetupUser::WaitForWindow("Error");
+      EXPECT_EQ(::GetWindow(box, GW_OWNER), user.Dialog());
+      EXPECT_EQ(SetupUser::TextOf(::GetDlgItem(box, 0xFFFF)), "Invalid frame rate.");
+      SetupUser::Leave(box, IDOK);
+      EXPECT_TRUE(SetupUser::WaitUntil([&] { return !::IsWindow(user.Dialog()); }))
+          << "the sheet closes even so";
     });
     EXPECT_TRUE(Device().capture.promptToSave);
     EXPECT_EQ(Device().capture.frameRate, 15.0);
