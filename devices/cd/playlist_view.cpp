@@ -108,7 +108,7 @@ void ShowDisc(HWND dialog) {
   for (int track = 1; track <= editor.TrackCount(); ++track) InsertTrack(dialog, IDC_DISC_CONTENT, -1, track);
   FitList(dialog, IDC_DISC_CONTENT);
   SelectTrackForNaming(dialog, editor.HasTrack(namingTrack) ? namingTrack : 1);
-  ::EnableWindow(::GetDlgItem(dialog, IDOK), !editor.DiscId().empty());
+  ::EnableWindow(::GetDlgItem(dialog, IDOK), editor.DiscId().empty() ? FALSE : TRUE);
 }
 
 void ShowStoredPlaylist(HWND dialog, std::span<const int> tracks) {

@@ -4,7 +4,7 @@ found in cd.abm and on the panel."""
 
 import unittest
 
-from remote import NEXT, WINDOWS, Remote, click_in, control, drive, make_disc, remote_control, wait_for, windows, xdotool
+from remote import NEXT, WINDOWS, Remote, click_in, control, drive, empty_drive, make_disc, remote_control, wait_for, windows, xdotool
 
 CONFIG, STORE = WINDOWS / "quorvex.ini", WINDOWS / "cd.abm"
 SHEET, EDITOR = "Setup Options", "CD Playlist"
@@ -35,10 +35,7 @@ class CdEditor(unittest.TestCase):
     def setUp(self):
         STORE.unlink(missing_ok=True)
         CONFIG.write_bytes(b"[QUORVEX]\r\nLastDevice=3\r\n")
-        drive("eject")
-        drive("eject")
-        drive("close")
-        drive("speed", 100)
+        empty_drive()
         self.remote = Remote()
         self.addCleanup(self.remote.stop)
         drive("insert", make_disc(self.remote.folder, [200, 180, 240]))

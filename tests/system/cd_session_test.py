@@ -4,7 +4,7 @@
 import time
 import unittest
 
-from remote import (EJECT, FAST_FORWARD, MEDIA_SELECT, NEXT, PAUSE, PLAY, POWER, RANDOM, REPEAT, STOP, WINDOWS, Remote, drive, make_disc,
+from remote import (EJECT, FAST_FORWARD, MEDIA_SELECT, NEXT, PAUSE, PLAY, POWER, RANDOM, REPEAT, STOP, WINDOWS, Remote, drive, empty_drive, make_disc,
                     wait_for, xdotool)
 
 CONFIG, STORE = WINDOWS / "quorvex.ini", WINDOWS / "cd.abm"
@@ -14,10 +14,7 @@ class CdSession(unittest.TestCase):
     def setUp(self):
         for store in (CONFIG, STORE):
             store.unlink(missing_ok=True)
-        drive("eject")
-        drive("eject")
-        drive("close")
-        drive("speed", 100)
+        empty_drive()
         self.remote = Remote()
         self.addCleanup(self.remote.stop)
 

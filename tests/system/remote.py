@@ -44,6 +44,13 @@ def drive(*command):
     return dict(line.split("=", 1) for line in done.stdout.splitlines())
 
 
+def empty_drive():
+    """The drive without a disc, its tray closed, at its usual speed."""
+    for command in ("eject", "eject", "close"):
+        drive(command)
+    drive("speed", 100)
+
+
 def xdotool(*words):
     subprocess.run(["xdotool", *map(str, words)], check=True)
 
