@@ -88,7 +88,7 @@ TEST_F(DvdDamageTest, WrongStreamCountsAreNotBelieved) {
     EXPECT_LE(subpictures, 32U) << name;
     for (ULONG stream = 0; stream < 40; ++stream) {
       LCID language = 0;
-      DVD_ATR attributes{};
+      DVD_AudioATR attributes{};
       EXPECT_EQ(SUCCEEDED(dvd.info->GetAudioLanguage(stream, &language)), stream < sounds) << name << stream;
       EXPECT_EQ(SUCCEEDED(dvd.info->GetSubpictureLanguage(stream, &language)), stream < subpictures)
           << name << stream;
