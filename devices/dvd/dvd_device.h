@@ -22,8 +22,8 @@ class CDVDDevice final : public CGraphDevice {
   bool Activate() override;
   bool Close() override;
 
-  // After an Eject, or when the disc was taken out otherwise, the next Play opens the disc anew. When it cannot be opened the answer is false, and this
-  // object is gone with the video window.
+  // After an Eject, or when the disc was taken out otherwise, the next Play opens the disc anew. When it
+  // cannot be opened the answer is false, and this object is gone with the video window.
   bool Play(int item, int reserved) override;
   bool Eject() override;  // opens the tray, or closes it when it is open
   // A scan goes on at twice the normal speed until Play.

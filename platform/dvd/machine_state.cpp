@@ -6,6 +6,7 @@
 #include <mutex>
 #include <optional>
 #include <span>
+#include <utility>
 
 // The library's own headers: under Windows they bring a mutex of their own under the name of the system's.
 #ifdef _WIN32
@@ -74,6 +75,11 @@ bool IsSound(dvdnav_s* machine) {
   const vm_t& vm = *machine->vm;
   const bool inSet = vm.state.domain == DVD_DOMAIN_VTSTitle || vm.state.domain == DVD_DOMAIN_VTSMenu;
   return vm.vmgi != nullptr && vm.vmgi->tt_srpt != nullptr && (!inSet || vm.vtsi != nullptr);
+}
+
+void Abandon(dvdnav_s* machine) {
+  if (machine->file != nullptr) DVDCloseFile(std::exchange(machine->file, nullptr));
+  DVDClose(std::exchange(machine->vm->dvd, nullptr));
 }
 
 bool CanOpenTitle(dvdnav_s* machine, int title) {

@@ -21,6 +21,10 @@ enum class SystemRegister {
 // its functions do not expect.
 bool IsSound(dvdnav_s* machine);
 
+// Closes the disc's files of a machine that an assertion left in the middle of something: nothing else of it
+// can be used any more, nor freed.
+void Abandon(dvdnav_s* machine);
+
 // Whether the tables of a title's set can be read.
 bool CanOpenTitle(dvdnav_s* machine, int title);
 

@@ -52,7 +52,7 @@ bool Navigator::Ask(Call call) {
   });
   if (done && sound) return answer;
   dvdnav_t* const left = std::exchange(machine, nullptr);
-  if (done) Guarded([=] { dvdnav_close(left); });
+  Guarded([=] { done ? static_cast<void>(dvdnav_close(left)) : Abandon(left); });
   return false;
 }
 

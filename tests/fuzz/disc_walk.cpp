@@ -240,11 +240,14 @@ class Walk {
       captions.Feed(data[at] == 0xFF ? 1 : 2, data[at + 1], data[at + 2]);
   }
 
+  // What is laid over the picture, where it looks different from before.
   void Draw() {
+    const Overlay::Look look = overlay.At(units.Start(), {selected, false}, false);
+    if (look == drawn) return;
+    drawn = look;
     constexpr int kPixel = 4;
     picture.resize(std::size_t{720} * 576 * kPixel);
     const PictureView view{picture.data(), std::ptrdiff_t{720} * kPixel, 720, 576};
-    (void)overlay.At(units.Start(), {selected, false}, false);
     overlay.Draw(view, units.Start() + kTicksPerSecond / 2, {selected, true}, subpicture.onlyForced);
   }
 
@@ -287,6 +290,7 @@ class Walk {
   std::shared_ptr<const Place> place;
   Navigator::SubpictureStream subpicture;
   std::vector<std::uint8_t> picture;
+  Overlay::Look drawn;
   int selected = 0;
   int sectors = 0;
   int badSteps = 0;

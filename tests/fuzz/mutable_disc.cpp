@@ -106,7 +106,8 @@ void MutableDisc::Restore() {
 }  // namespace quorvex
 
 // What libdvdread reads files with here.
-extern "C" ssize_t quorvex_disc_read(int file, void* buffer, size_t size) {  // NOLINT(readability-identifier-naming)
+extern "C" ssize_t quorvex_disc_read(int file, void* buffer,
+                                     size_t size) {  // NOLINT(readability-identifier-naming)
   const auto at = static_cast<std::size_t>(::lseek(file, 0, SEEK_CUR));
   const auto& spoilt = quorvex::SpoiltSectors();
   const auto first = spoilt.lower_bound(at / quorvex::MutableDisc::kSector);

@@ -153,7 +153,8 @@ TEST_F(DvdReadingTest, WrongStreamCountsAreNotBelieved) {
   constexpr std::size_t kSubpictureCount = 0x154;
   const std::vector<std::uint8_t> many{0xFF, 0xFF};
   for (const char* file : {"VTS_01_0.IFO", "VTS_01_0.BUP"})
-    for (const std::size_t place : {kAudioCount, kSubpictureCount, kAudioCount + kOfTitles, kSubpictureCount + kOfTitles})
+    for (const std::size_t place :
+         {kAudioCount, kSubpictureCount, kAudioCount + kOfTitles, kSubpictureCount + kOfTitles})
       Disc().Write(Disc().RegionOf(file).first, place, many);
   // What applications are told of the sets lies in the manager's table.
   constexpr std::size_t kAttributeTable = 0xD0;
@@ -185,6 +186,11 @@ TEST_F(DvdReadingTest, NoDamageIsMoreThanAnAnswer) {
     WalkDisc(Disc(), orders);
     EXPECT_LT(Clock::now() - begin, kPatience) << name;
   };
+  const auto openFiles = [] {
+    const std::filesystem::directory_iterator all("/proc/self/fd");
+    return std::distance(begin(all), end(all));
+  };
+  const auto before = openFiles();
   for (const auto& seed : std::filesystem::directory_iterator(QUORVEX_FUZZ_SEEDS))
     walk(ReadSeed(seed.path()), seed.path().filename().string());
   std::mt19937 random(1);
@@ -193,6 +199,7 @@ TEST_F(DvdReadingTest, NoDamageIsMoreThanAnAnswer) {
     std::generate(orders.begin(), orders.end(), [&] { return static_cast<std::uint8_t>(random()); });
     walk(orders, "round " + std::to_string(i));
   }
+  EXPECT_EQ(openFiles(), before) << "what an assertion ends lets go of its files";
 }
 
 }  // namespace

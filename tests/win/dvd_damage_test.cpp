@@ -72,6 +72,34 @@ TEST_F(DvdDamageTest, TheCopiesOfDamagedTablesAreAsGood) {
   }
 }
 
+TEST_F(DvdDamageTest, WrongStreamCountsAreNotBelieved) {
+  for (const char* name : {"too_many_streams", "no_streams"}) {
+    DvdGraph dvd;
+    ASSERT_EQ(dvd.Open("damaged/" + std::string(name)), S_OK) << name;
+    ASSERT_HRESULT_SUCCEEDED(dvd.Run());
+    EXPECT_TRUE(dvd.Shows(4, 1)) << name;
+    ULONG sounds = 99;
+    ULONG subpictures = 99;
+    ULONG current = 0;
+    BOOL disabled = FALSE;
+    EXPECT_EQ(dvd.info->GetCurrentAudio(&sounds, &current), S_OK);
+    EXPECT_LE(sounds, 8U) << name;
+    EXPECT_EQ(dvd.info->GetCurrentSubpicture(&subpictures, &current, &disabled), S_OK);
+    EXPECT_LE(subpictures, 32U) << name;
+    for (ULONG stream = 0; stream < 40; ++stream) {
+      LCID language = 0;
+      DVD_AudioATR attributes{};
+      EXPECT_EQ(SUCCEEDED(dvd.info->GetAudioLanguage(stream, &language)), stream < sounds) << name << stream;
+      EXPECT_EQ(SUCCEEDED(dvd.info->GetSubpictureLanguage(stream, &language)), stream < subpictures)
+          << name << stream;
+      dvd.info->GetCurrentAudioAttributes(&attributes);
+      EXPECT_LE(Milliseconds([&] { dvd.control->AudioStreamChange(stream); }), 200U);
+      EXPECT_LE(Milliseconds([&] { dvd.control->SubpictureStreamChange(stream, TRUE); }), 200U);
+    }
+    EXPECT_TRUE(dvd.Shows(6, 1, 8000)) << name;
+  }
+}
+
 // What was opened gets shorter: as when a disc cannot be read from somewhere on.
 TEST_F(DvdDamageTest, AFilmThatBreaksOffWhileItPlaysEnds) {
   const TempFolder folder;

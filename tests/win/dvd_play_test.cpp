@@ -253,7 +253,7 @@ TEST_F(DvdPlayTest, ScansShowKeyPicturesAtDoubleSpeed) {
   DvdGraph dvd;
   ASSERT_EQ(dvd.Open("chapters.iso"), S_OK);
   ASSERT_HRESULT_SUCCEEDED(dvd.Run());
-  ASSERT_TRUE(dvd.Shows(1, 1));
+  ASSERT_TRUE(dvd.Shows(1, 1)) << "before there is a chapter nothing is searched";
   ASSERT_EQ(dvd.control->ChapterSearch(5), S_OK);
   ASSERT_TRUE(dvd.Shows(1, 5));
   ASSERT_EQ(dvd.control->ForwardScan(2.0), S_OK);

@@ -41,6 +41,22 @@ def remove(pattern):
     return act
 
 
+def count_streams(*counts):
+    """Writes the numbers of sounds and subtitles, of menus and titles, into the table of all sets' streams."""
+    def act(folder):
+        for name in ("VIDEO_TS.IFO", "VIDEO_TS.BUP"):
+            path = folder / name
+            data = bytearray(path.read_bytes())
+            table = int.from_bytes(data[0xD0:0xD4], "big") * 2048
+            for index in range(int.from_bytes(data[table:table + 2], "big")):
+                streams = table + int.from_bytes(data[table + 8 + 4 * index:table + 12 + 4 * index], "big") + 8
+                for place, count in zip((0x02, 0x54, 0x102, 0x154), counts):
+                    data[streams + place:streams + place + 2] = count.to_bytes(2, "big")
+            path.unlink()
+            path.write_bytes(data)
+    return act
+
+
 # A disc whose IFO alone is damaged has its copy (BUP) to be read instead.
 VARIANTS = {
     "ifo_cut": [resize("VTS_01_0.IFO", 0.3)],
@@ -57,6 +73,8 @@ VARIANTS = {
     "vob_empty": [resize("VTS_01_1.VOB", 0)],
     "vob_missing": [remove("VTS_01_1.VOB")],
     "vob_zeroed": [zero("VTS_01_1.VOB", 0.2, 0.4)],
+    "too_many_streams": [count_streams(0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF)],
+    "no_streams": [count_streams(0, 0, 0, 0)],
     "set_missing": [remove("VTS_02*")],
     "empty": [remove("*")],
 }
