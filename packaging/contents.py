@@ -10,6 +10,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[1]
 BIN = ROOT / "build" / "win" / "bin"
 ART = ROOT / "build" / "win" / "art"
+MANUAL = ROOT / "build" / "win" / "manual.html"
 STRIP = "x86_64-w64-mingw32-strip"
 
 PROGRAMS = ("quorvex.exe", "qvremote.exe", "qvdrive.exe", "qvcd.dll", "qvmedia.dll", "qvdvd.dll", "qvsound.dll", "qvtv.dll")

@@ -7,7 +7,7 @@ from datetime import datetime, timezone
 
 from PIL import IcoImagePlugin
 
-from contents import ART, ROOT, fresh, packages, put, put_filled, put_programs, put_zipped, set_times, source_time, version
+from contents import ART, MANUAL, ROOT, fresh, packages, put, put_filled, put_programs, put_zipped, set_times, source_time, version
 from notices import notices
 
 HERE = ROOT / "packaging" / "debian"
@@ -66,6 +66,7 @@ def put_desktop(share):
 
 def put_documents(folder):
     put(folder / "copyright", (HERE / "copyright").read_bytes())
+    put(folder / "manual.html", MANUAL.read_bytes())
     put_zipped(folder / "README.md.gz", (ROOT / "README.md").read_bytes())
     put_zipped(folder / "THIRD-PARTY.txt.gz", notices())
 

@@ -4,7 +4,7 @@ import subprocess
 import zipfile
 from datetime import datetime, timezone
 
-from contents import ART, ROOT, fresh, put, put_filled, put_programs, set_times, source_time, version
+from contents import ART, MANUAL, ROOT, fresh, put, put_filled, put_programs, set_times, source_time, version
 from notices import notices
 
 HERE = ROOT / "packaging" / "windows"
@@ -19,6 +19,7 @@ def stage_windows(folder):
     fresh(folder)
     put_programs(folder)
     put_filled(folder / "README.html", HERE / "readme.html", VERSION=version())
+    put(folder / "manual.html", MANUAL.read_bytes())
     put(folder / "LICENSE.txt", windows_text((ROOT / "LICENSE").read_text()))
     put(folder / "THIRD-PARTY.txt", windows_text(notices()))
     set_times(folder)

@@ -47,6 +47,7 @@
 #define IDC_OPEN_PLAYLIST 1095
 #define IDC_ALBUM_TITLE 1096
 #define IDC_DRAG_HINT 1100
+#define IDC_PANEL_LINE 1101
 #define IDC_CAPTURE_PATH 1420
 
 // The CD play-list editor's; every dialog numbers its controls for itself.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -130,16 +131,25 @@ std::string Line(const char* name, const std::string& value) {
   return std::string(name) + '=' + value + '\n';
 }
 
-// What a card shows; without a tuner it has no channels.
-std::string TelevisionLines(const CTVDevice& tv) {
-  if (!tv.HasTuner()) return "";
+std::string RecordingLines(CTVDevice& tv) {
+  const std::optional<RecordingReport> report = tv.Recorded();
+  if (!report) return "";
+  PackedTime length = 0;
+  PackDisplayTime(report->length, length);
+  return Line("recording", tv.recording ? "on" : "off") + Line("recorded", TimeAsText(length)) +
+         Line("frames", std::to_string(report->frames)) + Line("dropped", std::to_string(report->dropped));
+}
+
+// What a card shows (without a tuner it has no channels), and the recording that runs or the last one.
+std::string TelevisionLines(CTVDevice& tv) {
+  if (!tv.HasTuner()) return RecordingLines(tv);
   return Line("input", tv.InputName()) + Line("channel", std::to_string(std::max(tv.currentNumber, 0))) +
-         Line("channels", std::to_string(tv.orderLength));
+         Line("channels", std::to_string(tv.orderLength)) + RecordingLines(tv);
 }
 
 // What plays and of how many; of a disc with films also which of them, and how long it is.
 std::string ItemLines() {
-  if (const auto* tv = dynamic_cast<const CTVDevice*>(currentDevice.get())) return TelevisionLines(*tv);
+  if (auto* tv = dynamic_cast<CTVDevice*>(currentDevice.get())) return TelevisionLines(*tv);
   const std::string items = Line("items", std::to_string(currentDevice->itemCount));
   const auto* dvd = dynamic_cast<const CDVDDevice*>(currentDevice.get());
   if (dvd == nullptr) return Line("item", std::to_string(currentDevice->CurrentEntry())) + items;

@@ -14,3 +14,5 @@ packages_check=(g++ googletest clang-format clang-tidy xdotool ffmpeg dvdauthor 
 # tools/package, and what its tests (tools/package --test) need beyond those of ./check.
 packages_package=(nsis)
 packages_package_test=(debootstrap xdotool)
+# tools/fuzz.
+packages_fuzz=(clang libclang-rt-dev)

@@ -128,15 +128,23 @@ bool CDVDDevice::Eject() {
     tray.CloseDoor();
     return true;
   }
+  CloseDisc();
+  tray.OpenDoor();
+  ShowNoDisc();
+  return true;
+}
+
+void CDVDDevice::CloseDisc() {
   HideVideo();
   DeleteVideoWindow();
   Close();
-  tray.OpenDoor();
+}
+
+void CDVDDevice::ShowNoDisc() {
   playState = PlayState::kStopped;
   ClearDisplayTime();
   ClearDisplayNumbers();
   UpdateButtonStates();
-  return true;
 }
 
 template <typename Operation>

@@ -22,7 +22,7 @@ class CDVDDevice final : public CGraphDevice {
   bool Activate() override;
   bool Close() override;
 
-  // After an Eject the next Play opens the disc anew. When it cannot be opened the answer is false, and this
+  // After an Eject, or when the disc was taken out otherwise, the next Play opens the disc anew. When it cannot be opened the answer is false, and this
   // object is gone with the video window.
   bool Play(int item, int reserved) override;
   bool Eject() override;  // opens the tray, or closes it when it is open
@@ -69,6 +69,10 @@ class CDVDDevice final : public CGraphDevice {
   bool RunAnd(const Operation& operation);
   bool SelectButton(HRESULT (STDMETHODCALLTYPE IDvdControl::*select)());
   void ApplyCaptions();
+  // Lets go of the disc with its picture.
+  void CloseDisc();
+  void ShowNoDisc();
+  void OnDiscGone();
   // Sets the menu flag by the domain; false for a domain that says nothing about menus.
   bool FollowDomain(DVD_DOMAIN domain);
   void OnTitleChange(std::uint32_t title);

@@ -33,6 +33,7 @@ void CDVDDevice::OnEvent(const GraphEvent& event) {
     case EC_DVD_TITLE_CHANGE: OnTitleChange(value); break;
     case EC_DVD_CHAPTER_START: OnChapterStart(static_cast<int>(value)); break;
     case EC_DVD_CURRENT_TIME: ShowDisplayTime(value); break;
+    case EC_DVD_DISC_EJECTED: OnDiscGone(); break;
     default: break;
   }
 }
@@ -44,6 +45,14 @@ bool CDVDDevice::FollowDomain(DVD_DOMAIN domain) {
     case DVD_DOMAIN_Title: menuShown = false; return true;
     default: return false;
   }
+}
+
+// Somebody else took the disc out: as with Eject, but the tray is left as it is.
+void CDVDDevice::OnDiscGone() {
+  CloseDisc();
+  menuShown = false;
+  ShowNoDisc();
+  UpdateStateLamps();
 }
 
 void CDVDDevice::OnTitleChange(std::uint32_t title) {

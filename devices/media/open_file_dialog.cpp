@@ -34,6 +34,18 @@ constexpr char kFilter[] =
     "Wave files (*.wav)\0*.wav\0"
     "All files (*.*)\0;*.*\0";
 
+RECT Place(HWND window) {
+  RECT place{};
+  ::GetWindowRect(window, &place);
+  return place;
+}
+
+void Widen(HWND window, LONG by) {
+  const RECT place = Place(window);
+  ::SetWindowPos(window, nullptr, 0, 0, place.right - place.left + by, place.bottom - place.top,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 class OpenFileDialog {
  public:
   OpenFileResult Run();
@@ -45,6 +57,7 @@ class OpenFileDialog {
   void OnNotification(const NMHDR& header);
   void OnCommand(int control, int notification);
   void OnLayoutDone();
+  void FillWidth() const;
   void RememberFolder() const;
   void Expand(bool expand);
   void OpenPlaylist();
@@ -126,13 +139,25 @@ void OpenFileDialog::OnCommand(int control, int notification) {
   }
 }
 
+// The platform's dialog is wider than the panel below it: the right-hand list takes what is left, up to a
+// margin as that on the left.
+void OpenFileDialog::FillWidth() const {
+  RECT client{};
+  ::GetClientRect(dialog, &client);
+  ::MapWindowPoints(dialog, nullptr, reinterpret_cast<POINT*>(&client), 2);
+  const LONG margin = Place(::GetDlgItem(panelWindow, IDC_ALBUM_LIST)).left - client.left;
+  const LONG more = client.right - margin - Place(::GetDlgItem(panelWindow, IDC_CONTENT_LIST)).right;
+  if (more <= 0) return;
+  Widen(panelWindow, client.right - Place(panelWindow).right);
+  for (const int control : {IDC_PANEL_LINE, IDC_ALBUM_TITLE, IDC_CONTENT_LIST})
+    Widen(::GetDlgItem(panelWindow, control), more);
+}
+
 void OpenFileDialog::OnLayoutDone() {
-  RECT whole{};
-  RECT edge{};
-  RECT control{};
-  ::GetWindowRect(dialog, &whole);
-  ::GetWindowRect(::GetDlgItem(panelWindow, IDC_COLLAPSED_EDGE), &edge);
-  ::GetWindowRect(mainWindow, &control);
+  FillWidth();
+  const RECT whole = Place(dialog);
+  const RECT edge = Place(::GetDlgItem(panelWindow, IDC_COLLAPSED_EDGE));
+  const RECT control = Place(mainWindow);
   full = {whole.right - whole.left, whole.bottom - whole.top};
   collapsed = {full.width, edge.top - whole.top};
   const int left = control.left + Half((control.right - control.left) - full.width);

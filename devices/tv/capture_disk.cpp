@@ -65,9 +65,10 @@ std::int64_t GetFileSize64(const std::string& path) {
 }
 
 std::optional<std::int64_t> GetFreeDiskSpaceKB(const std::string& path) {
-  const std::string root = RootOf(FullPath(path.empty() ? "C:\\" : path));
+  const std::string full = FullPath(path.empty() ? "C:\\" : path);
   ULARGE_INTEGER free{};
-  if (::GetDiskFreeSpaceExA(root.c_str(), nullptr, nullptr, &free) == FALSE) return std::nullopt;
+  if (full.empty() || ::GetDiskFreeSpaceExA(RootOf(full).c_str(), nullptr, nullptr, &free) == FALSE)
+    return std::nullopt;
   return static_cast<std::int64_t>(free.QuadPart >> 10);
 }
 

@@ -1,10 +1,12 @@
 // The capture file: its room, and the copy that the user keeps.
 #include <windows.h>
 
+#include "base/capture_recovery_interface.h"
 #include "base/text.h"
 #include "base/wide_text.h"
 #include "devices/tv/capture_disk.h"
 #include "devices/tv/tv_device.h"
+#include "panel/accessible_text.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
 
@@ -50,6 +52,19 @@ bool CTVDevice::SaveCaptureFile(HWND owner) {
                              : builder->CopyCaptureFile(from.data(), to.data(), TRUE, nullptr);
   SetDisplayText(SavedText(result));
   return result == S_OK;
+}
+
+// A recording that was cut off (the power, a crash) becomes a whole file; the text line then tells its
+// length.
+void CTVDevice::FinishLastRecording() {
+  const auto recovery = builder.As<ICaptureRecovery>();
+  if (!recovery || capture.file.empty()) return;
+  LONGLONG length = 0;
+  const HRESULT result = recovery->Recover(WideText(capture.file).c_str(), &length);
+  PackedTime time = 0;
+  PackDisplayTime(length, time);
+  if (result == S_OK) notice = "Recovered " + TimeAsText(time);
+  if (FAILED(result)) notice = "Cannot recover the recording";
 }
 
 }  // namespace quorvex

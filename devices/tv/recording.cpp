@@ -78,6 +78,7 @@ bool CTVDevice::BeginRecording() {
   }
   recordStartTime = ::timeGetTime();
   ::SetTimer(mainWindow, kRecordTimer, kRecordPeriodMs, nullptr);
+  capturing = true;
   return true;
 }
 
@@ -111,6 +112,7 @@ void CTVDevice::EndRecording(const std::string& reason) {
   ::KillTimer(mainWindow, kRecordTimer);
   if (mediaControl) {
     if (ReportErrorIf(mediaControl->Stop(), "Stop")) return;
+    if (std::exchange(capturing, false)) lastRecording = CountsNow();
     RemoveRenderedFilters();
   }
   if (ShowPreview()) Play(0, 0);
@@ -118,6 +120,21 @@ void CTVDevice::EndRecording(const std::string& reason) {
   ShowRecording(false);
   SetDisplayText(reason);
   if (capture.promptToSave) SaveCaptureFile(mainWindow);
+}
+
+std::optional<RecordingReport> CTVDevice::Recorded() { return capturing ? CountsNow() : lastRecording; }
+
+// A multiplexer that counts itself knows best what is in the file.
+RecordingReport CTVDevice::CountsNow() {
+  RecordingReport report;
+  auto frames = multiplexer.As<IAMDroppedFrames>();
+  if (!frames) FindInterface(&PIN_CATEGORY_CAPTURE, videoFilter, IID_IAMDroppedFrames, frames.ReceiveVoid());
+  LONG delivered = 0;
+  LONG dropped = 0;
+  if (frames && SUCCEEDED(frames->GetNumNotDropped(&delivered))) report.frames = delivered;
+  if (frames && SUCCEEDED(frames->GetNumDropped(&dropped))) report.dropped = dropped;
+  if (const auto position = multiplexer.As<IMediaSeeking>()) position->GetCurrentPosition(&report.length);
+  return report;
 }
 
 }  // namespace quorvex

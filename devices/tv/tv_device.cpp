@@ -31,7 +31,9 @@ CTVDevice::~CTVDevice() {
 bool CTVDevice::Open() {
   SetDisplayText("Initializing TV/CAP...");
   LoadSettings();
-  const bool open = CreateCaptureFilters() && RenderPreview();
+  bool open = CreateCaptureFilters();
+  if (open) FinishLastRecording();
+  open = open && RenderPreview();
   ClearDisplayText();
   return open;
 }
@@ -97,7 +99,7 @@ void CTVDevice::EndPicture() {
 }
 
 void CTVDevice::OnWritingFailed(HRESULT result) {
-  const bool full = result == HRESULT_FROM_WIN32(ERROR_DISK_FULL);
+  const bool full = result == HRESULT_FROM_WIN32(ERROR_DISK_FULL) || result == STG_E_MEDIUMFULL;
   EndRecording(full ? "Recording stopped: the disk is full" : "Recording stopped: cannot write the file");
 }
 

@@ -2,7 +2,9 @@
 // capture graph; channels, captions and adjustment of the picture.
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,6 +14,13 @@
 #include "devices/tv/tv_settings.h"
 
 namespace quorvex {
+
+// What a recording has come to.
+struct RecordingReport {
+  std::int64_t frames = 0;   // in the file
+  std::int64_t dropped = 0;  // lost
+  std::int64_t length = 0;   // units of 100 ns
+};
 
 class CTVDevice final : public CGraphDevice {
  public:
@@ -41,6 +50,9 @@ class CTVDevice final : public CGraphDevice {
   // Asks for a file and copies the capture file there; the text line tells how that goes, and Esc ends it.
   // False when nothing was saved.
   bool SaveCaptureFile(HWND owner);
+
+  // What the recording that runs has come to, or the last one; none before the first.
+  std::optional<RecordingReport> Recorded();
 
   // Shows the platform's dialog for the format of the recorded sound; nothing without a sound input that has
   // formats.
@@ -132,6 +144,8 @@ class CTVDevice final : public CGraphDevice {
   bool BeginRecording();
   bool GraphFails(HRESULT result, const char* verb);
   void EndRecording(const std::string& reason);
+  RecordingReport CountsNow();
+  void FinishLastRecording();
   void OnWritingFailed(HRESULT result);
   bool ApplyCaptureFile();
   bool AllocateCaptureFile();
@@ -182,6 +196,8 @@ class CTVDevice final : public CGraphDevice {
   VideoInput videoInput = VideoInput::kTuner;
   std::uint16_t captureMegabytes = 0;  // the capture file's size, once it was set
   DWORD recordStartTime = 0;           // ms, of timeGetTime
+  bool capturing = false;              // the user has confirmed the recording
+  std::optional<RecordingReport> lastRecording;
   int lowestNumber = 0;
   int previousIndex = 0;    // the place in the list before the last change
   bool listStands = false;  // the list of channels is that of tunerInput

@@ -76,7 +76,8 @@ std::vector<std::uint8_t> Navigator::ReadManagerTables() {
   std::vector<std::uint8_t> bytes;
   Ask([&](dvdnav_t* opened) {
     dvd_reader_t* reader = ReaderOf(opened);
-    bytes = ReadWhole(reader, ifoReadsBackup(reader, 0) != 0 ? DVD_READ_INFO_BACKUP_FILE : DVD_READ_INFO_FILE);
+    if (ifoReadsBackup(reader, 0) == 0) bytes = ReadWhole(reader, DVD_READ_INFO_FILE);
+    if (bytes.empty()) bytes = ReadWhole(reader, DVD_READ_INFO_BACKUP_FILE);
     return true;
   });
   return bytes;

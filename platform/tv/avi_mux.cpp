@@ -100,7 +100,7 @@ AviMux::AviMux()
       settings(*this),
       interleaving(*this),
       position(*this),
-      counts(*static_cast<IBaseFilter*>(this)),
+      counts(*static_cast<IBaseFilter*>(this), counted),
       output(std::make_unique<Output>(*this)) {
   AddFreeInput();
 }

@@ -51,6 +51,7 @@ class AviMux final : public FilterBase, private RecordingUser {
   MuxSettings settings;
   Interleaving interleaving;
   RecordedPosition position;
+  StreamCounts counted{};
   DroppedFrames counts;
   std::unique_ptr<Output> output;
   std::mutex inputsLock;  // guards what follows

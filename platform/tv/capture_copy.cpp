@@ -11,7 +11,15 @@ namespace {
 // Small enough to stay in the processor's cache between reading and writing.
 constexpr std::size_t kBlock = 1UL << 18;
 
-bool EscapeIsPressed() { return ::GetAsyncKeyState(VK_ESCAPE) != 0; }
+// Held down at present, or pressed meanwhile in a window of this thread, for which the key is then gone. Messages
+// that other programs send are not let in: the caller is in the middle of something.
+bool EscapeIsPressed() {
+  bool pressed = (static_cast<unsigned>(::GetAsyncKeyState(VK_ESCAPE)) & 0x8000U) != 0;
+  MSG message{};
+  while (::PeekMessageW(&message, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_REMOVE | PM_QS_INPUT))
+    pressed = pressed || message.wParam == VK_ESCAPE;
+  return pressed;
+}
 
 class Copying {
  public:

@@ -14,6 +14,12 @@ OVERLAPPED At(std::uint64_t place) {
   return at;
 }
 
+// Asked, for an administrator's files open all the same under Wine.
+bool IsReadOnly(const std::wstring& path) {
+  const DWORD attributes = ::GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
 HANDLE OpenFor(const std::wstring& path, CaptureFile::Mode mode) {
   using enum CaptureFile::Mode;
   const bool reads = mode == kRead;
@@ -28,6 +34,7 @@ HANDLE OpenFor(const std::wstring& path, CaptureFile::Mode mode) {
 HRESULT CaptureFile::Open(const std::wstring& path, Mode mode) {
   Close();
   if (path.empty()) return E_INVALIDARG;
+  if (mode != Mode::kRead && IsReadOnly(path)) return E_ACCESSDENIED;
   file = OwnFile(OpenFor(path, mode));
   return file ? S_OK : HRESULT_FROM_WIN32(::GetLastError());
 }

@@ -8,9 +8,11 @@ PreviewPin::PreviewPin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& 
     : LivePin(owner, itsDevice, L"Preview", PIN_CATEGORY_PREVIEW),
       source(pictures),
       delivery(*this),
+      control(*this, owner),
       counts(*this, state.preview) {}
 
 void* PreviewPin::Find(REFIID iid) {
+  if (iid == __uuidof(IAMStreamControl)) return static_cast<IAMStreamControl*>(&control);
   if (iid == __uuidof(IAMDroppedFrames)) return static_cast<IAMDroppedFrames*>(&counts);
   return LivePin::Find(iid);
 }
@@ -31,6 +33,7 @@ void PreviewPin::OnBegin() {
 }
 
 void PreviewPin::Send(const FramePacer::Frame& frame) {
+  if (!control.Passes(frame.begin)) return;
   if (frame.lost > 0 && !delivery.IsFirst()) counts.CountLost(frame.number - frame.lost, frame.lost);
   std::size_t bytes = 0;
   const Fed fed = delivery.Deliver(frame.begin, frame.end, [&](const PictureView& view) {

@@ -6,6 +6,7 @@
 #include "platform/tv/dropped_frames.h"
 #include "platform/tv/live_pin.h"
 #include "platform/tv/programme_picture.h"
+#include "platform/tv/stream_control.h"
 
 namespace quorvex {
 
@@ -25,6 +26,7 @@ class PreviewPin final : public LivePin {
  private:
   PictureSource& source;
   PictureDelivery delivery;
+  StreamControl control;
   DroppedFrames counts;
   ProgrammePicture picture;
 };

@@ -89,7 +89,7 @@ class Installer(unittest.TestCase):
         with self.subTest("installed"):
             self.install(self.older)
             self.assertEqual(sorted(path.name for path in self.target.iterdir()),
-                             sorted([*PROGRAMS, "README.html", "LICENSE.txt", "THIRD-PARTY.txt", "uninstall.exe"]))
+                             sorted([*PROGRAMS, "README.html", "manual.html", "LICENSE.txt", "THIRD-PARTY.txt", "uninstall.exe"]))
             self.assertEqual(self.registered(UNINSTALL, "DisplayVersion"), "0.9.0")
             self.assertTrue((self.menu / "Quorvex.lnk").exists())
             self.assertTrue(self.registered(DVD_CLASS).endswith(r"Programs\Quorvex\qvdvd.dll"))

@@ -16,6 +16,7 @@
 
 #include "tests/support/com_fake.h"
 #include "tests/support/fake_renderer.h"
+#include "tests/support/queued_events.h"
 
 namespace quorvex {
 
@@ -25,7 +26,7 @@ struct FakeAttribute {
   LONG value = 128;
 };
 
-struct CardScript : ComScript {
+struct CardScript : ComScript, EventQueue {
   FakeRenderer renderer;
   GUID formatType = FORMAT_VideoInfo;
   LONG width = 320;
@@ -35,6 +36,10 @@ struct CardScript : ComScript {
   std::set<LONG> withSignal;
   std::array<FakeAttribute, 4> attributes;
   bool takesAnyValue = true;  // else what lies within an attribute's range only
+  LONG framesCaptured = 0;
+  LONG framesDropped = 0;
+  LONGLONG recorded = 0;   // units of 100 ns
+  LONGLONG recovered = 0;  // the same, of what is found beside the capture file
 };
 
 class FakeTuner final : public ComFake<IAMTVTuner> {
@@ -177,7 +182,7 @@ class FakeDialogs final : public ComFake<IAMVfwCaptureDialogs> {
 
   STDMETHODIMP HasDialog(int dialog) override { return script.Answer("HasDialog " + std::to_string(dialog)); }
   STDMETHODIMP ShowDialog(int dialog, HWND owner) override {
-    EXPECT_EQ(owner, mainWindow);
+    EXPECT_TRUE(::IsWindow(owner));
     return script.Call("ShowDialog", std::to_string(dialog));
   }
   QUORVEX_UNEXPECTED(SendDriverMessage, int, int, LONG, LONG)

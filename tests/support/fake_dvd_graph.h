@@ -7,31 +7,22 @@
 
 #include <control.h>
 
-#include <deque>
-
-#include "panel/main_window.h"
 #include "tests/support/com_fake.h"
 #include "tests/support/fake_renderer.h"
 #include "tests/support/graph_parts.h"
+#include "tests/support/queued_events.h"
 
 namespace quorvex {
 
-struct FakeEvent {
-  long code;
-  LONG_PTR first;
-};
-
 // What the graph has: it outlives the graph.
-struct GraphScript : ComScript {
+struct GraphScript : ComScript, EventQueue {
   FakeRenderer renderer;
   long width = 720;
   long height = 480;
-  std::deque<FakeEvent> events;
-  int unfreedEvents = 0;
 };
 
-class FakeDvdGraph final : public ComFake<NoGraphBuilder, NoMediaControl, NoDispatch<IMediaEventEx>,
-                                          IMediaSeeking, NoBasicAudio, NoDispatch<IBasicVideo>> {
+class FakeDvdGraph final : public ComFake<NoGraphBuilder, NoMediaControl, QueuedEvents, NoMediaSeeking,
+                                          NoBasicAudio, NoDispatch<IBasicVideo>> {
  public:
   explicit FakeDvdGraph(GraphScript& itsScript)
       : ComFake(itsScript, "graph",
@@ -66,48 +57,13 @@ class FakeDvdGraph final : public ComFake<NoGraphBuilder, NoMediaControl, NoDisp
     return graph.Call("SetNotifyWindow",
                       to + (' ' + std::to_string(message)) + ' ' + std::to_string(static_cast<int>(data)));
   }
-  STDMETHODIMP GetEvent(long* code, LONG_PTR* first, LONG_PTR* second, long limit) override {
-    EXPECT_EQ(limit, 0);
-    if (graph.events.empty()) return E_ABORT;
-    *code = graph.events.front().code;
-    *first = graph.events.front().first;
-    *second = 0;
-    graph.events.pop_front();
-    ++graph.unfreedEvents;
-    return S_OK;
-  }
-  STDMETHODIMP FreeEventParams(long, LONG_PTR, LONG_PTR) override {
-    --graph.unfreedEvents;
-    return S_OK;
-  }
-  QUORVEX_UNEXPECTED(GetEventHandle, OAEVENT*)
-  QUORVEX_UNEXPECTED(WaitForCompletion, long, long*)
-  QUORVEX_UNEXPECTED(CancelDefaultHandling, long)
-  QUORVEX_UNEXPECTED(RestoreDefaultHandling, long)
-  QUORVEX_UNEXPECTED(SetNotifyFlags, long)
-  QUORVEX_UNEXPECTED(GetNotifyFlags, long*)
+  EventQueue& Queue() override { return graph; }
 
   // IMediaSeeking
   STDMETHODIMP SetPositions(LONGLONG* start, DWORD startFlags, LONGLONG*, DWORD stopFlags) override {
     return graph.Call("SetPositions", std::to_string(*start) + ' ' + std::to_string(startFlags) + ' ' +
                                           std::to_string(stopFlags));
   }
-  QUORVEX_UNEXPECTED(GetCapabilities, DWORD*)
-  QUORVEX_UNEXPECTED(CheckCapabilities, DWORD*)
-  QUORVEX_UNEXPECTED(IsFormatSupported, const GUID*)
-  QUORVEX_UNEXPECTED(QueryPreferredFormat, GUID*)
-  QUORVEX_UNEXPECTED(GetTimeFormat, GUID*)
-  QUORVEX_UNEXPECTED(IsUsingTimeFormat, const GUID*)
-  QUORVEX_UNEXPECTED(SetTimeFormat, const GUID*)
-  QUORVEX_UNEXPECTED(GetDuration, LONGLONG*)
-  QUORVEX_UNEXPECTED(GetStopPosition, LONGLONG*)
-  QUORVEX_UNEXPECTED(GetCurrentPosition, LONGLONG*)
-  QUORVEX_UNEXPECTED(ConvertTimeFormat, LONGLONG*, const GUID*, LONGLONG, const GUID*)
-  QUORVEX_UNEXPECTED(GetPositions, LONGLONG*, LONGLONG*)
-  QUORVEX_UNEXPECTED(GetAvailable, LONGLONG*, LONGLONG*)
-  QUORVEX_UNEXPECTED(SetRate, double)
-  QUORVEX_UNEXPECTED(GetRate, double*)
-  QUORVEX_UNEXPECTED(GetPreroll, LONGLONG*)
 
   // IBasicVideo
   STDMETHODIMP get_VideoWidth(long* width) override {

@@ -6,6 +6,7 @@
 #include <strmif.h>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <set>
 #include <string>
@@ -13,7 +14,6 @@
 
 #include "base/com_ptr.h"
 #include "tests/support/com_fake.h"
-#include "tests/support/fake_captions.h"
 
 namespace quorvex {
 
@@ -102,7 +102,7 @@ class FakeFilter final : public ComFake<IBaseFilter> {
 
   const char* name;
   std::vector<std::unique_ptr<FakePin>> pins;
-  bool decodesCaptions = false;
+  std::function<ComPtr<IUnknown>(REFIID)> beside;  // makes what it offers beside the filter
 
   FakePin& Pin(const std::string& pinName) {
     return **std::find_if(pins.begin(), pins.end(),
@@ -110,9 +110,8 @@ class FakeFilter final : public ComFake<IBaseFilter> {
   }
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (iid != kIidLine21Decoder || !decodesCaptions) return ComFake::QueryInterface(iid, object);
-    const auto captions = ComPtr<IUnknown>::Attach(new FakeCaptions(script));
-    return captions->QueryInterface(iid, object);
+    const ComPtr<IUnknown> other = beside ? beside(iid) : nullptr;
+    return other ? other->QueryInterface(iid, object) : ComFake::QueryInterface(iid, object);
   }
   STDMETHODIMP EnumPins(IEnumPins** list) override {
     *list = new FakePinList(script, pins);

@@ -12,22 +12,30 @@
 #include <string>
 #include <vector>
 
+#include "base/capture_recovery_interface.h"
+#include "tests/support/fake_captions.h"
 #include "tests/support/fake_card.h"
 #include "tests/support/fake_categories.h"
 #include "tests/support/fake_filters.h"
+#include "tests/support/fake_recorder.h"
 #include "tests/support/graph_parts.h"
 
 namespace quorvex {
 
-class FakeCaptureGraph final : public ComFake<NoGraphBuilder, NoMediaControl, NoBasicAudio> {
+class FakeCaptureGraph final : public ComFake<NoGraphBuilder, NoMediaControl, NoBasicAudio, QueuedEvents> {
  public:
   explicit FakeCaptureGraph(CardScript& itsCard)
       : ComFake(itsCard, "graph",
                 {{{IID_IGraphBuilder, "IID_IGraphBuilder"},
                   {IID_IMediaControl, "IID_IMediaControl"},
-                  {IID_IBasicAudio, "IID_IBasicAudio"}}}) {}
+                  {IID_IBasicAudio, "IID_IBasicAudio"},
+                  {IID_IMediaEventEx, "IID_IMediaEventEx"}}}),
+        card(itsCard) {}
+
+  EventQueue& Queue() override { return card; }
 
   STDMETHODIMP Run() override { return script.Call("Run"); }
+  STDMETHODIMP Pause() override { return script.Call("Pause"); }
   STDMETHODIMP Stop() override { return script.Call("Stop"); }
 
   STDMETHODIMP AddFilter(IBaseFilter* filter, LPCWSTR name) override {
@@ -36,10 +44,10 @@ class FakeCaptureGraph final : public ComFake<NoGraphBuilder, NoMediaControl, No
     if (SUCCEEDED(result)) Hold(filter);
     return result;
   }
+  // What is still connected to it, as other inputs of a multiplexer, is disconnected by the platform.
   STDMETHODIMP RemoveFilter(IBaseFilter* filter) override {
     script.Call("Remove " + NameOf(filter));
-    for (const auto& pin : static_cast<FakeFilter*>(filter)->pins)
-      EXPECT_EQ(pin->peer, nullptr) << pin->Name() << " is still connected";
+    for (const auto& pin : static_cast<FakeFilter*>(filter)->pins) pin->Part();
     std::erase_if(filters, [filter](const auto& held) { return held.Get() == filter; });
     return S_OK;
   }
@@ -67,18 +75,29 @@ class FakeCaptureGraph final : public ComFake<NoGraphBuilder, NoMediaControl, No
     Hold(shown.Get());
   }
 
+  void Hold(IBaseFilter* filter) { filters.push_back(ComPtr<IBaseFilter>::Share(filter)); }
+
  private:
   static std::string NameOf(IBaseFilter* filter) { return static_cast<FakeFilter*>(filter)->name; }
   static FakePin& AsPin(IPin* pin) { return *static_cast<FakePin*>(pin); }
-  void Hold(IBaseFilter* filter) { filters.push_back(ComPtr<IBaseFilter>::Share(filter)); }
 
+  CardScript& card;
   std::vector<ComPtr<IBaseFilter>> filters;
 };
 
-class FakeCaptureBuilder final : public ComFake<ICaptureGraphBuilder> {
+class FakeCaptureBuilder final : public ComFake<ICaptureGraphBuilder, ICaptureRecovery> {
  public:
   explicit FakeCaptureBuilder(CardScript& itsCard)
-      : ComFake(itsCard, "builder", {{{IID_ICaptureGraphBuilder, "ICaptureGraphBuilder"}}}), card(itsCard) {}
+      : ComFake(itsCard, "builder",
+                {{{IID_ICaptureGraphBuilder, "ICaptureGraphBuilder"},
+                  {__uuidof(ICaptureRecovery), "ICaptureRecovery"}}}),
+        card(itsCard) {}
+
+  STDMETHODIMP Recover(LPCOLESTR path, LONGLONG* length) override {
+    *length = card.recovered;
+    const HRESULT result = card.Call("Recover", Narrow(path));
+    return result == S_OK && card.recovered == 0 ? S_FALSE : result;
+  }
 
   STDMETHODIMP SetFiltergraph(IGraphBuilder* itsGraph) override {
     graph = ComPtr<FakeCaptureGraph>::Share(static_cast<FakeCaptureGraph*>(itsGraph));
@@ -98,18 +117,41 @@ class FakeCaptureBuilder final : public ComFake<ICaptureGraphBuilder> {
   STDMETHODIMP RenderStream(const GUID* category, IUnknown* source, IBaseFilter* between,
                             IBaseFilter* sink) override {
     EXPECT_EQ(between, nullptr);
-    EXPECT_EQ(sink, nullptr);
-    const HRESULT result = card.Call("RenderStream", CategoryName(category));
     auto& filter = static_cast<FakeFilter&>(*static_cast<IBaseFilter*>(source));
+    if (sink != nullptr) return RenderInto(filter, static_cast<FakeFilter&>(*sink), category);
+    const HRESULT result = card.Call("RenderStream", CategoryName(category));
     if (SUCCEEDED(result))
       graph->ShowBehind(filter.Pin(result == VFW_S_NOPREVIEWPIN ? "Capture" : "Preview"), "renderer");
     return result;
   }
+  STDMETHODIMP SetOutputFileName(const GUID* type, LPCOLESTR path, IBaseFilter** mux,
+                                 IFileSinkFilter** writer) override {
+    EXPECT_EQ(*type, MEDIASUBTYPE_Avi);
+    *mux = nullptr;
+    *writer = nullptr;
+    const HRESULT result = card.Call("SetOutputFileName", Narrow(path));
+    if (FAILED(result)) return result;
+    ComPtr<FakeFilter> made = MakeMultiplexer(card);
+    graph->Hold(made.Get());
+    *mux = made.Detach();
+    *writer = new FakeFileWriter(card);
+    return result;
+  }
+  STDMETHODIMP ControlStream(const GUID* category, IBaseFilter* filter, REFERENCE_TIME* start,
+                             REFERENCE_TIME* stop, WORD, WORD) override {
+    EXPECT_EQ(filter, nullptr);
+    return card.Call("Control " + CategoryName(category), TimeName(start) + " to " + TimeName(stop));
+  }
+  STDMETHODIMP AllocCapFile(LPCOLESTR path, DWORDLONG bytes) override {
+    return card.Call("AllocCapFile", Narrow(path) + ' ' + std::to_string(bytes));
+  }
+  STDMETHODIMP CopyCaptureFile(LPOLESTR from, LPOLESTR to, int escape,
+                               IAMCopyCaptureFileProgress* progress) override {
+    EXPECT_EQ(progress, nullptr);
+    EXPECT_EQ(escape, TRUE);
+    return card.Call("CopyCaptureFile", Narrow(from) + " to " + Narrow(to));
+  }
   QUORVEX_UNEXPECTED(GetFiltergraph, IGraphBuilder**)
-  QUORVEX_UNEXPECTED(SetOutputFileName, const GUID*, LPCOLESTR, IBaseFilter**, IFileSinkFilter**)
-  QUORVEX_UNEXPECTED(ControlStream, const GUID*, IBaseFilter*, REFERENCE_TIME*, REFERENCE_TIME*, WORD, WORD)
-  QUORVEX_UNEXPECTED(AllocCapFile, LPCOLESTR, DWORDLONG)
-  QUORVEX_UNEXPECTED(CopyCaptureFile, LPOLESTR, LPOLESTR, int, IAMCopyCaptureFileProgress*)
 
  private:
   static std::string CategoryName(const GUID* category) {
@@ -118,12 +160,25 @@ class FakeCaptureBuilder final : public ComFake<ICaptureGraphBuilder> {
            : *category == PIN_CATEGORY_PREVIEW ? "preview"
                                                : "?";
   }
+  HRESULT RenderInto(FakeFilter& filter, FakeFilter& mux, const GUID* category) {
+    const HRESULT result =
+        card.Call("Render " + std::string(filter.name), CategoryName(category) + " into " + mux.name);
+    const auto input =
+        std::find_if(mux.pins.begin(), mux.pins.end(), [](const auto& pin) { return pin->peer == nullptr; });
+    if (SUCCEEDED(result)) filter.Pin("Capture").Join(**input);
+    return result;
+  }
+  static std::string TimeName(const REFERENCE_TIME* time) {
+    if (time == nullptr) return "now";
+    return *time == 0x7FFFFFFFFFFFFFFF ? "never" : "?";
+  }
   static std::string NameOf(REFIID iid) {
     if (iid == IID_IAMStreamConfig) return "IAMStreamConfig";
     if (iid == IID_IAMVfwCaptureDialogs) return "IAMVfwCaptureDialogs";
     if (iid == IID_IAMTVTuner) return "IAMTVTuner";
     if (iid == IID_IAMCrossbar) return "IAMCrossbar";
     if (iid == IID_IAMVideoProcAmp) return "IAMVideoProcAmp";
+    if (iid == IID_IAMDroppedFrames) return "IAMDroppedFrames";
     return iid == IID_IVideoWindow ? "IVideoWindow" : "?";
   }
   void* Make(REFIID iid, const std::string& owner) {
@@ -133,6 +188,7 @@ class FakeCaptureBuilder final : public ComFake<ICaptureGraphBuilder> {
     if (iid == IID_IAMTVTuner) return new FakeTuner(card);
     if (iid == IID_IAMCrossbar) return new FakeCrossbar(card);
     if (iid == IID_IAMVideoProcAmp) return new FakePictureControls(card);
+    if (iid == IID_IAMDroppedFrames) return new FakeFrameCounts(card);
     EXPECT_EQ(iid, IID_IVideoWindow);
     card.renderer.AddRef();
     return static_cast<IVideoWindow*>(&card.renderer);
@@ -149,7 +205,9 @@ class FakeTv final : public CardScript {
     const auto codecs = L"{07DAD660-22F1-11D1-A9F4-00C04FBBDE8F}";
     categories = {
         {CLSID_VideoInputDeviceCategory, "video", {{L"A card", nullptr, [this] { return MakeCard(); }}}},
-        {CLSID_AudioInputDeviceCategory, "audio", {{L"A line", nullptr, Filter("line", {})}}},
+        {CLSID_AudioInputDeviceCategory,
+         "audio",
+         {{L"A line", nullptr, Filter("line", {{"Capture", PINDIR_OUTPUT}})}}},
         {CLSID_ActiveMovieCategories,
          "categories",
          {{L"WDM Streaming Tee/Splitter Devices", teeFilters, nullptr},
@@ -203,14 +261,18 @@ class FakeTv final : public CardScript {
   }
   IUnknown* MakeLineDecoder() {
     auto* const decoder = new FakeFilter(*this, "line21", {{"In", PINDIR_INPUT}, {"Out", PINDIR_OUTPUT}});
-    decoder->decodesCaptions = Answer("IID_IAMLine21Decoder") == S_OK;
+    if (Answer("IID_IAMLine21Decoder") == S_OK)
+      decoder->beside = [this](REFIID iid) {
+        return iid == kIidLine21Decoder ? ComPtr<IUnknown>::Attach(new FakeCaptions(*this)) : nullptr;
+      };
     return decoder;
   }
 
   FakeClass lists{CLSID_SystemDeviceEnum,
                   Creates("list", [this] { return new FakeDeviceList(*this, categories); })};
-  FakeClass builders{CLSID_CaptureGraphBuilder,
-                     Creates("builder", [this] { return new FakeCaptureBuilder(*this); })};
+  FakeClass builders{CLSID_CaptureGraphBuilder, Creates("builder", [this] {
+                       return static_cast<ICaptureGraphBuilder*>(new FakeCaptureBuilder(*this));
+                     })};
   FakeClass graphs{CLSID_FilterGraph, Creates("graph", [this] {
                      return static_cast<IGraphBuilder*>(new FakeCaptureGraph(*this));
                    })};

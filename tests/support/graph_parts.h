@@ -51,4 +51,25 @@ class NoBasicAudio : public NoDispatch<IBasicAudio> {
   QUORVEX_UNEXPECTED(get_Balance, long*)
 };
 
+class NoMediaSeeking : public IMediaSeeking {
+ public:
+  QUORVEX_UNEXPECTED(GetCapabilities, DWORD*)
+  QUORVEX_UNEXPECTED(CheckCapabilities, DWORD*)
+  QUORVEX_UNEXPECTED(IsFormatSupported, const GUID*)
+  QUORVEX_UNEXPECTED(QueryPreferredFormat, GUID*)
+  QUORVEX_UNEXPECTED(GetTimeFormat, GUID*)
+  QUORVEX_UNEXPECTED(IsUsingTimeFormat, const GUID*)
+  QUORVEX_UNEXPECTED(SetTimeFormat, const GUID*)
+  QUORVEX_UNEXPECTED(GetDuration, LONGLONG*)
+  QUORVEX_UNEXPECTED(GetStopPosition, LONGLONG*)
+  QUORVEX_UNEXPECTED(GetCurrentPosition, LONGLONG*)
+  QUORVEX_UNEXPECTED(ConvertTimeFormat, LONGLONG*, const GUID*, LONGLONG, const GUID*)
+  QUORVEX_UNEXPECTED(SetPositions, LONGLONG*, DWORD, LONGLONG*, DWORD)
+  QUORVEX_UNEXPECTED(GetPositions, LONGLONG*, LONGLONG*)
+  QUORVEX_UNEXPECTED(GetAvailable, LONGLONG*, LONGLONG*)
+  QUORVEX_UNEXPECTED(SetRate, double)
+  QUORVEX_UNEXPECTED(GetRate, double*)
+  QUORVEX_UNEXPECTED(GetPreroll, LONGLONG*)
+};
+
 }  // namespace quorvex

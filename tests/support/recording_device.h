@@ -50,6 +50,9 @@ class RecordingDevice : public CDevice {
   bool Increase() override { return Note("Increase"); }
   bool Decrease() override { return Note("Decrease"); }
   bool OnRandomChanged() override { return Note("OnRandomChanged"); }
+  bool LoadSettings() override { return Note("LoadSettings"); }
+  bool BuildPlayOrder() override { return Note("BuildPlayOrder"); }
+  bool ApplyPlayOrder() override { return Note("ApplyPlayOrder"); }
 
  private:
   bool Note(const std::string& what) {

@@ -232,13 +232,23 @@ class DvdSession(unittest.TestCase):
         self.remote.start()
         time.sleep(1.5)
         self.assert_told()
+        drive("insert", DISCS / "endless")
+        self.assert_told()
         drive("insert", DISCS / "chapters.iso")
         remote_control("key", "dvd")
         film_is(1, 2)
         drive("eject")
-        wait_for(lambda: remote_control("state")["state"] == "stopped")
-        # Eject takes the player off the old disc and opens the tray, and closes it again.
+        wait_for(lambda: remote_control("state")["state"] == "stopped" and video_frame() is None)
+        self.remote.sees(lambda picture: "DVD" in picture.lamps() and "CHAPTER" not in picture.lamps() and not picture.number(6).strip())
+        # Play opens what lies in the drive then; a disc may also be changed for another one.
+        for disc, film in (("menus.iso", TITLE_MENU), ("streams", 1)):
+            drive("insert", DISCS / disc)
+            wait_for(lambda: video_frame() is None)
+            self.remote.click(PLAY)
+            film_is(film)
+        # Eject takes the player off the disc and opens the tray, and closes it again.
         drive("insert", DISCS / "menus.iso")
+        wait_for(lambda: video_frame() is None)
         self.remote.click(EJECT)
         wait_for(lambda: drive("status")["tray"] == "open")
         self.remote.click(EJECT)

@@ -6,7 +6,7 @@ import unittest
 
 from PIL import ImageGrab, ImageStat
 
-from remote import MEDIA_SELECT, WINDOWS, Remote, drive, in_wine, video_frame, wait_for, windows, xdotool
+from remote import MEDIA_SELECT, WINDOWS, Remote, drive, video_frame, wait_for, windows, xdotool
 
 CONFIG = WINDOWS / "quorvex.ini"
 MARGIN = (15, 12)
@@ -45,9 +45,11 @@ def osd():
 
 
 def caption_row():
-    """Of the first eight places of the captions' bottom row: how much is black, how much is bright."""
+    """Of the first five places of the captions' bottom row: how much is black, how much is bright."""
     image = picture()
-    box = (image.width // 34, image.height * 14 // 15, image.width * 9 // 34, image.height - 1)
+    across, down = image.width * 0.8 / 34, image.height * 0.8 / 15  # captions stay off the picture's edges, a tenth of it
+    left, top = image.width // 10, image.height // 10
+    box = (int(left + across), int(top + 14 * down), int(left + 6 * across), int(top + 15 * down))
     pixels = [sum(pixel) for pixel in image.crop(box).getdata()]
     return sum(pixel < BLACK for pixel in pixels) / len(pixels), sum(pixel > BRIGHT for pixel in pixels) / len(pixels)
 
@@ -59,8 +61,9 @@ def stored(key):
 
 
 def write_stations(text):
-    """The list of what is on the air, by name; none of it is the list that is made anew."""
-    in_wine("cmd", "/c", f'cd /d "%LOCALAPPDATA%\\Quorvex" && del channels.txt{"".join(f" && echo {line}>>channels.txt" for line in text.splitlines())}')
+    """The list of what is on the air; where it is empty, the card makes it anew."""
+    stations = next((WINDOWS.parent / "users").glob("*/AppData/Local/Quorvex")) / "channels.txt"
+    stations.write_text(text) if text else stations.unlink()
 
 
 class Television(unittest.TestCase):

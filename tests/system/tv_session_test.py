@@ -86,10 +86,10 @@ class TvSession(Television):
         self.addCleanup(write_stations, "")
         CONFIG.write_bytes(b"[TV]\r\nAntennaChannelList=2 4 5 \r\n")
         before = CONFIG.read_bytes()
-        run = subprocess.Popen([ROOT / "tools" / "in-wine", TESTS / "tuner_run.exe"], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+        run = subprocess.Popen([ROOT / "tools" / "in-wine", TESTS / "tuner_run.exe", "60"], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                                stderr=subprocess.DEVNULL)
         self.addCleanup(run.kill)
-        wait_for(lambda: int(drive("card", "status")["channel"]) > 11, 20, 0.01)
+        wait_for(lambda: drive("card", "status")["channel"] == "60", 30)
         run.kill()
         run.wait()
         self.assertIn(b"AntennaChannelList=2 4 5 \r\n", CONFIG.read_bytes())

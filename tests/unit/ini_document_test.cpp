@@ -219,5 +219,20 @@ TEST(IniDocument, AnyBytesSurviveAndAnyChangeCanBeReadBack) {
   }
 }
 
+TEST(IniDocument, TakesOverEveryKeyOfAnotherAsItIsWritten) {
+  IniDocument changes("");
+  changes.Set("A", "list", "2 4 ");
+  changes.Set("B", "new", "");
+  changes.Set("A", "quoted", "\"x\"");
+  IniDocument store("; mine\r\n[a]\r\nList=1\r\nother=5\r\n");
+  store.SetAll(changes);
+  EXPECT_EQ(store.Text(),
+            "; mine\r\n[a]\r\nList=2 4 \r\nother=5\r\nquoted=\"\"x\"\"\r\n[B]\r\nnew=\r\n");
+  EXPECT_EQ(store.Find("A", "quoted"), "\"x\"");
+  const std::string text = store.Text();
+  store.SetAll(IniDocument(""));
+  EXPECT_EQ(store.Text(), text);
+}
+
 }  // namespace
 }  // namespace quorvex

@@ -96,8 +96,9 @@ TEST_F(CommandsTest, CommandsWithoutAnActionAndUnknownOnesChangeNothing) {
 
 TEST_F(CommandsTest, WithoutADeviceNoCommandDoesHarm) {
   // But these end the panel, ask the user, or bring a device.
-  const std::set<int> others{
-      kCommandMediaSelect, kCommandOpenMediaFile, kCommandPower, kCommandHidePlayer, kCommandCd, kCommandDvd};
+  const std::set<int> others{kCommandMediaSelect, kCommandOpenMediaFile, kCommandSetup,
+                             kCommandPower,       kCommandHidePlayer,    kCommandCd,
+                             kCommandDvd};
   for (int command = 0; command < 1500; ++command) {
     if (!others.contains(command)) Press(command);
   }

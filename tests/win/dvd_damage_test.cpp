@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <dvdevcod.h>
+#include <evcode.h>
 #include <vfwmsgs.h>
 
 #include "tests/support/dvd_graph.h"
@@ -54,6 +55,47 @@ TEST_P(DvdDamageTest, EndsWell) {
     EXPECT_LE(Milliseconds([&] { dvd.mediaControl->Stop(); }), kPatienceMs);
   }
   EXPECT_EQ(dvd.Release(), 0U);
+}
+
+TEST_F(DvdDamageTest, TheCopiesOfDamagedTablesAreAsGood) {
+  for (const char* name : {"copies_only", "ifo_cut"}) {
+    DvdGraph dvd;
+    ASSERT_EQ(dvd.Open("damaged/" + std::string(name)), S_OK) << name;
+    ULONG volumes = 0;
+    ULONG volume = 0;
+    DVD_DISC_SIDE side{};
+    ULONG titles = 0;
+    EXPECT_EQ(dvd.info->GetCurrentVolumeInfo(&volumes, &volume, &side, &titles), S_OK);
+    EXPECT_EQ(titles, 3U) << name;
+    ASSERT_HRESULT_SUCCEEDED(dvd.Run());
+    for (const int film : {4, 6}) EXPECT_TRUE(dvd.Shows(film, 1, 8000)) << name;
+  }
+}
+
+// What was opened gets shorter: as when a disc cannot be read from somewhere on.
+TEST_F(DvdDamageTest, AFilmThatBreaksOffWhileItPlaysEnds) {
+  const TempFolder folder;
+  const std::filesystem::path copy = folder.Path("disc");
+  std::filesystem::copy(DiscPath("chapters"), copy, std::filesystem::copy_options::recursive);
+  const std::filesystem::path film = copy / "VIDEO_TS" / "VTS_01_1.VOB";
+  DvdGraph dvd;
+  ASSERT_EQ(dvd.builder->RenderDvdVideoVolume(copy.wstring().c_str(), 1, &dvd.status), S_OK);
+  dvd.builder->GetDvdInterface(__uuidof(IDvdControl), dvd.control.ReceiveVoid());
+  ASSERT_HRESULT_SUCCEEDED(dvd.Run());
+  ASSERT_TRUE(dvd.Shows(1, 1));
+  std::filesystem::resize_file(film, std::filesystem::file_size(film) / 5);
+  EXPECT_LE(Milliseconds([&] { dvd.control->ChapterSearch(20); }), 200U);
+  EXPECT_TRUE(dvd.Tells(EC_DVD_PLAYBACK_STOPPED, std::nullopt, 10000));
+  EXPECT_TRUE(dvd.Tells(EC_COMPLETE, std::nullopt, 10000));
+  EXPECT_LE(Milliseconds([&] { dvd.mediaControl->Stop(); }), kPatienceMs);
+}
+
+TEST_F(DvdDamageTest, ADiscThatGoesInACircleIsTold) {
+  DvdGraph dvd;
+  HRESULT opened = S_OK;
+  EXPECT_LE(Milliseconds([&] { opened = dvd.Open("endless"); }), kPatienceMs);
+  EXPECT_EQ(opened, VFW_E_DVD_INVALID_DISC);
+  EXPECT_TRUE(dvd.status.bDvdVolInvalid);
 }
 
 TEST_F(DvdDamageTest, WhatIsNoDvdIsToldApart) {

@@ -1,4 +1,6 @@
 // The DVD device and the drive's tray, over the real MCI and the virtual drive.
+#include <evcode.h>
+
 #include "tests/support/dvd_panel.h"
 #include "tests/support/message_box.h"
 #include "tests/support/virtual_drive.h"
@@ -38,6 +40,37 @@ TEST_F(DvdTrayTest, EjectOpensTheTrayAndOnceMoreClosesIt) {
   EXPECT_EQ(dvd.Take().substr(0, 16), "Create\nRender 1\n");
   EXPECT_EQ(currentDevice->playState, PlayState::kPlaying);
   EXPECT_NE(theVideoWindow, nullptr);
+}
+
+TEST_F(DvdTrayTest, ADiscThatIsTakenOutFromOutsideIsLetGoAndTheTrayIsLeftAlone) {
+  drive.Insert({60});
+  for (const bool paused : {false, true}) {
+    Press(kCommandDvd);
+    Happens(EC_DVD_TITLE_CHANGE, 1);
+    Happens(EC_DVD_CHAPTER_START, 2);
+    EnterMenu();
+    if (paused) Press(kCommandPause);
+    dvd.Take();
+    // What else the navigator tells then finds no graph any more.
+    dvd.events = {{EC_DVD_DISC_EJECTED, 0}, {EC_DVD_CHAPTER_START, 7}};
+    Happens(EC_COMPLETE);
+    EXPECT_EQ(
+        dvd.Take(),
+        "SetNotifyWindow none 1037 0\ngone graph\ngone info\ngone control\ngone captions\ngone builder\n");
+    EXPECT_FALSE(TrayOpen());
+    ASSERT_NE(currentDevice, nullptr);
+    EXPECT_EQ(theVideoWindow, nullptr);
+    EXPECT_EQ(currentDevice->playState, PlayState::kStopped);
+    EXPECT_FALSE(IsLit(kCommandPlay));
+    EXPECT_EQ(Shown(kPauseLamp) + Shown(kMenuLamp) + Shown(kChapterLabel) + Shown(kOfLabel), 0);
+    dvd.events.clear();
+    for (const int command : {kCommandNext, kCommandFastForward, kCommandUp, kCommandStop, kCommandPause})
+      Press(command);
+    EXPECT_EQ(dvd.Take(), "");
+    Press(kCommandPlay);
+    EXPECT_EQ(dvd.Take().substr(0, 16), "Create\nRender 1\n");
+    EXPECT_EQ(currentDevice->playState, PlayState::kPlaying);
+  }
 }
 
 TEST_F(DvdTrayTest, APlayThatCannotOpenTheDiscLeavesNoDevice) {

@@ -86,7 +86,10 @@ TEST_F(OpenFileDialogTest, StartsCollapsedAndExpands) {
     for (const int id : {IDC_EXPAND, IDC_OPEN_PLAYLIST, IDC_DRAG_HINT, IDC_EDIT_ALBUM})
       EXPECT_TRUE(ShowsWholeText(user.Control(id))) << user.Text(id);
     EXPECT_GT(full.bottom, Place(user.Control(IDC_DELETE_ENTRY)).bottom);
-    EXPECT_GT(full.right, Place(user.Control(IDC_CONTENT_LIST)).right);
+    const RECT list = Place(user.Control(IDC_CONTENT_LIST));
+    EXPECT_NEAR(list.right, Place(::GetDlgItem(user.Dialog(), IDOK)).right, 8)
+        << "the panel fills the dialog";
+    EXPECT_NEAR(Place(user.Control(IDC_PANEL_LINE)).right, list.right, 3);
     EXPECT_EQ(user.List(IDC_ALBUM_LIST), "Evening|[Party]");
     EXPECT_EQ(user.List(IDC_CONTENT_LIST), "C:\\loud.mp3");
     EXPECT_EQ(user.Text(IDC_ALBUM_TITLE), "Party");

@@ -5,6 +5,7 @@
 #include "remote/key_names.h"
 #include "remote/remote_protocol.h"
 #include "shell/command_table.h"
+#include "tests/support/dialog_script.h"
 #include "tests/support/fake_dvd.h"
 #include "tests/support/fake_tv.h"
 #include "tests/support/panel.h"
@@ -103,6 +104,30 @@ TEST_F(RemoteControlTest, OfADvdFilmChapterAndLengthAreTold) {
       untilLength(),
       "device=dvd\nstate=playing\nitem=12\nitems=25\nfilm=3\nlength=01:31:00\nrepeat=off\nrandom=off\n");
   EXPECT_NE(answer.find("time=01:23:59\n"), std::string::npos) << answer;
+  Press(kCommandCloseDevice);
+}
+
+TEST_F(RemoteControlTest, OfARecordingLengthAndFramesAreTold) {
+  FakeTv tv;
+  tv.answers = {{"Find card IAMTVTuner", E_NOINTERFACE}};
+  tv.framesCaptured = 1798;
+  tv.framesDropped = 2;
+  tv.recorded = 600'000'000;
+  stores.Write("quorvex.ini", "[CAPTURE]\r\nCaptureFile=C:\\tape.avi\r\n");
+  Press(kFirstCaptureDeviceCommand);
+  const auto lines = [&] {
+    Send(kRemoteAskState, "");
+    return answer.substr(0, answer.find("repeat="));
+  };
+  EXPECT_EQ(lines(), "device=tv\nstate=playing\n");
+  {
+    const DialogScript script({DialogScript::Press("Ready to Record", IDOK)});
+    Press(kCommandRecord);
+  }
+  const std::string counts = "recorded=00:01:00\nframes=1798\ndropped=2\n";
+  EXPECT_EQ(lines(), "device=tv\nstate=playing\nrecording=on\n" + counts);
+  Press(kCommandStop);
+  EXPECT_EQ(lines(), "device=tv\nstate=playing\nrecording=off\n" + counts);
   Press(kCommandCloseDevice);
 }
 

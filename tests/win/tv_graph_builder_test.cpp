@@ -198,9 +198,8 @@ TEST_F(TvGraphBuilderTest, StreamsAreHeldBackAndLetGo) {
   ASSERT_EQ(built.Preview(), S_OK);
   ASSERT_EQ(built.Watch(PIN_CATEGORY_CAPTURE), S_OK);
   REFERENCE_TIME never = MAXLONGLONG;
-  const ICaptureGraphBuilder* const builder = built.builder.Get();
-  ASSERT_NE(builder, nullptr);
-  EXPECT_EQ(built.builder->ControlStream(&PIN_CATEGORY_PREVIEW, nullptr, nullptr, &never, 0, 0), E_FAIL);
+  EXPECT_EQ(built.builder->ControlStream(&PIN_CATEGORY_VBI, nullptr, nullptr, &never, 0, 0), E_FAIL);
+  EXPECT_EQ(built.builder->ControlStream(&PIN_CATEGORY_PREVIEW, nullptr, nullptr, &never, 0, 0), S_OK);
   EXPECT_EQ(built.builder->ControlStream(&PIN_CATEGORY_CAPTURE, nullptr, &never, nullptr, 0, 0), S_OK);
   built.Run();
   PumpFor(500);

@@ -14,6 +14,7 @@
 #include "platform/tv/capture_type.h"
 #include "tests/support/card_graph.h"
 #include "tests/support/pump.h"
+#include "tests/support/small_disk.h"
 #include "tests/support/temp_folder.h"
 
 namespace quorvex {
@@ -320,20 +321,18 @@ TEST_F(TvRecordingTest, SpaceIsReallyTaken) {
   EXPECT_FALSE(Exists(folder.Path("b.avi")));
 }
 
-// Told the progress of a copy; presses Esc at a percentage.
+// Told the progress of a copy; presses Esc from a percentage on, and lets it go at last.
 class Told final : public IAMCopyCaptureFileProgress {
  public:
   explicit Told(int escape = 1000) : escapeAt(escape) {}
+  ~Told() { ::keybd_event(VK_ESCAPE, 0, KEYEVENTF_KEYUP, 0); }
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
   ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
   ULONG STDMETHODCALLTYPE Release() override { return 1; }
   HRESULT STDMETHODCALLTYPE Progress(int percent) override {
     EXPECT_TRUE(told.empty() || percent > told.back());
     told.push_back(percent);
-    if (percent == escapeAt) {
-      ::keybd_event(VK_ESCAPE, 0, 0, 0);
-      ::keybd_event(VK_ESCAPE, 0, KEYEVENTF_KEYUP, 0);
-    }
+    if (percent >= escapeAt) ::keybd_event(VK_ESCAPE, 0, 0, 0);
     return S_OK;
   }
 
@@ -368,13 +367,76 @@ TEST_F(TvRecordingTest, OnlyTheMovieIsCopied) {
   EXPECT_EQ(builder.Copy(path, copy, true, &all), S_OK);
   EXPECT_EQ(all.told.front(), 0);
   EXPECT_EQ(all.told.back(), 100);
-  Told aborted(20);
-  EXPECT_EQ(builder.Copy(path, folder.Path("half.avi"), true, &aborted), S_FALSE);
-  EXPECT_LT(aborted.told.back(), 60);
+  {
+    Told aborted(20);
+    EXPECT_EQ(builder.Copy(path, folder.Path("half.avi"), true, &aborted), S_FALSE);
+    EXPECT_LT(aborted.told.back(), 60);
+  }
   EXPECT_FALSE(Exists(folder.Path("half.avi")));
   EXPECT_FALSE(Exists(folder.Path("half.avi.part")));
   Told deaf(20);
   EXPECT_EQ(builder.Copy(path, copy, false, &deaf), S_OK) << "Esc was not allowed";
+}
+
+TEST_F(TvRecordingTest, AFullDiskEndsTheRecordingAndItIsWhole) {
+  const PluggedCards cards;
+  RecordingGraph recording(folder.Path("a.avi"));
+  const auto writer = recording.sink;
+  recording.graph->RemoveFilter(ComPtr<IFileSinkFilter>(writer).As<IBaseFilter>().Get());
+  const auto disk = ComPtr<SmallDisk>::Attach(new SmallDisk(kMegabyte));
+  recording.graph->AddFilter(disk.Get(), L"disk");
+  ASSERT_EQ(recording.graph->ConnectDirect(FindPin(*recording.mux.Get(), PINDIR_OUTPUT, nullptr).Get(),
+                                           FindPin(*disk.Get(), PINDIR_INPUT, nullptr).Get(), nullptr),
+            S_OK);
+  ASSERT_EQ(recording.Render(), S_OK);
+  recording.Run();
+  long code = 0;
+  LONG_PTR why = 0;
+  LONG_PTR other = 0;
+  EXPECT_TRUE(PumpUntil([&] { return recording.events->GetEvent(&code, &why, &other, 0) == S_OK && code == EC_ERRORABORT; }, 10000));
+  EXPECT_EQ(static_cast<HRESULT>(why), kDiskFull);
+  EXPECT_EQ(recording.control->Stop(), S_OK);
+  EXPECT_TRUE(disk->committed);
+  folder.Write("a.avi", {disk->bytes.begin(), disk->bytes.end()});
+  const ReadMovie movie(folder.Path("a.avi"));
+  EXPECT_EQ(movie.movieBytes, disk->bytes.size());
+  EXPECT_GT(movie.movieBytes, kMegabyte - 100'000);
+  ExpectInOrder(movie.pictures);
+}
+
+TEST_F(TvRecordingTest, WhatWasCutOffIsFinished) {
+  const PluggedCards cards;
+  const Builder builder;
+  const std::string path = folder.Path("a.avi");
+  const std::string cut = folder.Path("cut.avi");
+  ASSERT_EQ(builder.Allocate(path, 20 * kMegabyte), S_OK);
+  RecordingGraph recording(path);
+  ASSERT_EQ(recording.Render(), S_OK);
+  LONGLONG length = -1;
+  recording.Run();
+  ASSERT_TRUE(PumpUntil([&] { return recording.Length() > 2 * kSecond; }, 20000));
+  EXPECT_TRUE(FAILED(builder.Recover(path, length))) << "a recording that goes on";
+  // What a kill would leave: the files as they are at a moment, the journal first.
+  ASSERT_TRUE(::CopyFileA((path + ".journal").c_str(), (cut + ".journal").c_str(), FALSE));
+  const LONGLONG then = recording.Length();
+  ASSERT_TRUE(::CopyFileA(path.c_str(), cut.c_str(), FALSE));
+  EXPECT_EQ(recording.control->Stop(), S_OK);
+
+  EXPECT_EQ(builder.Copy(cut, folder.Path("copy.avi")), E_FAIL) << "no movie yet";
+  EXPECT_EQ(builder.Recover(cut, length), S_OK);
+  EXPECT_GT(length, then - kSecond);
+  EXPECT_LE(length, then + kSecond / 2);
+  EXPECT_FALSE(Exists(cut + ".journal"));
+  const ReadMovie movie(cut);
+  ExpectInOrder(movie.pictures);
+  EXPECT_EQ(movie.size, 20 * kMegabyte);
+  EXPECT_NEAR(static_cast<double>(movie.pictures.size()) * 1001 / 30000, static_cast<double>(length) / kSecond, 0.3);
+
+  EXPECT_EQ(builder.Recover(cut, length), S_FALSE) << "once";
+  EXPECT_EQ(builder.Recover(folder.Path("none.avi"), length), S_FALSE);
+  folder.Write("a.avi.journal", "not ours");
+  EXPECT_EQ(builder.Recover(path, length), S_FALSE);
+  EXPECT_TRUE(Exists(path + ".journal")) << "somebody else's";
 }
 
 }  // namespace

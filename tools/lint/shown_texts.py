@@ -7,7 +7,7 @@ A text is a string literal, joined with what is added to it; a part that is know
 - or it reads like words (more than one of them), whatever way it takes: all such texts of the programs' rooms count, so that a new
   way of showing a text needs no mention here. The few that are no messages are named in NOT_MESSAGES.
 - Of the resources count the strings that name no key, and the sentences in dialogs.
-- Of the scripts that users start counts what they echo.
+- Of the scripts that users start counts what they echo, of the installer what its boxes say.
 """
 import re
 import sys
@@ -15,7 +15,10 @@ from pathlib import Path
 
 VARIABLE = "…"
 ROOMS = ("base", "devices", "mixer", "panel", "remote", "setup", "shell", "video", "platform/cd", "platform/drive")
-SCRIPTS = ("run", "packaging/debian/quorvex", "tools/build", "tools/deps/build-deps", "tools/install-packages", "tools/wine/*")
+SCRIPTS = (
+    *("run", "packaging/debian/quorvex", "packaging/windows/*.nsi", "tools/build", "tools/deps/build-deps", "tools/install-packages"),
+    "tools/wine/*",
+)
 SINKS = (
     *("Complain", "Fails", "MessageBoxA", "MessageBoxW", "Query", "ReportError", "ReportErrorIf", "SetDisplayText", "Take"),
     *("TellRefusal", "TellUser"),
@@ -165,7 +168,8 @@ def texts_of_resources(root):
 
 
 def texts_of_script(source):
-    for text in re.findall(r"""(?:\becho|\bxmessage .*?) ["']([^"']*\w[^"']*)["']""", source):
+    for text in re.findall(r"""\b(?:echo|xmessage .*?|MessageBox \S+) (?:'([^']*\w[^']*)'|"([^"]*\w[^"]*)")""", source):
+        text = "".join(text)
         if reads_like_words(SHELL_VARIABLE.sub(VARIABLE, text)):
             yield normal(SHELL_VARIABLE.sub(VARIABLE, text))
 

@@ -1,0 +1,97 @@
+// What a graph records with: multiplexer and file writer, and the counts of the capture stream.
+#pragma once
+
+#include <windows.h>
+
+#include <strmif.h>
+
+#include <string>
+
+#include "tests/support/com_fake.h"
+#include "tests/support/fake_card.h"
+#include "tests/support/fake_filters.h"
+#include "tests/support/graph_parts.h"
+
+namespace quorvex {
+
+// Wide text that a fake is told, for the log.
+inline std::string Narrow(LPCOLESTR text) {
+  char narrow[400] = "";
+  ::WideCharToMultiByte(CP_ACP, 0, text, -1, narrow, sizeof narrow, nullptr, nullptr);
+  return narrow;
+}
+
+class FakeMuxSettings final : public ComFake<IConfigAviMux> {
+ public:
+  explicit FakeMuxSettings(ComScript& itsScript)
+      : ComFake(itsScript, "mux settings", {{{IID_IConfigAviMux, "IConfigAviMux"}}}) {}
+
+  STDMETHODIMP SetMasterStream(LONG stream) override {
+    return script.Call("SetMasterStream", std::to_string(stream));
+  }
+  STDMETHODIMP SetOutputCompatibilityIndex(BOOL old) override {
+    return script.Call("SetOutputCompatibilityIndex", std::to_string(old));
+  }
+  QUORVEX_UNEXPECTED(GetMasterStream, LONG*)
+  QUORVEX_UNEXPECTED(GetOutputCompatibilityIndex, BOOL*)
+};
+
+class FakeFileWriter final : public ComFake<IFileSinkFilter> {
+ public:
+  explicit FakeFileWriter(ComScript& itsScript)
+      : ComFake(itsScript, "writer", {{{IID_IFileSinkFilter, "IFileSinkFilter"}}}) {}
+
+  STDMETHODIMP SetFileName(LPCOLESTR path, const AM_MEDIA_TYPE* type) override {
+    EXPECT_EQ(type, nullptr);
+    return script.Call("SetFileName", Narrow(path));
+  }
+  QUORVEX_UNEXPECTED(GetCurFile, LPOLESTR*, AM_MEDIA_TYPE*)
+};
+
+class FakeFrameCounts final : public ComFake<IAMDroppedFrames> {
+ public:
+  explicit FakeFrameCounts(CardScript& itsCard)
+      : ComFake(itsCard, "", {{{IID_IAMDroppedFrames, "IAMDroppedFrames"}}}), card(itsCard) {}
+
+  STDMETHODIMP GetNumNotDropped(LONG* number) override {
+    *number = card.framesCaptured;
+    return S_OK;
+  }
+  STDMETHODIMP GetNumDropped(LONG* number) override {
+    *number = card.framesDropped;
+    return S_OK;
+  }
+  QUORVEX_UNEXPECTED(GetDroppedInfo, LONG, LONG*, LONG*)
+  QUORVEX_UNEXPECTED(GetAverageFrameSize, LONG*)
+
+ private:
+  CardScript& card;
+};
+
+class FakeMuxPosition final : public ComFake<NoMediaSeeking> {
+ public:
+  explicit FakeMuxPosition(CardScript& itsCard)
+      : ComFake(itsCard, "", {{{IID_IMediaSeeking, "IMediaSeeking"}}}), card(itsCard) {}
+
+  STDMETHODIMP GetCurrentPosition(LONGLONG* time) override {
+    *time = card.recorded;
+    return S_OK;
+  }
+
+ private:
+  CardScript& card;
+};
+
+// A multiplexer with two inputs.
+inline ComPtr<FakeFilter> MakeMultiplexer(CardScript& card) {
+  auto mux = ComPtr<FakeFilter>::Attach(
+      new FakeFilter(card, "mux", {{"First", PINDIR_INPUT}, {"Second", PINDIR_INPUT}}));
+  mux->beside = [&card](REFIID iid) -> ComPtr<IUnknown> {
+    if (iid == IID_IMediaSeeking) return ComPtr<IUnknown>::Attach(new FakeMuxPosition(card));
+    if (iid != IID_IConfigAviMux || FAILED(card.Answer("IConfigAviMux"))) return nullptr;
+    return ComPtr<IUnknown>::Attach(new FakeMuxSettings(card));
+  };
+  return mux;
+}
+
+}  // namespace quorvex

@@ -1,0 +1,199 @@
+// Discs with damage that is known, and by the hundred: read by the platform layer's navigator over libdvdnav.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <set>
+
+#include "platform/dvd/opened_disc.h"
+#include "tests/fuzz/disc_walk.h"
+
+// What an assertion of the libraries ends is left where it is (platform/dvd/library_guard.h).
+extern "C" const char* __lsan_default_suppressions() {  // NOLINT(bugprone-reserved-identifier)
+  return "leak:dvdnav_open_common\nleak:ifoOpen\nleak:DVDOpenFile\nleak:vm_new_copy\nleak:UDF\n";
+}
+
+namespace quorvex {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::seconds kPatience{5};
+constexpr int kChapters = 3;  // of title 1
+
+MutableDisc& Disc() {
+  static MutableDisc disc(QUORVEX_LITTLE_DISC,
+                          testing::TempDir() + "quorvex_little_" + std::to_string(::getpid()) + ".iso");
+  return disc;
+}
+
+class DvdReadingTest : public testing::Test {
+ protected:
+  ~DvdReadingTest() override { Disc().Restore(); }
+
+  static void Fill(const std::string& file, std::size_t sector, std::size_t count, std::uint8_t value) {
+    const MutableDisc::Region& region = Disc().RegionOf(file);
+    const std::vector<std::uint8_t> bytes(count * MutableDisc::kSector, value);
+    Disc().Write(region.first + sector, 0, bytes);
+  }
+};
+
+// The chapters of title 1 that are come to while it plays; what cannot be read is skipped as the player does.
+std::set<int> ChaptersOf(Navigator& navigator) {
+  constexpr int kMostSteps = 4000;
+  constexpr int kMostBadSteps = 60;
+  std::set<int> chapters;
+  int badSteps = 0;
+  for (int i = 0; i < kMostSteps; ++i) {
+    const DiscStep step = navigator.Next();
+    if (step.kind == DiscStep::Kind::kEnd) break;
+    if (step.kind == DiscStep::Kind::kDrain) navigator.EndDrain();
+    if (step.kind == DiscStep::Kind::kStill) break;
+    if (step.kind == DiscStep::Kind::kUnreadable) {
+      if (++badSteps > kMostBadSteps || !navigator.SkipDamage(badSteps)) break;
+    }
+    if (step.kind != DiscStep::Kind::kPlace) continue;
+    badSteps = 0;
+    const Place place = navigator.Look();
+    if (place.domain != DiscDomain::kTitle) break;
+    chapters.insert(place.chapter);
+  }
+  return chapters;
+}
+
+std::set<int> PlayedChapters(DiscFault* fault = nullptr) {
+  OpenedDisc disc;
+  const DiscFault found = OpenDisc(Disc().Path(), disc);
+  if (fault != nullptr) *fault = found;
+  if (found != DiscFault::kNone) return {};
+  EXPECT_EQ(disc.tables.titles.size(), 3U);
+  disc.navigator->Next();
+  return disc.navigator->PlayTitle(1) ? ChaptersOf(*disc.navigator) : std::set<int>();
+}
+
+TEST_F(DvdReadingTest, ASoundDiscIsPlayedThrough) {
+  EXPECT_EQ(PlayedChapters(), (std::set{1, 2, 3}));
+  const WalkResult walk = WalkDisc(Disc(), {});
+  EXPECT_TRUE(walk.opened);
+  EXPECT_GT(walk.sectors, 100);
+}
+
+TEST_F(DvdReadingTest, WhatIsDamagedInATableIsReadFromItsCopy) {
+  for (const char* file : {"VIDEO_TS.IFO", "VTS_01_0.IFO", "VTS_02_0.IFO"}) {
+    const std::size_t count = Disc().RegionOf(file).count;
+    for (std::size_t sector = 0; sector < count; ++sector) {
+      for (const std::uint8_t value : {std::uint8_t{0}, std::uint8_t{0xFF}}) {
+        Fill(file, sector, 1, value);
+        DiscFault fault = DiscFault::kNoDisc;
+        const std::set<int> chapters = PlayedChapters(&fault);
+        // Where what is damaged looks as if the disc was made so, it is played as it is.
+        EXPECT_EQ(fault, DiscFault::kNone) << file << ' ' << sector << ' ' << int{value};
+        if (sector == 0) {
+          EXPECT_EQ(chapters.size(), kChapters) << file << ' ' << int{value};
+        }
+        Disc().Restore();
+      }
+      Disc().Spoil(Disc().RegionOf(file).first + sector);
+      EXPECT_EQ(PlayedChapters().size(), kChapters) << file << ' ' << sector << " cannot be read";
+      Disc().Restore();
+    }
+    Fill(file, 0, count, 0);
+    EXPECT_EQ(PlayedChapters().size(), kChapters) << file;
+    Disc().Restore();
+  }
+}
+
+TEST_F(DvdReadingTest, SectorsThatCannotBeReadAreSkipped) {
+  const MutableDisc::Region& film = Disc().RegionOf("VTS_01_1.VOB");
+  constexpr std::size_t kUnits = kChapters * 2;  // another title follows
+  ASSERT_GT(film.units.size(), kUnits);
+  struct Hole {
+    const char* where;
+    std::size_t first;
+    std::size_t count;
+    std::set<int> chapters;
+  };
+  const auto unit = [&](std::size_t number) { return film.units[number]; };
+  const Hole kHoles[] = {
+      {"in a unit", unit(2) + 5, 3, {1, 2, 3}},
+      {"a unit's first sector", unit(3), 1, {1, 2, 3}},
+      {"a unit's end and the next one's beginning", unit(3) - 4, 8, {1, 2, 3}},
+      {"the film's first sector", unit(0), 1, {1, 2, 3}},
+      {"a whole chapter", unit(2), unit(4) - unit(2), {1, 3}},
+      {"all but the last chapter", unit(0), unit(4) - unit(0), {3}},
+      {"from the second chapter on", unit(2), unit(kUnits) - unit(2), {1}},
+      {"everything", unit(0), unit(kUnits) - unit(0), {}},
+  };
+  for (const Hole& hole : kHoles) {
+    for (std::size_t i = 0; i < hole.count; ++i) Disc().Spoil(hole.first + i);
+    const Clock::time_point begin = Clock::now();
+    EXPECT_EQ(PlayedChapters(), hole.chapters) << hole.where;
+    EXPECT_LT(Clock::now() - begin, kPatience) << hole.where;
+    Disc().Restore();
+  }
+}
+
+TEST_F(DvdReadingTest, AnImageMayEndAnywhere) {
+  const MutableDisc::Region& last = Disc().RegionOf("VTS_02_1.VOB");
+  for (std::size_t sector = 0; sector < last.first + last.count; sector += 97) {
+    Disc().Cut(sector);
+    const Clock::time_point begin = Clock::now();
+    PlayedChapters();
+    EXPECT_LT(Clock::now() - begin, kPatience) << sector;
+    Disc().Restore();
+  }
+}
+
+TEST_F(DvdReadingTest, WrongStreamCountsAreNotBelieved) {
+  constexpr std::size_t kOfTitles = 0x100;
+  constexpr std::size_t kAudioCount = 0x102;
+  constexpr std::size_t kSubpictureCount = 0x154;
+  const std::vector<std::uint8_t> many{0xFF, 0xFF};
+  for (const char* file : {"VTS_01_0.IFO", "VTS_01_0.BUP"})
+    for (const std::size_t place : {kAudioCount, kSubpictureCount, kAudioCount + kOfTitles, kSubpictureCount + kOfTitles})
+      Disc().Write(Disc().RegionOf(file).first, place, many);
+  // What applications are told of the sets lies in the manager's table.
+  constexpr std::size_t kAttributeTable = 0xD0;
+  for (const char* file : {"VIDEO_TS.IFO", "VIDEO_TS.BUP"}) {
+    const std::size_t first = Disc().RegionOf(file).first;
+    const std::size_t table = first + Disc().Sector(first)[kAttributeTable + 3];
+    const std::size_t set = Disc().Sector(table)[10] << 8U | Disc().Sector(table)[11];
+    for (const std::size_t place : {0x02U, 0x54U, 0x102U, 0x154U}) Disc().Write(table, set + 8 + place, many);
+  }
+  OpenedDisc disc;
+  ASSERT_EQ(OpenDisc(Disc().Path(), disc), DiscFault::kNone);
+  for (const auto part : {StreamAttributes::Part::kMenu, StreamAttributes::Part::kTitle}) {
+    EXPECT_EQ(disc.tables.Of(1).AudioCount(part), 8);
+    EXPECT_EQ(disc.tables.Of(1).SubpictureCount(part), 32);
+  }
+  disc = {};
+  EXPECT_EQ(PlayedChapters().size(), kChapters);
+}
+
+std::vector<std::uint8_t> ReadSeed(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// What tools/fuzz has found, and some more of its kind.
+TEST_F(DvdReadingTest, NoDamageIsMoreThanAnAnswer) {
+  const auto walk = [](const std::vector<std::uint8_t>& orders, const std::string& name) {
+    const Clock::time_point begin = Clock::now();
+    WalkDisc(Disc(), orders);
+    EXPECT_LT(Clock::now() - begin, kPatience) << name;
+  };
+  for (const auto& seed : std::filesystem::directory_iterator(QUORVEX_FUZZ_SEEDS))
+    walk(ReadSeed(seed.path()), seed.path().filename().string());
+  std::mt19937 random(1);
+  for (int i = 0; i < 100; ++i) {
+    std::vector<std::uint8_t> orders(10 + random() % 60);
+    std::generate(orders.begin(), orders.end(), [&] { return static_cast<std::uint8_t>(random()); });
+    walk(orders, "round " + std::to_string(i));
+  }
+}
+
+}  // namespace
+}  // namespace quorvex

@@ -1,0 +1,208 @@
+// The capture file: the dialog that allocates it, choosing a name, and saving a copy.
+#include "devices/tv/capture_file_dialog.h"
+
+#include "base/handles.h"
+#include "devices/tv/capture_disk.h"
+#include "resources/ids.h"
+#include "tests/support/dialog_script.h"
+#include "tests/support/tv_panel.h"
+
+namespace quorvex {
+namespace {
+
+constexpr char kAllocate[] = "Allocate Capture File";
+constexpr char kChoose[] = "Set Capture File";
+
+class CaptureFileTest : public TvTest {
+ protected:
+  // A file of so many megabytes.
+  std::string MakeFile(const std::string& name, int megabytes) const {
+    return stores.Write(name, std::string(static_cast<std::size_t>(megabytes) << 20, 'x'));
+  }
+  void OpenWithFile(const std::string& path) { Open("[CAPTURE]\r\nCaptureFile=" + path + "\r\n"); }
+
+  // Runs the dialog; whether it was closed by OK.
+  bool Run(std::vector<DialogScript::Step> steps) {
+    tv.Take();
+    const DialogScript script(std::move(steps));
+    return CaptureFileDialog(Device()).Run(mainWindow);
+  }
+
+  // Works the allocation dialog, then presses a button of it.
+  static DialogScript::Step Allocate(const std::function<void(HWND)>& use, int button) {
+    return {kAllocate, [use, button](HWND dialog) {
+              use(dialog);
+              ::PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
+            }};
+  }
+  // Presses Change... and goes on when the dialog for the file is there.
+  static DialogScript::Step Change() { return DialogScript::Press(kAllocate, IDC_CHANGE_FILE); }
+
+  static std::string Typed(HWND dialog, const char* text) {
+    ::SetDlgItemTextA(dialog, IDC_CAPTURE_SIZE, text);
+    return DialogScript::TextOf(dialog, IDC_CAPTURE_SIZE);
+  }
+  static bool IsOn(HWND dialog, int control) {
+    return ::IsWindowEnabled(::GetDlgItem(dialog, control)) != FALSE;
+  }
+  static int FreeMegabytes(const std::string& path) {
+    return static_cast<int>(GetFreeDiskSpaceKB(path).value_or(0) / 1024);
+  }
+};
+
+TEST_F(CaptureFileTest, TheDialogShowsTheFileThatIsSet) {
+  const std::string path = MakeFile("tape.avi", 3);
+  OpenWithFile(path);
+  EXPECT_TRUE(Run({Allocate(
+      [&](HWND dialog) {
+        EXPECT_EQ(DialogScript::TextOf(dialog, IDC_CAPTURE_PATH), path);
+        EXPECT_EQ(DialogScript::TextOf(dialog, IDC_CAPTURE_SIZE), "3");
+        const int free = std::stoi(DialogScript::TextOf(dialog, IDC_FREE_SPACE));
+        EXPECT_NEAR(free, FreeMegabytes(path) + 3, 200) << "others use the disk too";
+        const std::string most = std::to_string(std::min(free, 65535));
+        EXPECT_EQ(Typed(dialog, "12a"), "1");
+        EXPECT_EQ(Typed(dialog, "99999999"), most);
+        EXPECT_EQ(Typed(dialog, "99999999x"), most);
+        EXPECT_EQ(Typed(dialog, ""), "1");
+        EXPECT_EQ(Typed(dialog, "7"), "7");
+      },
+      IDOK)}));
+  EXPECT_EQ(tv.Take(), "AllocCapFile " + path + " 7340032\n");
+  Press(kCommandCloseDevice);
+  EXPECT_EQ(Stored("CaptureFile"), path);
+}
+
+TEST_F(CaptureFileTest, WithoutAFileOneMustBeChosen) {
+  Open();
+  const std::string path = stores.Path("new tape.avi");
+  {
+    const DialogScript script({DialogScript::Box("Please allocate a capture file first."),
+                               Allocate(
+                                   [](HWND dialog) {
+                                     EXPECT_FALSE(IsOn(dialog, IDC_CAPTURE_SIZE));
+                                     EXPECT_EQ(DialogScript::TextOf(dialog, IDC_CAPTURE_PATH), "");
+                                     ::SendMessageA(dialog, WM_COMMAND, IDOK, 0);
+                                     EXPECT_TRUE(::IsWindow(dialog)) << "there is no size to set aside";
+                                   },
+                                   IDC_CHANGE_FILE),
+                               DialogScript::Name(kChoose, stores.Path("new tape")),
+                               Allocate(
+                                   [&](HWND dialog) {
+                                     EXPECT_TRUE(IsOn(dialog, IDC_CAPTURE_SIZE));
+                                     EXPECT_EQ(DialogScript::TextOf(dialog, IDC_CAPTURE_PATH), path);
+                                     EXPECT_EQ(DialogScript::TextOf(dialog, IDC_CAPTURE_SIZE), "10");
+                                   },
+                                   IDOK),
+                               DialogScript::Press("Ready to Record", IDOK)});
+    Press(kCommandRecord);
+  }
+  EXPECT_TRUE(currentDevice->recording);
+  const std::string calls = tv.Take();
+  EXPECT_EQ(calls.substr(0, calls.find('\n')), "AllocCapFile " + path + " 10485760");
+}
+
+TEST_F(CaptureFileTest, CancelledWithoutAFileNothingIsRecorded) {
+  Open();
+  const DialogScript script(
+      {DialogScript::Box("Please allocate a capture file first."), DialogScript::Press(kAllocate, IDCANCEL)});
+  EXPECT_EQ(LogOf(kCommandRecord), "");
+  EXPECT_FALSE(currentDevice->recording);
+}
+
+TEST_F(CaptureFileTest, AnotherFileBringsItsOwnSize) {
+  OpenWithFile(MakeFile("tape.avi", 1));
+  const std::string other = MakeFile("other.avi", 2);
+  const std::string nowhere = stores.Path("nowhere.avi");
+  EXPECT_FALSE(
+      Run({Change(), DialogScript::Name(kChoose, other),
+           Allocate(
+               [&](HWND dialog) {
+                 EXPECT_EQ(DialogScript::TextOf(dialog, IDC_CAPTURE_PATH), other);
+                 EXPECT_EQ(DialogScript::TextOf(dialog, IDC_CAPTURE_SIZE), "2");
+               },
+               IDC_CHANGE_FILE),
+           DialogScript::Press(kChoose, IDCANCEL),
+           Allocate([&](HWND dialog) { EXPECT_EQ(DialogScript::TextOf(dialog, IDC_CAPTURE_PATH), other); },
+                    IDCANCEL)}));
+  EXPECT_EQ(Device().capture.file, stores.Path("tape.avi"));
+  EXPECT_EQ(tv.Take(), "");
+}
+
+TEST_F(CaptureFileTest, AFileThatSomebodyPlaysIsNotTaken) {
+  OpenWithFile(MakeFile("tape.avi", 1));
+  const std::string played = MakeFile("played.avi", 1);
+  const UniqueHandle player = OwnFile(::CreateFileA(played.c_str(), GENERIC_READ,
+                                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                                    nullptr, OPEN_EXISTING, 0, nullptr));
+  EXPECT_FALSE(Run({Change(), DialogScript::Name(kChoose, played),
+                    Allocate(
+                        [&](HWND dialog) {
+                          EXPECT_EQ(DialogScript::TextOf(dialog, IDC_CAPTURE_PATH), stores.Path("tape.avi"));
+                          EXPECT_EQ(ShownText(), "The file is in use");
+                        },
+                        IDC_CHANGE_FILE),
+                    DialogScript::Name(kChoose, stores.Path(std::string(230, 'n'))),
+                    Allocate([](HWND) { EXPECT_EQ(ShownText(), "The path is too long"); }, IDCANCEL)}));
+}
+
+// A drive that is gone does not tell its space.
+TEST_F(CaptureFileTest, WhereTheSpaceIsUnknownAnySizeIsTaken) {
+  OpenWithFile("Q:\\tape.avi");
+  tv.answers["AllocCapFile"] = HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND);
+  EXPECT_TRUE(Run({Allocate(
+                       [](HWND dialog) {
+                         EXPECT_FALSE(IsOn(dialog, IDC_FREE_SPACE));
+                         EXPECT_EQ(DialogScript::TextOf(dialog, IDC_FREE_SPACE), "");
+                         EXPECT_EQ(Typed(dialog, "999999"), "65535");
+                       },
+                       IDOK),
+                   DialogScript::Box("Failed to pre-allocate capture file space")}));
+  EXPECT_EQ(tv.Take(), "AllocCapFile Q:\\tape.avi 68717379584\n");
+  EXPECT_EQ(Device().capture.file, "Q:\\tape.avi") << "it stays the capture file";
+}
+
+TEST_F(CaptureFileTest, ACopyIsSavedWhereTheUserSays) {
+  const std::string tape = MakeFile("tape.avi", 1);
+  OpenWithFile(tape);
+  struct Case {
+    HRESULT answer;
+    const char* text;
+  };
+  const Case cases[] = {{S_OK, "Capture file saved"},
+                        {S_FALSE, "Capture file save aborted"},
+                        {HRESULT_FROM_WIN32(ERROR_DISK_FULL), "Capture file save ERROR"}};
+  for (const Case& one : cases) {
+    tv.answers["CopyCaptureFile"] = one.answer;
+    tv.Take();
+    const DialogScript script({DialogScript::Name(kChoose, stores.Path("copy"))});
+    EXPECT_EQ(Device().SaveCaptureFile(mainWindow), one.answer == S_OK);
+    EXPECT_EQ(ShownText(), one.text);
+    EXPECT_EQ(tv.Take(), "CopyCaptureFile " + tape + " to " + stores.Path("copy.avi") + '\n');
+  }
+  SetDisplayText("as it was");
+  {
+    const DialogScript script({DialogScript::Press(kChoose, IDCANCEL)});
+    EXPECT_FALSE(Device().SaveCaptureFile(mainWindow));
+  }
+  EXPECT_EQ(ShownText(), "as it was");
+  // Onto itself there is nothing to be copied, and everything to be lost.
+  const DialogScript script({DialogScript::Name(kChoose, stores.Path("TAPE.avi"))});
+  EXPECT_FALSE(Device().SaveCaptureFile(mainWindow));
+  EXPECT_EQ(ShownText(), "Capture file save ERROR");
+  EXPECT_EQ(tv.Take(), "");
+}
+
+TEST_F(CaptureFileTest, PromptToSaveAsksAfterTheRecording) {
+  OpenWithFile(MakeFile("tape.avi", 1));
+  Device().capture.promptToSave = true;
+  const DialogScript script(
+      {DialogScript::Press("Ready to Record", IDOK), DialogScript::Name(kChoose, stores.Path("copy"))});
+  Press(kCommandRecord);
+  tv.Take();
+  Press(kCommandStop);
+  EXPECT_EQ(ShownText(), "Capture file saved");
+  EXPECT_NE(tv.Take().find("Run\nCopyCaptureFile "), std::string::npos) << "the preview is back meanwhile";
+}
+
+}  // namespace
+}  // namespace quorvex
