@@ -7,6 +7,7 @@
 
 #include <dshow.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <mutex>
@@ -15,6 +16,7 @@
 #include <vector>
 
 #include "base/com_ptr.h"
+#include "base/geometry.h"
 #include "platform/tv/card_table.h"
 #include "platform/tv/graph_walk.h"
 #include "platform/tv/shared_card.h"

@@ -1,4 +1,4 @@
-// The control panel with a capture card that does as its test says.
+// The control panel with a capture card: the machine's, or one that does as its test says.
 #pragma once
 
 #include <string>
@@ -12,17 +12,42 @@
 
 namespace quorvex {
 
-class TvTest : public PanelTest {
+class TvPanelTest : public PanelTest {
  protected:
-  ~TvTest() override {
+  static CTVDevice& Device() { return dynamic_cast<CTVDevice&>(*currentDevice); }
+
+  // To be done before the card goes.
+  static void CloseDevice() {
     currentDevice.reset();
     DeleteVideoWindow();
     currentCaptureDevice = -1;
   }
 
-  static CTVDevice& Device() { return dynamic_cast<CTVDevice&>(*currentDevice); }
-
   static constexpr int kFirstCard = kFirstCaptureDeviceCommand;
+
+  static std::vector<int> Channels() {
+    return {currentDevice->playOrder.begin(), currentDevice->playOrder.begin() + currentDevice->orderLength};
+  }
+  // The value of a key of the stored settings.
+  std::string Stored(const std::string& key) const {
+    const std::string text = stores.Read("quorvex.ini");
+    const std::size_t at = text.find('\n' + key + '=');
+    if (at == std::string::npos) return "missing";
+    const std::size_t begin = at + key.size() + 2;
+    return text.substr(begin, text.find('\r', begin) - begin);
+  }
+  // The text over the picture; empty when there is none.
+  static std::string OnScreen() {
+    const HWND element = ::FindWindowExA(theVideoWindow->GetRendererWindow(), nullptr, "myOSCtl", nullptr);
+    char text[50] = "";
+    ::GetWindowTextA(element, text, sizeof text);
+    return text;
+  }
+};
+
+class TvTest : public TvPanelTest {
+ protected:
+  ~TvTest() override { CloseDevice(); }
 
   // Opens the card, with these lines of the settings' section TV and what follows.
   void Open(const std::string& config = "") {
@@ -43,24 +68,6 @@ class TvTest : public PanelTest {
     tv.Take();
     for (const char digit : digits) Press(kCommandDigit0 + digit - '0');
     return tv.Take();
-  }
-  static std::vector<int> Channels() {
-    return {currentDevice->playOrder.begin(), currentDevice->playOrder.begin() + currentDevice->orderLength};
-  }
-  // The value of a key of the stored settings.
-  std::string Stored(const std::string& key) const {
-    const std::string text = stores.Read("quorvex.ini");
-    const std::size_t at = text.find('\n' + key + '=');
-    if (at == std::string::npos) return "missing";
-    const std::size_t begin = at + key.size() + 2;
-    return text.substr(begin, text.find('\r', begin) - begin);
-  }
-  // The text over the picture; empty when there is none.
-  static std::string OnScreen() {
-    const HWND element = ::FindWindowExA(theVideoWindow->GetRendererWindow(), nullptr, "myOSCtl", nullptr);
-    char text[50] = "";
-    ::GetWindowTextA(element, text, sizeof text);
-    return text;
   }
 
   FakeTv tv;

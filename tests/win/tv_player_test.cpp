@@ -1,45 +1,27 @@
 // The TV device on the virtual card, through the platform's own parts, with its picture on the screen.
-#include "devices/tv/tv_device.h"
-#include "panel/commands.h"
-#include "shell/device_switch.h"
 #include "tests/support/card_graph.h"
 #include "tests/support/message_box.h"
-#include "tests/support/panel.h"
 #include "tests/support/screen_marks.h"
-#include "video/video_window.h"
+#include "tests/support/tv_panel.h"
 
 namespace quorvex {
 namespace {
 
 constexpr int kNoSignal = 255;
 
-class TvPlayerTest : public PanelTest {
+class TvPlayerTest : public TvPanelTest {
  protected:
-  ~TvPlayerTest() override {
-    currentDevice.reset();
-    DeleteVideoWindow();
-    currentCaptureDevice = -1;
-  }
+  ~TvPlayerTest() override { CloseDevice(); }
 
-  static CTVDevice& Device() { return dynamic_cast<CTVDevice&>(*currentDevice); }
   void Open(const std::string& config) const {
     stores.Write("quorvex.ini", config);
-    Press(kFirstCaptureDeviceCommand);
+    Press(kFirstCard);
     ASSERT_NE(currentDevice, nullptr);
     ASSERT_NE(theVideoWindow, nullptr);
   }
   static ScreenMarks Marks() { return ReadScreenMarks(theVideoWindow->GetRendererWindow()); }
   static bool Shows(int input, int channel) {
     return PumpUntil([=] { return Marks() == ScreenMarks{input, channel}; }, 10000);
-  }
-  static std::vector<int> Channels() {
-    return {currentDevice->playOrder.begin(), currentDevice->playOrder.begin() + currentDevice->orderLength};
-  }
-  [[nodiscard]] std::string Stored(const std::string& key) const {
-    const std::string text = stores.Read("quorvex.ini");
-    const std::size_t at = text.find('\n' + key + '=');
-    const std::size_t begin = at + key.size() + 2;
-    return at == std::string::npos ? "missing" : text.substr(begin, text.find('\r', begin) - begin);
   }
 
   const PluggedCards cards;
@@ -102,12 +84,12 @@ TEST_F(TvPlayerTest, ACardThatIsGoneTakesItsPictureAlong) {
   }
   EXPECT_FALSE(Device().Play(0, 0));
   ASSERT_TRUE(PlugIn(*cards.operator->(), kCards[0]));
-  Press(kFirstCaptureDeviceCommand);
+  Press(kFirstCard);
   ASSERT_NE(theVideoWindow, nullptr);
   EXPECT_EQ(ShownText(), "");
   EXPECT_TRUE(Shows(kNoSignal, 6)) << "where it was";
   CDevice* const before = currentDevice.get();
-  Press(kFirstCaptureDeviceCommand);
+  Press(kFirstCard);
   EXPECT_EQ(currentDevice.get(), before) << "it is shown";
 }
 
@@ -138,7 +120,7 @@ TEST_F(TvPlayerTest, ABadCardEndsWell) {
     const std::size_t before = boxes.Answered().size();
     stores.Write("quorvex.ini", "");
     cards.operator->()->*one.fault = one.value;
-    Press(kFirstCaptureDeviceCommand);
+    Press(kFirstCard);
     cards.operator->()->*one.fault = 0;
     const std::vector<std::string> told = boxes.Answered();
     EXPECT_EQ(std::vector(told.begin() + static_cast<std::ptrdiff_t>(before), told.end()), one.boxes)
