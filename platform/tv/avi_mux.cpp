@@ -46,7 +46,7 @@ std::wstring JournalBeside(IPin& writer) {
   const auto sink = filter.As<IFileSinkFilter>();
   LPOLESTR name = nullptr;
   if (!sink || FAILED(sink->GetCurFile(&name, nullptr)) || name == nullptr) return {};
-  const std::wstring path = JournalPath(name);
+  std::wstring path = JournalPath(name);
   ::CoTaskMemFree(name);
   return path;
 }

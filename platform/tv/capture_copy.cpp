@@ -16,7 +16,7 @@ constexpr std::size_t kBlock = 1UL << 18;
 bool EscapeIsPressed() {
   bool pressed = (static_cast<unsigned>(::GetAsyncKeyState(VK_ESCAPE)) & 0x8000U) != 0;
   MSG message{};
-  while (::PeekMessageW(&message, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_REMOVE | PM_QS_INPUT))
+  while (::PeekMessageW(&message, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_REMOVE | PM_QS_INPUT) != FALSE)
     pressed = pressed || message.wParam == VK_ESCAPE;
   return pressed;
 }
@@ -63,8 +63,8 @@ bool AreSame(const CaptureFile& one, const std::wstring& path) {
   BY_HANDLE_FILE_INFORMATION first{};
   BY_HANDLE_FILE_INFORMATION second{};
   if (FAILED(other.Open(path, CaptureFile::Mode::kRead))) return false;
-  return ::GetFileInformationByHandle(one.Handle(), &first) &&
-         ::GetFileInformationByHandle(other.Handle(), &second) &&
+  return ::GetFileInformationByHandle(one.Handle(), &first) != FALSE &&
+         ::GetFileInformationByHandle(other.Handle(), &second) != FALSE &&
          first.dwVolumeSerialNumber == second.dwVolumeSerialNumber &&
          first.nFileIndexHigh == second.nFileIndexHigh && first.nFileIndexLow == second.nFileIndexLow;
 }
@@ -82,7 +82,7 @@ HRESULT CopyMovie(const std::wstring& from, const std::wstring& to, bool allowEs
   if (FAILED(target.Open(part, CaptureFile::Mode::kOverwrite))) return E_INVALIDARG;
   HRESULT result = Copying(source, target, allowEscape, progress).Go(*bytes);
   target.Close();
-  if (result == S_OK && !::MoveFileExW(part.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING))
+  if (result == S_OK && ::MoveFileExW(part.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING) == FALSE)
     result = E_INVALIDARG;
   if (result != S_OK) ::DeleteFileW(part.c_str());
   return result;

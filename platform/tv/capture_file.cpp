@@ -40,7 +40,7 @@ bool CaptureFile::GoTo(std::uint64_t place) {
   if (at == place) return true;
   LARGE_INTEGER to{};
   to.QuadPart = static_cast<LONGLONG>(place);
-  const bool done = ::SetFilePointerEx(file.Get(), to, nullptr, FILE_BEGIN);
+  const bool done = ::SetFilePointerEx(file.Get(), to, nullptr, FILE_BEGIN) != FALSE;
   at = done ? place : kNowhere;
   return done;
 }
@@ -57,7 +57,8 @@ FileResult CaptureFile::Write(std::uint64_t place, ByteView bytes, std::size_t& 
   while (written < bytes.size()) {
     DWORD done = 0;
     const auto count = static_cast<DWORD>(std::min(bytes.size() - written, kMostAtOnce));
-    if (!GoTo(place + written) || !::WriteFile(file.Get(), bytes.data() + written, count, &done, nullptr))
+    if (!GoTo(place + written) ||
+        ::WriteFile(file.Get(), bytes.data() + written, count, &done, nullptr) == FALSE)
       return Note(::GetLastError());
     if (done == 0) return Note(ERROR_DISK_FULL);
     written += done;
@@ -67,13 +68,13 @@ FileResult CaptureFile::Write(std::uint64_t place, ByteView bytes, std::size_t& 
 }
 
 FileResult CaptureFile::Resize(std::uint64_t bytes) {
-  const bool done = GoTo(bytes) && ::SetEndOfFile(file.Get());
+  const bool done = GoTo(bytes) && ::SetEndOfFile(file.Get()) != FALSE;
   return done ? FileResult::kDone : Note(::GetLastError());
 }
 
 std::uint64_t CaptureFile::Size() {
   LARGE_INTEGER size{};
-  return ::GetFileSizeEx(file.Get(), &size) ? static_cast<std::uint64_t>(size.QuadPart) : 0;
+  return ::GetFileSizeEx(file.Get(), &size) != FALSE ? static_cast<std::uint64_t>(size.QuadPart) : 0;
 }
 
 std::size_t CaptureFile::Read(std::uint64_t place, std::span<std::uint8_t> into) {
@@ -82,7 +83,7 @@ std::size_t CaptureFile::Read(std::uint64_t place, std::span<std::uint8_t> into)
     DWORD done = 0;
     const auto count = static_cast<DWORD>(std::min(into.size() - read, kMostAtOnce));
     const bool going =
-        GoTo(place + read) && ::ReadFile(file.Get(), into.data() + read, count, &done, nullptr);
+        GoTo(place + read) && ::ReadFile(file.Get(), into.data() + read, count, &done, nullptr) != FALSE;
     if (!going || done == 0) break;
     read += done;
     at += done;

@@ -12,7 +12,7 @@ constexpr std::size_t kBlock = 1UL << 20;
 // What the file has on the disk; less than its size where there are holes in it.
 std::uint64_t TakenBy(const CaptureFile& file) {
   FILE_STANDARD_INFO info{};
-  if (!::GetFileInformationByHandleEx(file.Handle(), FileStandardInfo, &info, sizeof info)) return 0;
+  if (::GetFileInformationByHandleEx(file.Handle(), FileStandardInfo, &info, sizeof info) == FALSE) return 0;
   return static_cast<std::uint64_t>(info.AllocationSize.QuadPart);
 }
 
@@ -21,7 +21,7 @@ bool HasRoom(const std::wstring& path, std::uint64_t bytes) {
   const std::size_t name = path.find_last_of(L"\\/");
   const std::wstring folder = name == std::wstring::npos ? L"." : path.substr(0, name + 1);
   ULARGE_INTEGER free{};
-  return !::GetDiskFreeSpaceExW(folder.c_str(), &free, nullptr, nullptr) || free.QuadPart >= bytes;
+  return ::GetDiskFreeSpaceExW(folder.c_str(), &free, nullptr, nullptr) == FALSE || free.QuadPart >= bytes;
 }
 
 // Writes what is in the file from a place on, and zeros behind its end: a platform that makes files longer
