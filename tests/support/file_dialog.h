@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "resources/ids.h"
+#include "tests/support/dialog_search.h"
 
 namespace quorvex {
 
@@ -121,27 +122,6 @@ class FileDialogUser {
  private:
   static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) { ++ticks; }
 
-  struct Search {
-    std::string caption;
-    HWND found;
-  };
-
-  static BOOL CALLBACK Match(HWND window, LPARAM wanted) {
-    auto& search = *reinterpret_cast<Search*>(wanted);
-    char name[16] = "";
-    char caption[200] = "";
-    DWORD process = 0;
-    ::GetClassNameA(window, name, sizeof name);
-    ::GetWindowThreadProcessId(window, &process);
-    ::GetWindowTextA(window, caption, sizeof caption);
-    const bool dialog =
-        std::string(name) == "#32770" && process == ::GetCurrentProcessId() && ::IsWindowVisible(window);
-    const bool matches = search.caption.empty() ? PanelOf(window) != nullptr : search.caption == caption;
-    if (!dialog || !matches) return TRUE;
-    search.found = window;
-    return FALSE;
-  }
-
   static HWND PanelOf(HWND window) {
     HWND child = nullptr;
     do {
@@ -152,13 +132,15 @@ class FileDialogUser {
 
   // A dialog by its caption; the Open File dialog when there is none.
   static HWND WaitForWindow(const std::string& caption) {
-    Search search{caption, nullptr};
+    HWND found = nullptr;
     const auto look = [&] {
-      ::EnumWindows(Match, reinterpret_cast<LPARAM>(&search));
-      return search.found != nullptr;
+      found = FindDialog([&](HWND window, const std::string& text) {
+        return caption.empty() ? PanelOf(window) != nullptr : text == caption;
+      });
+      return found != nullptr;
     };
     EXPECT_TRUE(WaitUntil(look, 15000)) << "no dialog " << caption;
-    return search.found;
+    return found;
   }
 
   void Use(const Script& script) {
