@@ -30,8 +30,8 @@ void PutMainHeader(ByteWriter& writer, const AviMovie& movie, const AviTotals& t
     largest = std::max(largest, stream.largest);
   }
   const MediaTime length = std::max<MediaTime>(LengthOf(movie, totals), kMillisecond);
-  const auto bytesASecond = static_cast<std::uint64_t>(
-      Rescale(static_cast<std::int64_t>(bytes), kSecond, length));
+  const auto bytesASecond =
+      static_cast<std::uint64_t>(Rescale(static_cast<std::int64_t>(bytes), kSecond, length));
   const std::size_t begun = writer.Begin(Letters("avih"));
   writer.U32(pictures != nullptr ? static_cast<std::uint64_t>(pictures->rate.TimeOf(1)) / 10 : 0);
   writer.U32(std::min<std::uint64_t>(bytesASecond, 0x7FFFFFFF)).U32(0).U32(kHasIndex | kIsInterleaved);
@@ -66,7 +66,8 @@ void PutStream(ByteWriter& writer, const AviMovie& movie, std::size_t number, co
 void PutExtendedHeader(ByteWriter& writer, const AviMovie& movie, const AviTotals& totals) {
   std::int64_t pictures = 0;
   for (std::size_t i = 0; i < movie.streams.size(); ++i) {
-    if (movie.streams[i].kind == StreamKind::kPictures) pictures = std::max(pictures, totals.streams[i].units);
+    if (movie.streams[i].kind == StreamKind::kPictures)
+      pictures = std::max(pictures, totals.streams[i].units);
   }
   const std::size_t list = writer.BeginList(Letters("odml"));
   const std::size_t begun = writer.Begin(Letters("dmlh"));

@@ -17,9 +17,9 @@ struct StreamTotals {
 
 struct AviTotals {
   std::array<StreamTotals, kMostStreams> streams;
-  std::uint64_t firstPart = 0;       // bytes of the first part of the file, without its own header
-  std::uint64_t firstChunks = 0;     // of its list of chunks, likewise
-  std::int64_t firstPictures = 0;    // in it
+  std::uint64_t firstPart = 0;     // bytes of the first part of the file, without its own header
+  std::uint64_t firstChunks = 0;   // of its list of chunks, likewise
+  std::int64_t firstPictures = 0;  // in it
 };
 
 // The place of the first chunk.

@@ -38,7 +38,8 @@ Bytes MakePartIndex(const AviMovie& movie, std::size_t stream, std::span<const A
   writer.U32(static_cast<std::uint64_t>(std::count_if(chunks.begin(), chunks.end(), isOurs)));
   writer.U32(ChunkName(movie, stream)).U64(base).U32(0);
   for (const AviChunk& chunk : chunks) {
-    if (isOurs(chunk)) writer.U32(chunk.place + kChunkHeader - base).U32(chunk.bytes | (chunk.key ? 0 : kNotKey));
+    if (isOurs(chunk))
+      writer.U32(chunk.place + kChunkHeader - base).U32(chunk.bytes | (chunk.key ? 0 : kNotKey));
   }
   writer.End(begun);
   return writer.Take();

@@ -43,10 +43,10 @@ constexpr std::size_t kMostFormatBytes = 1400;
 
 struct AviMovie {
   std::vector<AviStream> streams;
-  std::uint64_t id = 0;                      // tells this recording from every other
-  std::uint64_t fileBytes = 0;               // of the file before: it is not made shorter
-  std::uint64_t partBytes = 1ULL << 30;      // the first part and each that follows is no longer
-  bool oldIndex = true;                      // the first part has an index that old players read
+  std::uint64_t id = 0;                  // tells this recording from every other
+  std::uint64_t fileBytes = 0;           // of the file before: it is not made shorter
+  std::uint64_t partBytes = 1ULL << 30;  // the first part and each that follows is no longer
+  bool oldIndex = true;                  // the first part has an index that old players read
   friend bool operator==(const AviMovie&, const AviMovie&) = default;
 };
 

@@ -79,7 +79,8 @@ SampleTime AviRecorder::Place(const SampleTime& time) {
   return placed;
 }
 
-FileResult AviRecorder::PutPicture(std::size_t stream, std::optional<SampleTime> time, ByteView data, bool key) {
+FileResult AviRecorder::PutPicture(std::size_t stream, std::optional<SampleTime> time, ByteView data,
+                                   bool key) {
   Track& track = tracks[stream];
   UnitRate& rate = movie.streams[stream].rate;
   if (time) {
@@ -151,7 +152,8 @@ AviMovie AviRecorder::Movie() const {
 
 FileResult AviRecorder::Finish() {
   if (!origin && !held.empty()) {
-    if (const FileResult result = Start(held.front().time.begin); result == FileResult::kFailed) return result;
+    if (const FileResult result = Start(held.front().time.begin); result == FileResult::kFailed)
+      return result;
   }
   writer.Movie() = Movie();
   return writer.Finish();

@@ -21,7 +21,8 @@ class AviRecorder {
 
   // `master` is the stream by which the others' rates go. `silence`: the byte that sound is filled with, for
   // each stream; none for coded sound, which is not filled.
-  AviRecorder(ByteTarget& target, AviMovie movie, int master, std::vector<std::optional<std::uint8_t>> silence);
+  AviRecorder(ByteTarget& target, AviMovie movie, int master,
+              std::vector<std::optional<std::uint8_t>> silence);
 
   FileResult Begin() { return writer.Begin(); }
 
@@ -53,14 +54,16 @@ class AviRecorder {
   };
 
   [[nodiscard]] bool IsPictures(std::size_t stream) const;
-  bool MustWait(std::size_t stream, const SampleTime& time) const;
+  [[nodiscard]] bool MustWait(std::size_t stream, const SampleTime& time) const;
   FileResult Start(MediaTime at);
   FileResult Put(std::size_t stream, std::optional<SampleTime> time, ByteView data, bool key);
   SampleTime Place(const SampleTime& time);
   FileResult PutPicture(std::size_t stream, std::optional<SampleTime> time, ByteView data, bool key);
   FileResult PutSound(std::size_t stream, std::optional<SampleTime> time, ByteView data);
   FileResult PutSilence(std::size_t stream, std::int64_t units);
-  [[nodiscard]] std::int64_t Units(std::size_t stream) const { return writer.Totals().streams.at(stream).units; }
+  [[nodiscard]] std::int64_t Units(std::size_t stream) const {
+    return writer.Totals().streams.at(stream).units;
+  }
   [[nodiscard]] StreamPace Pace(std::size_t stream) const;
 
   AviWriter writer;

@@ -34,7 +34,8 @@ void AviWriter::Note(const AviChunk& chunk) {
   stream.units += units;
   stream.bytes += chunk.bytes;
   stream.largest = std::max(stream.largest, chunk.bytes);
-  if (IsFirstPart() && movie.streams[chunk.stream].kind == StreamKind::kPictures) totals.firstPictures += units;
+  if (IsFirstPart() && movie.streams[chunk.stream].kind == StreamKind::kPictures)
+    totals.firstPictures += units;
   chunks.push_back(chunk);
 }
 
@@ -43,7 +44,8 @@ void AviWriter::DropLast() {
   const std::int64_t units = UnitsOf(chunk);
   totals.streams[chunk.stream].units -= units;
   totals.streams[chunk.stream].bytes -= chunk.bytes;
-  if (IsFirstPart() && movie.streams[chunk.stream].kind == StreamKind::kPictures) totals.firstPictures -= units;
+  if (IsFirstPart() && movie.streams[chunk.stream].kind == StreamKind::kPictures)
+    totals.firstPictures -= units;
   end = chunk.place;
   chunks.pop_back();
 }

@@ -49,7 +49,7 @@ class AviWriter {
   FileResult EndLastPart();
   FileResult NextPart();
   FileResult EndRest();
-  std::int64_t UnitsOf(const AviChunk& chunk) const;
+  [[nodiscard]] std::int64_t UnitsOf(const AviChunk& chunk) const;
 
   ByteTarget& target;
   AviMovie movie;

@@ -99,7 +99,7 @@ AviMux::AviMux()
     : FilterBase(kAviMuxClass),
       settings(*this),
       interleaving(*this),
-      position(*this),
+      position(*this, [this] { return Length(); }),
       counts(*static_cast<IBaseFilter*>(this)),
       output(std::make_unique<Output>(*this)) {
   AddFreeInput();
@@ -117,8 +117,10 @@ void* AviMux::Find(REFIID iid) {
 
 void AviMux::AddFreeInput() {
   const std::scoped_lock guard(inputsLock);
-  const bool isFree = std::any_of(inputs.begin(), inputs.end(), [](const auto& input) { return !input->IsConnected(); });
-  if (!isFree && inputs.size() < kMostStreams) inputs.push_back(std::make_unique<Input>(*this, inputs.size()));
+  const bool isFree =
+      std::any_of(inputs.begin(), inputs.end(), [](const auto& input) { return !input->IsConnected(); });
+  if (!isFree && inputs.size() < kMostStreams)
+    inputs.push_back(std::make_unique<Input>(*this, inputs.size()));
 }
 
 std::vector<IPin*> AviMux::Pins() {
@@ -152,10 +154,12 @@ HRESULT AviMux::OnStart() {
   const ComPtr<IPin> writer = PeerOf(*output);
   if (!plan || !writer) return S_OK;
   ComPtr<IStream> file;
-  if (const HRESULT result = writer->QueryInterface(IID_IStream, file.ReceiveVoid()); FAILED(result)) return result;
+  if (const HRESULT result = writer->QueryInterface(IID_IStream, file.ReceiveVoid()); FAILED(result))
+    return result;
   plan->movie.fileBytes = SizeOf(*file.Get());
   plan->journal = JournalBeside(*writer.Get());
-  auto made = std::make_shared<RecordingThread>(file, std::move(*plan), counts, static_cast<RecordingUser&>(*this));
+  auto made =
+      std::make_shared<RecordingThread>(file, std::move(*plan), counts, static_cast<RecordingUser&>(*this));
   const HRESULT result = made->Begin();
   const std::scoped_lock guard(recordingLock);
   if (SUCCEEDED(result)) recording = std::move(made);

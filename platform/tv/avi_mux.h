@@ -30,7 +30,6 @@ class AviMux final : public FilterBase, private RecordingUser {
   void EndOfStream();
   // An input was connected.
   void AddFreeInput();
-  MediaTime Length();
 
  protected:
   ~AviMux() override;
@@ -45,6 +44,7 @@ class AviMux final : public FilterBase, private RecordingUser {
 
   std::optional<RecordingPlan> Plan();
   std::shared_ptr<RecordingThread> Recording();
+  MediaTime Length();
   void OnBroken(HRESULT why) override;
   void OnEnded() override;
 

@@ -11,8 +11,8 @@ namespace {
 // Small enough to stay in the processor's cache between reading and writing.
 constexpr std::size_t kBlock = 1UL << 18;
 
-// Held down at present, or pressed meanwhile in a window of this thread, for which the key is then gone. Messages
-// that other programs send are not let in: the caller is in the middle of something.
+// Held down at present, or pressed meanwhile in a window of this thread, for which the key is then gone.
+// Messages that other programs send are not let in: the caller is in the middle of something.
 bool EscapeIsPressed() {
   bool pressed = (static_cast<unsigned>(::GetAsyncKeyState(VK_ESCAPE)) & 0x8000U) != 0;
   MSG message{};

@@ -6,13 +6,7 @@ namespace quorvex {
 namespace {
 
 constexpr std::size_t kMostAtOnce = 1UL << 24;
-
-OVERLAPPED At(std::uint64_t place) {
-  OVERLAPPED at{};
-  at.Offset = static_cast<DWORD>(place);
-  at.OffsetHigh = static_cast<DWORD>(place >> 32);
-  return at;
-}
+constexpr std::uint64_t kNowhere = ~0ULL;
 
 // Asked, for an administrator's files open all the same under Wine.
 bool IsReadOnly(const std::wstring& path) {
@@ -33,13 +27,26 @@ HANDLE OpenFor(const std::wstring& path, CaptureFile::Mode mode) {
 
 HRESULT CaptureFile::Open(const std::wstring& path, Mode mode) {
   Close();
+  at = kNowhere;
   if (path.empty()) return E_INVALIDARG;
   if (mode != Mode::kRead && IsReadOnly(path)) return E_ACCESSDENIED;
   file = OwnFile(OpenFor(path, mode));
   return file ? S_OK : HRESULT_FROM_WIN32(::GetLastError());
 }
 
+// The file's own place is moved, where it is not there already: under Wine a call that names a place asks the
+// server every time.
+bool CaptureFile::GoTo(std::uint64_t place) {
+  if (at == place) return true;
+  LARGE_INTEGER to{};
+  to.QuadPart = static_cast<LONGLONG>(place);
+  const bool done = ::SetFilePointerEx(file.Get(), to, nullptr, FILE_BEGIN);
+  at = done ? place : kNowhere;
+  return done;
+}
+
 FileResult CaptureFile::Note(DWORD code) {
+  at = kNowhere;
   const bool full = code == ERROR_DISK_FULL || code == ERROR_HANDLE_DISK_FULL;
   error = full ? kDiskFull : HRESULT_FROM_WIN32(code);
   return full ? FileResult::kFull : FileResult::kFailed;
@@ -48,20 +55,19 @@ FileResult CaptureFile::Note(DWORD code) {
 FileResult CaptureFile::Write(std::uint64_t place, ByteView bytes, std::size_t& written) {
   written = 0;
   while (written < bytes.size()) {
-    OVERLAPPED at = At(place + written);
     DWORD done = 0;
     const auto count = static_cast<DWORD>(std::min(bytes.size() - written, kMostAtOnce));
-    if (!::WriteFile(file.Get(), bytes.data() + written, count, &done, &at)) return Note(::GetLastError());
+    if (!GoTo(place + written) || !::WriteFile(file.Get(), bytes.data() + written, count, &done, nullptr))
+      return Note(::GetLastError());
     if (done == 0) return Note(ERROR_DISK_FULL);
     written += done;
+    at += done;
   }
   return FileResult::kDone;
 }
 
 FileResult CaptureFile::Resize(std::uint64_t bytes) {
-  LARGE_INTEGER place{};
-  place.QuadPart = static_cast<LONGLONG>(bytes);
-  const bool done = ::SetFilePointerEx(file.Get(), place, nullptr, FILE_BEGIN) && ::SetEndOfFile(file.Get());
+  const bool done = GoTo(bytes) && ::SetEndOfFile(file.Get());
   return done ? FileResult::kDone : Note(::GetLastError());
 }
 
@@ -73,11 +79,13 @@ std::uint64_t CaptureFile::Size() {
 std::size_t CaptureFile::Read(std::uint64_t place, std::span<std::uint8_t> into) {
   std::size_t read = 0;
   while (read < into.size()) {
-    OVERLAPPED at = At(place + read);
     DWORD done = 0;
     const auto count = static_cast<DWORD>(std::min(into.size() - read, kMostAtOnce));
-    if (!::ReadFile(file.Get(), into.data() + read, count, &done, &at) || done == 0) break;
+    const bool going =
+        GoTo(place + read) && ::ReadFile(file.Get(), into.data() + read, count, &done, nullptr);
+    if (!going || done == 0) break;
     read += done;
+    at += done;
   }
   return read;
 }

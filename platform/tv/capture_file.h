@@ -35,8 +35,10 @@ class CaptureFile final : public ByteTarget, public ByteSource {
 
  private:
   FileResult Note(DWORD code);
+  bool GoTo(std::uint64_t place);
 
   UniqueHandle file;
+  std::uint64_t at = 0;  // where the next read or write happens
   HRESULT error = S_OK;
 };
 

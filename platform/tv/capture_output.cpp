@@ -1,5 +1,5 @@
-// What the capture graph builder does with files: the filters that write one, its space, copies of it, and what
-// was cut off in it.
+// What the capture graph builder does with files: the filters that write one, its space, copies of it, and
+// what was cut off in it.
 #include <windows.h>
 
 #include <uuids.h>

@@ -7,7 +7,8 @@ namespace quorvex {
 namespace {
 
 bool IsMissing(HRESULT result) {
-  return result == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND) || result == HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND);
+  return result == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND) ||
+         result == HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND);
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <vfwmsgs.h>
 
 #include "platform/common/answer.h"
-#include "platform/tv/avi_mux.h"
 
 namespace quorvex {
 
@@ -46,8 +45,6 @@ HRESULT Interleaving::get_Interleaving(REFERENCE_TIME* interleave, REFERENCE_TIM
   return SUCCEEDED(result) ? Answer(preroll, lead.load()) : result;
 }
 
-RecordedPosition::RecordedPosition(AviMux& owner) : ObjectPart(owner), mux(owner) {}
-
 HRESULT RecordedPosition::GetCapabilities(DWORD* capabilities) {
   return Answer(capabilities, AM_SEEKING_CanGetCurrentPos);
 }
@@ -64,13 +61,15 @@ HRESULT RecordedPosition::IsFormatSupported(const GUID* format) {
   return *format == TIME_FORMAT_MEDIA_TIME ? S_OK : S_FALSE;
 }
 
-HRESULT RecordedPosition::QueryPreferredFormat(GUID* format) { return Answer(format, TIME_FORMAT_MEDIA_TIME); }
+HRESULT RecordedPosition::QueryPreferredFormat(GUID* format) {
+  return Answer(format, TIME_FORMAT_MEDIA_TIME);
+}
 
 HRESULT RecordedPosition::SetTimeFormat(const GUID* format) {
   const HRESULT result = IsFormatSupported(format);
   return result == S_FALSE ? E_INVALIDARG : result;
 }
 
-HRESULT RecordedPosition::GetCurrentPosition(LONGLONG* told) { return Answer(told, mux.Length()); }
+HRESULT RecordedPosition::GetCurrentPosition(LONGLONG* told) { return Answer(told, length()); }
 
 }  // namespace quorvex

@@ -6,6 +6,8 @@
 #include <strmif.h>
 
 #include <atomic>
+#include <functional>
+#include <utility>
 
 #include "platform/avi/avi_recorder.h"
 #include "platform/common/filter_part.h"
@@ -17,8 +19,8 @@ class MuxSettings final : public FilterPart<IConfigAviMux> {
  public:
   using FilterPart::FilterPart;
 
-  // The stream by which the others' rates go, in the order in which they were connected; -1 for none. A stream
-  // may be named before it is connected.
+  // The stream by which the others' rates go, in the order in which they were connected; -1 for none. A
+  // stream may be named before it is connected.
   HRESULT STDMETHODCALLTYPE SetMasterStream(LONG stream) override;
   HRESULT STDMETHODCALLTYPE GetMasterStream(LONG* stream) override;
   // Whether the file has an index for old players.
@@ -41,7 +43,8 @@ class Interleaving final : public FilterPart<IConfigInterleaving> {
 
   HRESULT STDMETHODCALLTYPE put_Mode(InterleavingMode wanted) override;
   HRESULT STDMETHODCALLTYPE get_Mode(InterleavingMode* told) override;
-  HRESULT STDMETHODCALLTYPE put_Interleaving(const REFERENCE_TIME* interleave, const REFERENCE_TIME* preroll) override;
+  HRESULT STDMETHODCALLTYPE put_Interleaving(const REFERENCE_TIME* interleave,
+                                             const REFERENCE_TIME* preroll) override;
   HRESULT STDMETHODCALLTYPE get_Interleaving(REFERENCE_TIME* interleave, REFERENCE_TIME* preroll) override;
 
  private:
@@ -50,19 +53,20 @@ class Interleaving final : public FilterPart<IConfigInterleaving> {
   std::atomic<REFERENCE_TIME> lead{0};
 };
 
-class AviMux;
-
 // How long the recording is. Nobody can seek in one.
 class RecordedPosition final : public ObjectPart<IMediaSeeking> {
  public:
-  explicit RecordedPosition(AviMux& owner);
+  RecordedPosition(IUnknown& owner, std::function<MediaTime()> itsLength)
+      : ObjectPart(owner), length(std::move(itsLength)) {}
 
   HRESULT STDMETHODCALLTYPE GetCapabilities(DWORD* capabilities) override;
   HRESULT STDMETHODCALLTYPE CheckCapabilities(DWORD* capabilities) override;
   HRESULT STDMETHODCALLTYPE IsFormatSupported(const GUID* format) override;
   HRESULT STDMETHODCALLTYPE QueryPreferredFormat(GUID* format) override;
   HRESULT STDMETHODCALLTYPE GetTimeFormat(GUID* format) override { return QueryPreferredFormat(format); }
-  HRESULT STDMETHODCALLTYPE IsUsingTimeFormat(const GUID* format) override { return IsFormatSupported(format); }
+  HRESULT STDMETHODCALLTYPE IsUsingTimeFormat(const GUID* format) override {
+    return IsFormatSupported(format);
+  }
   HRESULT STDMETHODCALLTYPE SetTimeFormat(const GUID* format) override;
   HRESULT STDMETHODCALLTYPE GetCurrentPosition(LONGLONG* told) override;
   HRESULT STDMETHODCALLTYPE GetDuration(LONGLONG*) override { return E_NOTIMPL; }
@@ -78,7 +82,7 @@ class RecordedPosition final : public ObjectPart<IMediaSeeking> {
   HRESULT STDMETHODCALLTYPE GetPreroll(LONGLONG*) override { return E_NOTIMPL; }
 
  private:
-  AviMux& mux;
+  const std::function<MediaTime()> length;
 };
 
 }  // namespace quorvex

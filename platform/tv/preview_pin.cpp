@@ -5,7 +5,10 @@
 namespace quorvex {
 
 PreviewPin::PreviewPin(FilterBase& owner, LiveDevice& itsDevice, PictureSource& pictures)
-    : LivePin(owner, itsDevice, L"Preview", PIN_CATEGORY_PREVIEW), source(pictures), delivery(*this), control(*this, owner) {}
+    : LivePin(owner, itsDevice, L"Preview", PIN_CATEGORY_PREVIEW),
+      source(pictures),
+      delivery(*this),
+      control(*this, owner) {}
 
 void* PreviewPin::Find(REFIID iid) {
   if (iid == __uuidof(IAMStreamControl)) return static_cast<IAMStreamControl*>(&control);

@@ -7,6 +7,8 @@ namespace {
 
 // The journal is no older than this, and a little.
 constexpr DWORD kNoteEveryMs = 500;
+// What has waited for a slow disk may be recorded much faster than it came.
+constexpr MediaTime kNoteEvery = kNoteEveryMs * kMillisecond;
 
 std::optional<SampleTime> TimeOf(IMediaSample& sample) {
   REFERENCE_TIME begin = 0;
@@ -31,7 +33,8 @@ FileResult StreamTarget::Write(std::uint64_t place, ByteView bytes, std::size_t&
   if (at != place) {
     LARGE_INTEGER to{};
     to.QuadPart = static_cast<LONGLONG>(place);
-    if (const HRESULT result = stream->Seek(to, STREAM_SEEK_SET, nullptr); FAILED(result)) return Note(result);
+    if (const HRESULT result = stream->Seek(to, STREAM_SEEK_SET, nullptr); FAILED(result))
+      return Note(result);
   }
   ULONG count = 0;
   HRESULT result = stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), &count);
@@ -93,7 +96,8 @@ void RecordingThread::Finish() {
 
 bool RecordingThread::Next(Waiting& next) {
   std::unique_lock guard(lock);
-  changed.wait_for(guard, std::chrono::milliseconds(kNoteEveryMs), [this] { return ending || !queue.empty(); });
+  changed.wait_for(guard, std::chrono::milliseconds(kNoteEveryMs),
+                   [this] { return ending || !queue.empty(); });
   next = {};
   if (queue.empty()) return !ending;
   next = std::move(queue.front());
@@ -132,12 +136,15 @@ void RecordingThread::Record(const Waiting& next) {
 HRESULT RecordingThread::NoteNow() {
   const Bytes note = MakeNote({.serial = ++notes, .end = recorder.End(), .movie = recorder.Movie()});
   lastNote = ::GetTickCount64();
+  notedLength = recorder.Length();
   std::size_t written = 0;
   return journal.Write(PlaceOfNote(notes), note, written) == FileResult::kDone ? S_OK : journal.Error();
 }
 
 void RecordingThread::NoteWhenDue() {
-  if (!journal.IsOpen() || over || ::GetTickCount64() - lastNote < kNoteEveryMs) return;
+  const bool isDue =
+      ::GetTickCount64() - lastNote >= kNoteEveryMs || recorder.Length() - notedLength >= kNoteEvery;
+  if (!journal.IsOpen() || over || !isDue) return;
   if (const HRESULT result = NoteNow(); FAILED(result)) Break(result);
 }
 

@@ -93,7 +93,8 @@ class RecordingThread {
   AviRecorder recorder;
   CaptureFile journal;
   std::uint64_t notes = 0;
-  ULONGLONG lastNote = 0;
+  ULONGLONG lastNote = 0;  // by the system's clock
+  MediaTime notedLength = 0;
   DroppedFrames& counts;
   RecordingUser& user;
   std::atomic<MediaTime> length{0};

@@ -1,11 +1,11 @@
-// Records the virtual card as a capture application does, and works capture files. For tests/bench/all and the tests
-// of whole recordings.
+// Records the virtual card as a capture application does, and works capture files. For tests/bench/all and
+// the tests of whole recordings.
 //
 // capture_bench record FILE SECONDS WIDTH HEIGHT [MASTER]   prints frames, dropped, length and CPU, in ms
-// capture_bench bare FILE SECONDS WIDTH HEIGHT              the same samples, written to a file by plain sinks
-// capture_bench allocate FILE MEGABYTES
-// capture_bench copy FROM TO                                prints how long it took, in ms
-// capture_bench recover FILE                                prints the length in ms; nothing when there was none
+// capture_bench bare FILE SECONDS WIDTH HEIGHT              the same samples, written to a file by plain
+// sinks capture_bench allocate FILE MEGABYTES capture_bench copy FROM TO prints how long it took, in ms
+// capture_bench recover FILE                                prints the length in ms; nothing when there was
+// none
 #include <windows.h>
 
 #include <dshow.h>
@@ -46,8 +46,8 @@ double CpuMs() {
 class Graph {
  public:
   Graph() {
-    ::CoCreateInstance(CLSID_CaptureGraphBuilder, nullptr, CLSCTX_INPROC_SERVER, __uuidof(ICaptureGraphBuilder),
-                       builder.ReceiveVoid());
+    ::CoCreateInstance(CLSID_CaptureGraphBuilder, nullptr, CLSCTX_INPROC_SERVER,
+                       __uuidof(ICaptureGraphBuilder), builder.ReceiveVoid());
     builder->GetFiltergraph(graph.Receive());
     graph->QueryInterface(IID_IMediaControl, control.ReceiveVoid());
     card = FilterNamed(CLSID_VideoInputDeviceCategory, kCards[0].name);
@@ -97,7 +97,8 @@ int Record(const char* file, int seconds, Size size, LONG master) {
   const Graph graph;
   graph.SetFormats(size);
   ComPtr<IBaseFilter> mux;
-  HRESULT result = graph.builder->SetOutputFileName(&MEDIASUBTYPE_Avi, Wide(file).c_str(), mux.Receive(), nullptr);
+  HRESULT result =
+      graph.builder->SetOutputFileName(&MEDIASUBTYPE_Avi, Wide(file).c_str(), mux.Receive(), nullptr);
   if (SUCCEEDED(result)) result = mux.As<IConfigAviMux>()->SetMasterStream(master);
   if (SUCCEEDED(result)) result = graph.Render(mux.Get(), mux.Get());
   if (FAILED(result)) return std::printf("%08lx\n", result), 1;
@@ -108,7 +109,8 @@ int Record(const char* file, int seconds, Size size, LONG master) {
   mux.As<IAMDroppedFrames>()->GetNumNotDropped(&frames);
   mux.As<IAMDroppedFrames>()->GetNumDropped(&dropped);
   mux.As<IMediaSeeking>()->GetCurrentPosition(&length);
-  std::printf("frames %ld\ndropped %ld\nlength %lld\ncpu %.0f\n", frames, dropped, length / kMillisecond, graph.cpu);
+  std::printf("frames %ld\ndropped %ld\nlength %lld\ncpu %.0f\n", frames, dropped, length / kMillisecond,
+              graph.cpu);
   return 0;
 }
 
@@ -167,7 +169,10 @@ int Work(const std::vector<const char*>& words) {
     return Record(words[2], number(3), {number(4), number(5)}, words.size() > 6 ? number(6) : -1);
   if (what == "bare") return RecordBare(words[2], number(3), {number(4), number(5)});
   if (what == "allocate")
-    return Graph().builder->AllocCapFile(Wide(words[2]).c_str(), static_cast<DWORDLONG>(number(3)) << 20) == S_OK ? 0 : 1;
+    return Graph().builder->AllocCapFile(Wide(words[2]).c_str(), static_cast<DWORDLONG>(number(3)) << 20) ==
+                   S_OK
+               ? 0
+               : 1;
   if (what == "copy") return Copy(words[2], words.at(3));
   if (what == "recover") return Recover(words[2]);
   return 2;

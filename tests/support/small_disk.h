@@ -15,10 +15,12 @@
 
 namespace quorvex {
 
-// A file writer whose disk is full after so many bytes, as another maker's would be: an input with an IStream.
+// A file writer whose disk is full after so many bytes, as another maker's would be: an input with an
+// IStream.
 class SmallDisk final : public FilterBase {
  public:
-  explicit SmallDisk(std::uint64_t itsRoom) : FilterBase(CLSID_NULL), room(itsRoom), pin(*this), stream(pin, *this) {}
+  explicit SmallDisk(std::uint64_t itsRoom)
+      : FilterBase(CLSID_NULL), room(itsRoom), pin(*this), stream(pin, *this) {}
 
   Bytes bytes;
   const std::uint64_t room;
@@ -33,7 +35,8 @@ class SmallDisk final : public FilterBase {
    public:
     Stream(IPin& pin, SmallDisk& owner) : ObjectPart(pin), disk(owner) {}
     HRESULT STDMETHODCALLTYPE Write(const void* source, ULONG count, ULONG* written) override {
-      *written = place >= disk.room ? 0 : static_cast<ULONG>(std::min<std::uint64_t>(count, disk.room - place));
+      *written =
+          place >= disk.room ? 0 : static_cast<ULONG>(std::min<std::uint64_t>(count, disk.room - place));
       if (disk.bytes.size() < place + *written) disk.bytes.resize(place + *written);
       std::memcpy(disk.bytes.data() + place, source, *written);
       place += *written;
@@ -61,7 +64,9 @@ class SmallDisk final : public FilterBase {
     }
     HRESULT STDMETHODCALLTYPE Revert() override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override {
+      return E_NOTIMPL;
+    }
     HRESULT STDMETHODCALLTYPE Clone(IStream**) override { return E_NOTIMPL; }
 
    private:

@@ -22,7 +22,8 @@ class Recording {
   }
 
   void Picture(MediaTime begin, MediaTime length = kPicture) {
-    EXPECT_EQ(recorder.Take(0, SampleTime{begin, begin + length}, Numbered(number++, 16), true), FileResult::kDone);
+    EXPECT_EQ(recorder.Take(0, SampleTime{begin, begin + length}, Numbered(number++, 16), true),
+              FileResult::kDone);
   }
   // Sound of this many blocks.
   void Sound(MediaTime begin, std::int64_t blocks = 2400, MediaTime length = kSecond / 20) {
@@ -75,10 +76,10 @@ TEST(StreamRateTest, UsualRatesAreRecognised) {
     MediaTime frame;
     UnitRate rate;
   };
-  for (const Case& each : {Case{333667, {30000, 1001}}, Case{333666, {30000, 1001}}, Case{333333, {30, 1}},
-                           Case{400000, {25, 1}}, Case{417083, {24000, 1001}}, Case{166667, {60, 1}},
-                           Case{kSecond, {1, 1}}, Case{666667, {15, 1}}, Case{123000, {10000000, 123000}},
-                           Case{4000001, {10000000, 4000001}}})
+  for (const Case& each :
+       {Case{333667, {30000, 1001}}, Case{333666, {30000, 1001}}, Case{333333, {30, 1}},
+        Case{400000, {25, 1}}, Case{417083, {24000, 1001}}, Case{166667, {60, 1}}, Case{kSecond, {1, 1}},
+        Case{666667, {15, 1}}, Case{123000, {10000000, 123000}}, Case{4000001, {10000000, 4000001}}})
     EXPECT_EQ(PictureRate(each.frame), each.rate) << each.frame;
 }
 
@@ -89,10 +90,10 @@ TEST(AviRecorderTest, TheMovieBeginsWithTheFirstPicture) {
     std::int64_t silence;
     std::int64_t left;  // of the first two pieces of sound
   };
-  for (const Case& each : {Case{"together", 0, 0, 4800}, Case{"sound first", -kSecond / 40, 0, 3600},
-                           Case{"one piece too early", -kSecond / 20, 0, 2400},
-                           Case{"picture first", kSecond / 100, 480, 4800},
-                           Case{"long after", 3 * kSecond, 144000, 4800}}) {
+  for (const Case& each :
+       {Case{"together", 0, 0, 4800}, Case{"sound first", -kSecond / 40, 0, 3600},
+        Case{"one piece too early", -kSecond / 20, 0, 2400}, Case{"picture first", kSecond / 100, 480, 4800},
+        Case{"long after", 3 * kSecond, 144000, 4800}}) {
     Recording recording;
     const MediaTime start = 100 * kSecond;
     if (each.sound >= 0) recording.Picture(start);
@@ -100,7 +101,8 @@ TEST(AviRecorderTest, TheMovieBeginsWithTheFirstPicture) {
     recording.Sound(start + each.sound + kSecond / 20);
     if (each.sound < 0) recording.Picture(start);
     EXPECT_EQ(recording.Pictures().front(), 0) << each.name;
-    const auto quiet = static_cast<std::int64_t>(std::count(recording.heard.begin(), recording.heard.end(), 0)) / 4;
+    const auto quiet =
+        static_cast<std::int64_t>(std::count(recording.heard.begin(), recording.heard.end(), 0)) / 4;
     EXPECT_EQ(quiet, each.silence) << each.name;
     EXPECT_EQ(static_cast<std::int64_t>(recording.heard.size()) / 4 - quiet, each.left) << each.name;
   }
@@ -195,9 +197,12 @@ TEST(AviRecorderTest, TheOthersFollowTheMaster) {
     Recording recording(each.master, movie);
     constexpr int kSeconds = 600;
     std::int64_t sounds = 0;
-    const auto soundTime = [&] { return static_cast<MediaTime>(std::llround(static_cast<double>(sounds) * 500000 / each.soundSpeed)); };
+    const auto soundTime = [&] {
+      return static_cast<MediaTime>(std::llround(static_cast<double>(sounds) * 500000 / each.soundSpeed));
+    };
     for (int i = 0;; ++i) {
-      const auto time = static_cast<MediaTime>(std::llround(i * (kSecond * 1001.0 / 30000) / each.pictureSpeed));
+      const auto time =
+          static_cast<MediaTime>(std::llround(i * (kSecond * 1001.0 / 30000) / each.pictureSpeed));
       if (time > kSeconds * kSecond) break;
       for (; soundTime() <= time; ++sounds) recording.Sound(soundTime(), 400);
       recording.Picture(time);
@@ -222,7 +227,8 @@ TEST(AviRecorderTest, ImpossibleTimesDoNoHarm) {
   Recording recording;
   constexpr MediaTime kMost = std::numeric_limits<MediaTime>::max();
   recording.Picture(0);
-  EXPECT_EQ(recording.recorder.Take(0, SampleTime{kMost - 5, kMost}, Numbered(1, 16), true), FileResult::kDone);
+  EXPECT_EQ(recording.recorder.Take(0, SampleTime{kMost - 5, kMost}, Numbered(1, 16), true),
+            FileResult::kDone);
   EXPECT_EQ(recording.recorder.Take(0, SampleTime{-kMost, kMost}, Numbered(2, 16), true), FileResult::kDone);
   EXPECT_EQ(recording.recorder.Take(1, SampleTime{-kMost, -kMost}, Bytes(400, 1), true), FileResult::kDone);
   EXPECT_EQ(recording.recorder.Take(0, std::nullopt, Numbered(3, 16), true), FileResult::kDone);

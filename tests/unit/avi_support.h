@@ -78,7 +78,8 @@ inline FoundAvi FindAll(const Bytes& file) {
 }
 
 inline AviStream TestPictures() {
-  return {.kind = StreamKind::kPictures, .rate = {30000, 1001}, .width = 8, .height = 4, .format = Bytes(40, 1)};
+  return {
+      .kind = StreamKind::kPictures, .rate = {30000, 1001}, .width = 8, .height = 4, .format = Bytes(40, 1)};
 }
 inline AviStream TestSound() {
   return {.kind = StreamKind::kSound, .rate = {48000, 1}, .unitBytes = 4, .format = Bytes(18, 2)};

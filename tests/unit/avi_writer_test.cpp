@@ -244,8 +244,9 @@ TEST(AviWriterTest, OtherProgramsPlayTenGigabytes) {
   // Found by the indexes, in the first part and in those beyond 4 GB.
   for (const int second : {0, 20, 50, 71}) {
     const std::string at = std::to_string(second);
-    const std::string shown = Asked("ffmpeg -nostdin -v error -ss " + at + " -i " + path +
-                                    " -frames:v 1 -c copy -f rawvideo - 2>/dev/null | head -c 4 | od -An -tu4");
+    const std::string shown =
+        Asked("ffmpeg -nostdin -v error -ss " + at + " -i " + path +
+              " -frames:v 1 -c copy -f rawvideo - 2>/dev/null | head -c 4 | od -An -tu4");
     EXPECT_EQ(std::atoi(shown.c_str()), second * 25);
   }
   std::filesystem::remove(path);

@@ -41,7 +41,8 @@ Bytes OlderRecording() {
   movie.id = 5;
   AviWriter writer(file, movie);
   EXPECT_EQ(writer.Begin(), FileResult::kDone);
-  for (std::uint32_t i = 0; i < 300; ++i) EXPECT_EQ(writer.Add(0, Numbered(1000 + i, 900), true), FileResult::kDone);
+  for (std::uint32_t i = 0; i < 300; ++i)
+    EXPECT_EQ(writer.Add(0, Numbered(1000 + i, 900), true), FileResult::kDone);
   EXPECT_EQ(writer.Finish(), FileResult::kDone);
   return file.bytes;
 }
@@ -71,7 +72,8 @@ TEST(CaptureRepairTest, EverythingNotedIsThereAndNothingElse) {
       ASSERT_EQ(writer.Finish(), FileResult::kDone);
       const std::uint64_t movie = MovieBytes(finished).value_or(0);
       ASSERT_EQ(MovieBytes(killed.file), movie) << noted;
-      EXPECT_TRUE(std::equal(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(movie), finished.bytes.begin()))
+      EXPECT_TRUE(
+          std::equal(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(movie), finished.bytes.begin()))
           << noted;
     }
   }
@@ -169,7 +171,8 @@ TEST(CaptureRepairFuzz, AnyFileHasAnExtentWithinIt) {
   for (int round = 0; round < 4000; ++round) {
     MemoryFile file(whole);
     for (std::size_t count = random() % 6; count > 0; --count)
-      file.bytes[random() % (random() % 2 == 0 ? 64 : file.bytes.size())] = static_cast<std::uint8_t>(random());
+      file.bytes[random() % (random() % 2 == 0 ? 64 : file.bytes.size())] =
+          static_cast<std::uint8_t>(random());
     if (random() % 4 == 0) file.bytes.resize(random() % file.bytes.size());
     ASSERT_LE(MovieBytes(file).value_or(0), file.bytes.size());
   }
