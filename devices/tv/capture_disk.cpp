@@ -45,7 +45,7 @@ bool ChooseCaptureFileName(HWND owner, std::string& path) {
   dialog.Flags = OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_NOREADONLYRETURN;
   const NameGuard guard;
   if (::GetOpenFileNameA(&dialog) == FALSE) return false;
-  const std::string chosen = WithExtension(name.c_str());
+  const std::string chosen = WithExtension(name.data());
   const char* const objection = Objection(chosen);
   if (objection != nullptr) {
     SetDisplayText(objection);

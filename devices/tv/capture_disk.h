@@ -9,9 +9,6 @@
 
 namespace quorvex {
 
-// The longest path of a capture file and of a copy of one, in bytes.
-inline constexpr std::size_t kLongestCapturePath = 259;
-
 // Asks for an AVI file, which need not be there; the dialog starts at `path`, which becomes the one chosen,
 // with an extension. False when the user cancels, or when the file is in use or its path too long: the text
 // line says so.

@@ -20,7 +20,7 @@ class CaptureFileDialog {
   bool Run(HWND owner);
 
  private:
-  static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+  static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   INT_PTR OnCommand(int control);
   void OnStart();
   void OnChange();

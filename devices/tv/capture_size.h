@@ -1,6 +1,7 @@
 // The room that a capture file gets: what its disk offers, and what may be typed into the dialog's field.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -10,6 +11,9 @@ namespace quorvex {
 
 // A size that can be handed to the device.
 inline constexpr int kLargestCaptureMegabytes = 65535;
+
+// The longest path of a capture file and of a copy of one, in bytes.
+inline constexpr std::size_t kLongestCapturePath = 259;
 
 struct CaptureRoom {
   int megabytes = 0;        // the size that the dialog proposes

@@ -4,7 +4,7 @@
 #include <commdlg.h>
 #include <dlgs.h>
 
-#include "devices/tv/capture_disk.h"
+#include "devices/tv/capture_size.h"
 #include "panel/status_display.h"
 
 namespace quorvex {

@@ -1,6 +1,7 @@
 #include "devices/tv/tv_settings.h"
 
 #include "base/text.h"
+#include "devices/tv/capture_size.h"
 #include "devices/tv/channel_list.h"
 
 namespace quorvex {
@@ -8,7 +9,6 @@ namespace {
 
 constexpr char kTv[] = "TV";
 constexpr char kCapture[] = "CAPTURE";
-constexpr std::size_t kLongestPath = 259;
 
 const char* ChannelKey(TunerFeed input) {
   return input == TunerFeed::kAntenna ? "AntennaChannelList" : "CableChannelList";
@@ -31,7 +31,7 @@ TvSettings ReadTvSettings(const IniDocument& store) {
 CaptureSettings ReadCaptureSettings(const IniDocument& store) {
   CaptureSettings settings;
   settings.audio = store.Integer(kCapture, "CaptureAudio", 1) != 0;
-  settings.file = FirstCharacters(store.Find(kCapture, "CaptureFile").value_or(""), kLongestPath);
+  settings.file = FirstCharacters(store.Find(kCapture, "CaptureFile").value_or(""), kLongestCapturePath);
   settings.promptToSave = store.Integer(kCapture, "PromptToSave", 0) != 0;
   settings.useFrameRate = store.Integer(kCapture, "UseFrameRate", 1) != 0;
   settings.frameRate = FrameRateOf(store.Integer(kCapture, "FrameRate", 666666));

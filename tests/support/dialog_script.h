@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/dialog_search.h"
+
 namespace quorvex {
 
 class DialogScript {
@@ -68,38 +70,20 @@ class DialogScript {
   }
 
  private:
-  struct Search {
-    const std::string& caption;
-    HWND found = nullptr;
-  };
-
-  static BOOL CALLBACK Match(HWND window, LPARAM wanted) {
-    auto& search = *reinterpret_cast<Search*>(wanted);
-    char name[16] = "";
-    char caption[200] = "";
-    DWORD process = 0;
-    ::GetClassNameA(window, name, sizeof name);
-    ::GetWindowThreadProcessId(window, &process);
-    ::GetWindowTextA(window, caption, sizeof caption);
-    const bool dialog = name == std::string("#32770") && process == ::GetCurrentProcessId() &&
-                        ::IsWindowVisible(window) && ::IsWindowEnabled(window);
-    if (!dialog || caption != search.caption) return TRUE;
-    search.found = window;
-    return FALSE;
-  }
-
   static void Take(const Step& step) {
-    Search search{step.caption};
+    HWND dialog = nullptr;
     const auto look = [&] {
-      ::EnumWindows(Match, reinterpret_cast<LPARAM>(&search));
-      return search.found != nullptr;
+      dialog = FindDialog([&](HWND window, const std::string& caption) {
+        return caption == step.caption && ::IsWindowEnabled(window);
+      });
+      return dialog != nullptr;
     };
     if (!WaitUntil(look)) {
       ADD_FAILURE() << "no dialog " << step.caption;
       return;
     }
-    step.use(search.found);
-    EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(search.found) || !::IsWindowEnabled(search.found); }))
+    step.use(dialog);
+    EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(dialog) || !::IsWindowEnabled(dialog); }))
         << step.caption << " does not close";
   }
 

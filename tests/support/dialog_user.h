@@ -9,6 +9,8 @@
 #include <string>
 #include <thread>
 
+#include "tests/support/dialog_search.h"
+
 namespace quorvex {
 
 class DialogUser {
@@ -96,33 +98,15 @@ class DialogUser {
  private:
   static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) { ++ticks; }
 
-  struct Search {
-    const std::function<bool(HWND)>& isIt;
-    HWND found;
-  };
-
-  static BOOL CALLBACK Match(HWND window, LPARAM wanted) {
-    auto& search = *reinterpret_cast<Search*>(wanted);
-    char name[16] = "";
-    DWORD process = 0;
-    ::GetClassNameA(window, name, sizeof name);
-    ::GetWindowThreadProcessId(window, &process);
-    const bool dialog =
-        std::string(name) == "#32770" && process == ::GetCurrentProcessId() && ::IsWindowVisible(window);
-    if (!dialog || !search.isIt(window)) return TRUE;
-    search.found = window;
-    return FALSE;
-  }
-
   static HWND WaitForDialog(const std::function<bool(HWND)>& isIt) {
-    Search search{isIt, nullptr};
+    HWND found = nullptr;
     WaitUntil(
         [&] {
-          ::EnumWindows(Match, reinterpret_cast<LPARAM>(&search));
-          return search.found != nullptr;
+          found = FindDialog([&](HWND window, const std::string&) { return isIt(window); });
+          return found != nullptr;
         },
         15000);
-    return search.found;
+    return found;
   }
 
   void Use(const std::function<bool(HWND)>& isIt, const std::function<void()>& script) {

@@ -3,8 +3,11 @@
 
 #include <windows.h>
 
+#include <mmreg.h>
 #include <strmif.h>
+#include <uuids.h>
 
+#include <cstring>
 #include <string>
 
 #include "tests/support/com_fake.h"
@@ -46,6 +49,34 @@ class FakeFileWriter final : public ComFake<IFileSinkFilter> {
     return script.Call("SetFileName", Narrow(path));
   }
   QUORVEX_UNEXPECTED(GetCurFile, LPOLESTR*, AM_MEDIA_TYPE*)
+};
+
+// The sound input's format: plain 16-bit stereo of 44.1 kHz.
+class FakeSoundConfig final : public ComFake<IAMStreamConfig> {
+ public:
+  explicit FakeSoundConfig(ComScript& itsScript)
+      : ComFake(itsScript, "audio stream", {{{IID_IAMStreamConfig, "IAMStreamConfig"}}}) {}
+
+  STDMETHODIMP GetFormat(AM_MEDIA_TYPE** type) override {
+    *type = nullptr;
+    if (const HRESULT result = script.Answer("GetSoundFormat"); FAILED(result)) return result;
+    const WAVEFORMATEX sound{WAVE_FORMAT_PCM, 2, 44100, 176400, 4, 16, 0};
+    *type = static_cast<AM_MEDIA_TYPE*>(::CoTaskMemAlloc(sizeof(AM_MEDIA_TYPE)));
+    **type = {};
+    (*type)->formattype = FORMAT_WaveFormatEx;
+    (*type)->cbFormat = sizeof sound;
+    (*type)->pbFormat = static_cast<BYTE*>(::CoTaskMemAlloc(sizeof sound));
+    std::memcpy((*type)->pbFormat, &sound, sizeof sound);
+    return S_OK;
+  }
+  STDMETHODIMP SetFormat(AM_MEDIA_TYPE* type) override {
+    const auto* const sound = reinterpret_cast<const WAVEFORMATEX*>(type->pbFormat);
+    EXPECT_EQ(type->cbFormat, sizeof *sound + sound->cbSize);
+    return script.Call("SetSoundFormat",
+                       std::to_string(sound->nSamplesPerSec) + ' ' + std::to_string(sound->nChannels));
+  }
+  QUORVEX_UNEXPECTED(GetNumberOfCapabilities, int*, int*)
+  QUORVEX_UNEXPECTED(GetStreamCaps, int, AM_MEDIA_TYPE**, BYTE*)
 };
 
 class FakeFrameCounts final : public ComFake<IAMDroppedFrames> {

@@ -182,8 +182,8 @@ class FakeCaptureBuilder final : public ComFake<ICaptureGraphBuilder, ICaptureRe
     return iid == IID_IVideoWindow ? "IVideoWindow" : "?";
   }
   void* Make(REFIID iid, const std::string& owner) {
-    if (iid == IID_IAMStreamConfig)
-      return new FakeStreamConfig(card, owner == "card" ? "video stream" : "audio stream");
+    if (iid == IID_IAMStreamConfig && owner != "card") return new FakeSoundConfig(card);
+    if (iid == IID_IAMStreamConfig) return new FakeStreamConfig(card, "video stream");
     if (iid == IID_IAMVfwCaptureDialogs) return new FakeDialogs(card);
     if (iid == IID_IAMTVTuner) return new FakeTuner(card);
     if (iid == IID_IAMCrossbar) return new FakeCrossbar(card);

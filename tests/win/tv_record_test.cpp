@@ -309,6 +309,35 @@ TEST_F(TvRecordTest, TheStoreKnowsTheFileBeforeItIsWritten) {
   EXPECT_EQ(Stored("CaptureFile"), "C:\\new tape.avi");
 }
 
+TEST_F(TvRecordTest, TheFormatOfTheSoundIsChosenInThePlatformsDialog) {
+  constexpr char kSound[] = "Sound Selection";
+  constexpr int kFormats = 102;
+  OpenWithFile();
+  ASSERT_TRUE(Device().HasAudioFormat());
+  const auto choose = [this](DialogScript::Step step) {
+    tv.Take();
+    const DialogScript script({std::move(step)});
+    Device().ChooseAudioFormat(mainWindow);
+    return tv.Take();
+  };
+  EXPECT_EQ(choose(DialogScript::Press(kSound, IDCANCEL)), "");
+  EXPECT_EQ(choose(DialogScript::Press(kSound, IDOK)), "Stop\nSetSoundFormat 44100 2\nRun\n");
+  const auto chooseFirst = [](HWND dialog) {
+    const HWND formats = ::GetDlgItem(dialog, kFormats);
+    ::SendMessageA(formats, CB_SETCURSEL, 0, 0);
+    ::SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(kFormats, CBN_SELCHANGE),
+                   reinterpret_cast<LPARAM>(formats));
+    ::PostMessageA(dialog, WM_COMMAND, IDOK, 0);
+  };
+  EXPECT_EQ(choose({kSound, chooseFirst}), "Stop\nSetSoundFormat 8000 1\nRun\n");
+  tv.answers["SetSoundFormat"] = E_FAIL;
+  EXPECT_EQ(choose(DialogScript::Press(kSound, IDOK)), "Stop\nSetSoundFormat 44100 2\nRun\n");
+  EXPECT_EQ(ShownText(), "The sound input does not take this format");
+  tv.answers["GetSoundFormat"] = E_FAIL;
+  Device().ChooseAudioFormat(mainWindow);
+  EXPECT_EQ(tv.Take(), "");
+}
+
 TEST_F(TvRecordTest, WhatItHasComeToIsTold) {
   OpenWithFile();
   EXPECT_FALSE(Device().Recorded().has_value());
