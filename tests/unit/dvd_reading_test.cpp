@@ -106,6 +106,18 @@ TEST_F(DvdReadingTest, WhatIsDamagedInATableIsReadFromItsCopy) {
   }
 }
 
+TEST_F(DvdReadingTest, WhatADiscPlaysWithoutMayBeDamagedInBoth) {
+  constexpr std::size_t kAttributeTable = 0xD0;
+  const std::size_t first = Disc().RegionOf("VIDEO_TS.IFO").first;
+  for (const bool copyThere : {true, false}) {
+    for (const char* file : {"VIDEO_TS.IFO", "VIDEO_TS.BUP"})
+      Fill(file, Disc().Sector(first)[kAttributeTable + 3], 1, 0);
+    if (!copyThere) Fill("VIDEO_TS.BUP", 0, 1, 0);
+    EXPECT_EQ(PlayedChapters().size(), kChapters) << copyThere;
+    Disc().Restore();
+  }
+}
+
 TEST_F(DvdReadingTest, SectorsThatCannotBeReadAreSkipped) {
   const MutableDisc::Region& film = Disc().RegionOf("VTS_01_1.VOB");
   constexpr std::size_t kUnits = kChapters * 2;  // another title follows
