@@ -32,6 +32,7 @@ MutableDisc& Disc() {
 
 class DvdReadingTest : public testing::Test {
  protected:
+  DvdReadingTest() { Disc(); }  // it keeps its image open from now on
   ~DvdReadingTest() override { Disc().Restore(); }
 
   static void Fill(const std::string& file, std::size_t sector, std::size_t count, std::uint8_t value) {
