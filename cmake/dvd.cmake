@@ -1,8 +1,8 @@
 # The platform layer's player of DVD-Video discs. libdvdnav and libdvdread: tools/deps/build-deps.
 add_library(dvdnav INTERFACE)
 target_include_directories(dvdnav SYSTEM INTERFACE ${deps_dir}/include)
-target_link_directories(dvdnav INTERFACE ${deps_dir}/lib)
-target_link_libraries(dvdnav INTERFACE -ldvdnav -ldvdread)
+# As files: what is linked with them is linked again when they are mended.
+target_link_libraries(dvdnav INTERFACE ${deps_dir}/lib/libdvdnav.a ${deps_dir}/lib/libdvdread.a)
 
 add_library(
   qvdvd MODULE

@@ -32,6 +32,7 @@ MutableDisc& Disc() {
 
 class DvdReadingTest : public testing::Test {
  protected:
+  DvdReadingTest() { Disc(); }  // it keeps its image open from now on
   ~DvdReadingTest() override { Disc().Restore(); }
 
   static void Fill(const std::string& file, std::size_t sector, std::size_t count, std::uint8_t value) {
@@ -102,6 +103,18 @@ TEST_F(DvdReadingTest, WhatIsDamagedInATableIsReadFromItsCopy) {
     }
     Fill(file, 0, count, 0);
     EXPECT_EQ(PlayedChapters().size(), kChapters) << file;
+    Disc().Restore();
+  }
+}
+
+TEST_F(DvdReadingTest, WhatADiscPlaysWithoutMayBeDamagedInBoth) {
+  constexpr std::size_t kAttributeTable = 0xD0;
+  const std::size_t first = Disc().RegionOf("VIDEO_TS.IFO").first;
+  for (const bool copyThere : {true, false}) {
+    for (const char* file : {"VIDEO_TS.IFO", "VIDEO_TS.BUP"})
+      Fill(file, Disc().Sector(first)[kAttributeTable + 3], 1, 0);
+    if (!copyThere) Fill("VIDEO_TS.BUP", 0, 1, 0);
+    EXPECT_EQ(PlayedChapters().size(), kChapters) << copyThere;
     Disc().Restore();
   }
 }
