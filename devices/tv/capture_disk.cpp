@@ -45,7 +45,8 @@ bool ChooseCaptureFileName(HWND owner, std::string& path) {
   dialog.Flags = OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_NOREADONLYRETURN;
   const NameGuard guard;
   if (::GetOpenFileNameA(&dialog) == FALSE) return false;
-  const std::string chosen = WithExtension(name.data());
+  name.resize(name.find('\0'));
+  const std::string chosen = WithExtension(name);
   const char* const objection = Objection(chosen);
   if (objection != nullptr) {
     SetDisplayText(objection);
