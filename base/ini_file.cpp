@@ -113,7 +113,13 @@ bool Replace(const std::string& path, const std::string& bytes) {
     }
   }
   const DWORD flags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-  if (WithPatience([&] { return ::MoveFileExA(fresh.c_str(), path.c_str(), flags) != FALSE; })) return true;
+  const auto move = [&] {
+    if (::MoveFileExA(fresh.c_str(), path.c_str(), flags) != FALSE) return true;
+    // A file that somebody just reads is not replaced either, and this is how it is told.
+    if (::GetLastError() == ERROR_ACCESS_DENIED) ::SetLastError(ERROR_SHARING_VIOLATION);
+    return false;
+  };
+  if (WithPatience(move)) return true;
   ::DeleteFileA(fresh.c_str());
   return false;
 }
