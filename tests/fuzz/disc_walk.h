@@ -13,7 +13,7 @@ struct WalkResult {
   int sectors = 0;  // that were played
 };
 
-// The bytes are orders: the high half of each first byte is its size or kind, see DiscWalk::Obey. The disc is
+// The bytes are orders, first to the damage, then of what the user wishes: see ObeyOne and Do. The disc is
 // whole again afterwards.
 WalkResult WalkDisc(MutableDisc& disc, std::span<const std::uint8_t> orders);
 

@@ -2,7 +2,7 @@
 
 #include <dvdread/dvd_reader.h>
 #include <dvdread/dvd_udf.h>
-#include <fcntl.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -35,17 +35,16 @@ bool BeginsUnit(std::span<const std::uint8_t> sector) {
 
 }  // namespace
 
-MutableDisc::MutableDisc(const std::filesystem::path& image, std::filesystem::path copy)
-    : path(std::move(copy)), sound(ReadFile(image)) {
-  std::filesystem::copy_file(image, path, std::filesystem::copy_options::overwrite_existing);
-  file = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+// A file without a name, which is found by its number as long as it is open.
+MutableDisc::MutableDisc(const std::filesystem::path& image)
+    : sound(ReadFile(image)),
+      file(::memfd_create("disc", MFD_CLOEXEC)),
+      path("/proc/self/fd/" + std::to_string(file)) {
+  Write(0, 0, sound);
   FindRegions();
 }
 
-MutableDisc::~MutableDisc() {
-  ::close(file);
-  std::filesystem::remove(path);
-}
+MutableDisc::~MutableDisc() { ::close(file); }
 
 void MutableDisc::FindRegions() {
   constexpr const char* kFiles[] = {"VIDEO_TS.IFO", "VTS_01_0.IFO", "VTS_02_0.IFO", "VIDEO_TS.BUP",

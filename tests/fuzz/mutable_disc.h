@@ -1,4 +1,4 @@
-// A disc image that can be damaged and is whole again afterwards: a copy of a sound one.
+// A disc image that can be damaged and is whole again afterwards: a copy of a sound one, in memory.
 #pragma once
 
 #include <cstdint>
@@ -23,9 +23,8 @@ class MutableDisc {
     std::vector<std::size_t> units;  // where the video units of a film begin
   };
 
-  // `image`: a sound one, left as it is. `copy`: the file that is damaged and read. Throws std::runtime_error
-  // when there is no such image.
-  MutableDisc(const std::filesystem::path& image, std::filesystem::path copy);
+  // `image`: a sound one, left as it is. Throws std::runtime_error when there is no such image.
+  explicit MutableDisc(const std::filesystem::path& image);
   MutableDisc(const MutableDisc&) = delete;
   MutableDisc& operator=(const MutableDisc&) = delete;
   ~MutableDisc();
@@ -47,12 +46,12 @@ class MutableDisc {
  private:
   void FindRegions();
 
+  const std::vector<std::uint8_t> sound;
+  const int file;
   const std::filesystem::path path;
-  std::vector<std::uint8_t> sound;
   std::vector<Region> regions;
   std::set<std::size_t> touched;
   bool cut = false;
-  int file = -1;
 };
 
 }  // namespace quorvex

@@ -1,6 +1,5 @@
 // Discs with damage that is known, and by the hundred: read by the platform layer's navigator over libdvdnav.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <fstream>
@@ -25,14 +24,13 @@ constexpr std::chrono::seconds kPatience{5};
 constexpr int kChapters = 3;  // of title 1
 
 MutableDisc& Disc() {
-  static MutableDisc disc(QUORVEX_LITTLE_DISC,
-                          testing::TempDir() + "quorvex_little_" + std::to_string(::getpid()) + ".iso");
+  static MutableDisc disc(QUORVEX_LITTLE_DISC);
   return disc;
 }
 
 class DvdReadingTest : public testing::Test {
  protected:
-  DvdReadingTest() { Disc(); }  // it keeps its image open from now on
+  DvdReadingTest() { Disc(); }  // its file is open from now on
   ~DvdReadingTest() override { Disc().Restore(); }
 
   static void Fill(const std::string& file, std::size_t sector, std::size_t count, std::uint8_t value) {
