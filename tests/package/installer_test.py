@@ -131,8 +131,8 @@ class Installer(unittest.TestCase):
             self.assertEqual(after - before - {PLATFORM_LEFT}, set())
             self.assertNotIn("qvcd.dll", (self.windows / "system.ini").read_text())
             self.assertIn("Kept=yes", (self.windows / "quorvex.ini").read_text())
-            for name in ("cd.abm", "mfiles.abm"):
-                self.assertEqual((self.windows / name).read_bytes(), STORES[name].encode())
+            for name in ("cd.abm", "mfiles.abm"):  # what was played has come behind
+                self.assertTrue((self.windows / name).read_bytes().startswith(STORES[name].encode()), name)
 
 
 if __name__ == "__main__":
