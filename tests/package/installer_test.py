@@ -82,7 +82,7 @@ class Installer(unittest.TestCase):
         return said if code == 0 else ""
 
     def test_a_whole_life(self):
-        before, drive_before = self.registry(), (self.windows / "system.ini").read_text()
+        before = self.registry()
         for name, text in STORES.items():
             (self.windows / name).write_bytes(text.encode())
 
@@ -129,10 +129,10 @@ class Installer(unittest.TestCase):
             after = self.registry()
             self.assertEqual(before - after, set())
             self.assertEqual(after - before - {PLATFORM_LEFT}, set())
-            self.assertEqual((self.windows / "system.ini").read_text(), drive_before)
+            self.assertNotIn("qvcd.dll", (self.windows / "system.ini").read_text())
             self.assertIn("Kept=yes", (self.windows / "quorvex.ini").read_text())
-            for name in ("cd.abm", "mfiles.abm"):
-                self.assertEqual((self.windows / name).read_bytes(), STORES[name].encode())
+            for name in ("cd.abm", "mfiles.abm"):  # what was played has come behind
+                self.assertTrue((self.windows / name).read_bytes().startswith(STORES[name].encode()), name)
 
 
 if __name__ == "__main__":
