@@ -168,7 +168,8 @@ class DebianPackage(unittest.TestCase):
         with self.subTest("a file that does not exist, from a menu"):
             failed = self.start("quorvex", "/home/tester/nothing.wav")
             box = wait_for(lambda: self.screen("search", "--onlyvisible", "--class", "xmessage").split())[0]
-            self.screen("mousemove", "--window", box, "5", "5", "sleep", "0.5", "key", "Return")
+            height = int(re.search(r"HEIGHT=(\d+)", self.screen("getwindowgeometry", "--shell", box))[1])
+            self.screen("mousemove", "--window", box, "20", str(height - 14), "sleep", "0.5", "click", "1")
             self.assertEqual(failed.wait(60), 2)
         with self.subTest("closed"):
             self.close(player)

@@ -27,9 +27,15 @@ start_player() {
   player=$!
 }
 
-# Waits until the player can be worked; fails when that takes all too long.
+# Waits until the player has started, its lamp test included, whose end would write over what plays; fails when that takes all too long.
 await_player() {
-  for _ in $(seq 100); do remote state >/dev/null 2>&1 && return; sleep 0.2; done
+  for _ in $(seq 100); do
+    case $(remote state 2>/dev/null) in
+      *lamps=*AM*PM*) ;;
+      *lamps=[A-Z0-9]*) return ;;
+    esac
+    sleep 0.2
+  done
   echo "Quorvex does not answer." >&2
   return 1
 }
