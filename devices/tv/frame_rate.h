@@ -9,7 +9,8 @@ namespace quorvex {
 inline constexpr double kUnitsPerSecond = 10'000'000;
 inline constexpr double kDefaultFrameRate = 15.0;
 
-// The time of a frame at a rate above 0 (frames a second); at least 1, and no more than the settings can hold.
+// The time of a frame at a rate above 0 (frames a second); at least 1, and no more than the settings can
+// hold.
 constexpr std::int64_t FrameTimeOf(double framesPerSecond) {
   return static_cast<std::int64_t>(std::clamp(kUnitsPerSecond / framesPerSecond, 1.0, 2147483647.0));
 }

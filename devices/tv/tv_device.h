@@ -101,7 +101,8 @@ class CTVDevice final : public CGraphDevice {
   // Whether the card was pulled out while it was shown.
   [[nodiscard]] bool IsGone() const { return gone; }
 
-  // The tuner's input. Another one brings its own list of channels and its last channel; so does the same anew.
+  // The tuner's input. Another one brings its own list of channels and its last channel; so does the same
+  // anew.
   [[nodiscard]] TunerFeed TunerInput() const { return tunerInput; }
   void SetTunerInput(TunerFeed input);
 

@@ -11,7 +11,7 @@ constexpr MediaTime kLongestWait = kSecond;
 constexpr MediaTime kPause = 5 * kSecond;
 // Sound whose times are less off than this is whole.
 constexpr MediaTime kUnheard = 20 * kMillisecond;
-constexpr std::size_t kSilenceBytes = 64UL * 1024;
+constexpr std::size_t kSilenceBytes = std::size_t{64} * 1024;
 // A picture's own length is believed between these.
 constexpr MediaTime kShortestPicture = kSecond / 240;
 constexpr MediaTime kLongestSample = 10 * kSecond;

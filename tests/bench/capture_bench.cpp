@@ -1,11 +1,15 @@
 // Records the virtual card as a capture application does, and works capture files. For tests/bench/all and
 // the tests of whole recordings.
 //
-// capture_bench record FILE SECONDS WIDTH HEIGHT [MASTER]   prints frames, dropped, length and CPU, in ms
-// capture_bench bare FILE SECONDS WIDTH HEIGHT              the same samples, written to a file by plain
-// sinks capture_bench allocate FILE MEGABYTES capture_bench copy FROM TO prints how long it took, in ms
-// capture_bench recover FILE                                prints the length in ms; nothing when there was
-// none
+// capture_bench record FILE SECONDS WIDTH HEIGHT [MASTER]
+//   prints frames, dropped, length and CPU, in ms
+// capture_bench bare FILE SECONDS WIDTH HEIGHT
+//   the same samples, written to a file by plain sinks
+// capture_bench allocate FILE MEGABYTES
+// capture_bench copy FROM TO
+//   prints how long it took, in ms
+// capture_bench recover FILE
+//   prints the length in ms; nothing when there was none
 #include <windows.h>
 
 #include <dshow.h>

@@ -1,10 +1,16 @@
 // Measures the panel from within and prints one "name microseconds" a line:
-// panel_bench display        one digit changed and repainted, and a bare BitBlt of its size to the same
-// window panel_bench insert STORE TRACKS  a disc of so many tracks found in the drive by a CD device with
-// this store
-// panel_bench level FILM  the level bar over a film: shown, and one step up or down until it is painted,
-// while the film runs and while it is paused
-// panel_bench setup  from the Setup key until the sheet is painted, while the first capture card is shown
+//
+// panel_bench display
+//   one digit changed and repainted, and a bare BitBlt of its size to the same window
+// panel_bench insert STORE TRACKS
+//   a disc of so many tracks found in the drive by a CD device with this store
+// panel_bench level FILM
+//   the level bar over a film: shown, and one step up or down until it is painted, while the film runs and
+//   while it is paused
+// panel_bench setup
+//   from the Setup key until the sheet is painted, while the first capture card is shown
+// panel_bench record
+//   from the Record key until "Ready to Record" is painted and the first card's graph is armed
 #include <windows.h>
 
 #include <commctrl.h>
@@ -32,6 +38,7 @@
 #include "shell/device_switch.h"
 #include "shell/lifecycle.h"
 #include "shell/startup.h"
+#include "tests/bench/bench.h"
 #include "tests/support/pump.h"
 #include "tests/support/temp_folder.h"
 #include "tests/support/virtual_drive.h"
@@ -40,13 +47,7 @@
 namespace quorvex {
 namespace {
 
-double Microseconds() {
-  LARGE_INTEGER now{};
-  LARGE_INTEGER frequency{};
-  ::QueryPerformanceCounter(&now);
-  ::QueryPerformanceFrequency(&frequency);
-  return static_cast<double>(now.QuadPart) * 1e6 / static_cast<double>(frequency.QuadPart);
-}
+double Microseconds() { return Milliseconds() * 1000; }
 
 double MicrosecondsOf(const std::function<void()>& work) {
   const double begin = Microseconds();
@@ -167,32 +168,37 @@ bool MeasureLevel(const std::string& film) {
   return true;
 }
 
-double sheetShown = 0;  // when, in microseconds
+const char* awaitedDialog = "";  // its caption
+double dialogShown = 0;          // when, in microseconds
 
 // Timers come when everything is painted.
-void CALLBACK OnSheetIdle(HWND, UINT, UINT_PTR, DWORD) {
-  const HWND sheet = ::FindWindowA("#32770", "Setup Options");
-  if (::IsWindowVisible(sheet) == FALSE) return;
-  if (sheetShown == 0) sheetShown = Microseconds();
-  ::PostMessageA(sheet, WM_COMMAND, IDCANCEL, 0);
+void CALLBACK OnDialogIdle(HWND, UINT, UINT_PTR, DWORD) {
+  const HWND dialog = ::FindWindowA("#32770", awaitedDialog);
+  if (::IsWindowVisible(dialog) == FALSE) return;
+  if (dialogShown == 0) dialogShown = Microseconds();
+  ::PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
 }
 
-bool MeasureSetup() {
+// From a command until its dialog is painted, while the first capture card is shown with what is in
+// `settings`.
+bool MeasureDialog(const char* name, int command, const char* caption, const std::string& settings) {
   constexpr int kRounds = 11;
   const TempFolder stores;
-  configPath = stores.Path("quorvex.ini");
+  stores.Write("film.avi", "");
+  configPath = stores.Write("quorvex.ini", settings + "CaptureFile=" + stores.Path("film.avi") + "\r\n");
   if (!SwitchToTv(0)) return false;
+  awaitedDialog = caption;
   std::vector<double> times;
   for (int round = 0; round < kRounds; ++round) {
     PumpFor(500);
-    sheetShown = 0;
-    const UINT_PTR timer = ::SetTimer(nullptr, 0, USER_TIMER_MINIMUM, OnSheetIdle);
+    dialogShown = 0;
+    const UINT_PTR timer = ::SetTimer(nullptr, 0, USER_TIMER_MINIMUM, OnDialogIdle);
     const double begin = Microseconds();
-    RunCommand(kCommandSetup);
+    RunCommand(command);
     ::KillTimer(nullptr, timer);
-    if (round > 0) times.push_back(sheetShown - begin);  // the first loads what dialogs need
+    if (round > 0) times.push_back(dialogShown - begin);  // the first loads what dialogs need
   }
-  std::printf("setup %.0f\n", Median(times));
+  std::printf("%s %.0f\n", name, Median(times));
   SwitchToNone();
   return true;
 }
@@ -211,7 +217,15 @@ int main(int count, char** arguments) {
   if (what == "insert" && count == 4)
     return quorvex::MeasureInsert(arguments[2], std::atoi(arguments[3])) ? 0 : 1;
   if (what == "level" && count == 3) return quorvex::MeasureLevel(arguments[2]) ? 0 : 1;
-  if (what == "setup") return quorvex::MeasureSetup() ? 0 : 1;
-  std::fprintf(stderr, "panel_bench display | insert STORE TRACKS | level FILM | setup\n");
+  if (what == "setup") {
+    return quorvex::MeasureDialog("setup", quorvex::kCommandSetup, "Setup Options", "[CAPTURE]\r\n") ? 0 : 1;
+  }
+  if (what == "record") {
+    return quorvex::MeasureDialog("record", quorvex::kCommandRecord, "Ready to Record",
+                                  "[CAPTURE]\r\nFrameRate=333667\r\n")
+               ? 0
+               : 1;
+  }
+  std::fprintf(stderr, "panel_bench display | insert STORE TRACKS | level FILM | setup | record\n");
   return 2;
 }
