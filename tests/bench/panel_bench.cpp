@@ -7,6 +7,9 @@
 // panel_bench level FILM
 //   the level bar over a film: shown, and one step up or down until it is painted, while the film runs and
 //   while it is paused
+// panel_bench album ENTRIES
+//   from the choice of an album in the Open File dialog until its entries are painted, and from the key that
+//   deletes one of them until the store is written and the others are painted
 // panel_bench setup
 //   from the Setup key until the sheet is painted, while the first capture card is shown
 // panel_bench record
@@ -26,6 +29,7 @@
 #include "devices/audio_adjustment.h"
 #include "devices/cd/cd_device.h"
 #include "devices/current_device.h"
+#include "devices/media/open_file_dialog.h"
 #include "devices/media/preview_playlist.h"
 #include "devices/shared_state.h"
 #include "mixer/mixer.h"
@@ -39,6 +43,7 @@
 #include "shell/lifecycle.h"
 #include "shell/startup.h"
 #include "tests/bench/bench.h"
+#include "tests/support/file_dialog.h"
 #include "tests/support/pump.h"
 #include "tests/support/temp_folder.h"
 #include "tests/support/virtual_drive.h"
@@ -168,6 +173,42 @@ bool MeasureLevel(const std::string& film) {
   return true;
 }
 
+// In turn: an album of one entry is chosen, then the long one, of which an entry is deleted.
+bool MeasureAlbum(int entries) {
+  constexpr int kRounds = 11;
+  const TempFolder stores;
+  std::string store = "[List of Albums]\r\nAlbums=2\r\nSelection=1\r\n1=Short\r\n2=Long\r\n";
+  store += "[Short]\r\nTracks=1\r\n1=C:\\a.mp3\r\n[Long]\r\nTracks=" + std::to_string(entries) + "\r\n";
+  for (int i = 1; i <= entries; ++i) {
+    const std::string number = std::to_string(i);
+    store += number + "=C:\\music\\a folder of usual length\\a song of usual length " + number + ".mp3\r\n";
+  }
+  mediaAlbumPath = stores.Write("mfiles.abm", store);
+  std::vector<double> opened;
+  std::vector<double> saved;
+  const FileDialogUser user([&](FileDialogUser& dialog) {
+    dialog.Press(IDC_EXPAND);
+    const HWND content = dialog.Control(IDC_CONTENT_LIST);
+    const auto painted = [&](const std::function<void()>& work) {
+      return MicrosecondsOf([&] {
+        work();
+        ::UpdateWindow(content);
+        ::GdiFlush();
+      });
+    };
+    for (int round = 0; round < kRounds; ++round) {
+      dialog.SelectAlbum(0);
+      opened.push_back(painted([&] { dialog.SelectAlbum(1); }));
+      ::SendMessageA(content, LB_SETCURSEL, 0, 0);
+      saved.push_back(painted([&] { dialog.Press(IDC_DELETE_ENTRY); }));
+    }
+  });
+  RunOpenFileDialog();
+  const int left = IniDocument(stores.Read("mfiles.abm")).Integer("Long", "Tracks", 0);
+  std::printf("open %.0f\nsave %.0f\n", Median(opened), Median(saved));
+  return left == entries - kRounds;
+}
+
 const char* awaitedDialog = "";  // its caption
 double dialogShown = 0;          // when, in microseconds
 
@@ -217,6 +258,7 @@ int main(int count, char** arguments) {
   if (what == "insert" && count == 4)
     return quorvex::MeasureInsert(arguments[2], std::atoi(arguments[3])) ? 0 : 1;
   if (what == "level" && count == 3) return quorvex::MeasureLevel(arguments[2]) ? 0 : 1;
+  if (what == "album" && count == 3) return quorvex::MeasureAlbum(std::atoi(arguments[2])) ? 0 : 1;
   if (what == "setup") {
     return quorvex::MeasureDialog("setup", quorvex::kCommandSetup, "Setup Options", "[CAPTURE]\r\n") ? 0 : 1;
   }
@@ -226,6 +268,6 @@ int main(int count, char** arguments) {
                ? 0
                : 1;
   }
-  std::fprintf(stderr, "panel_bench display | insert STORE TRACKS | level FILM | setup | record\n");
+  std::fprintf(stderr, "panel_bench display | insert STORE TRACKS | level FILM | album ENTRIES | setup | record\n");
   return 2;
 }

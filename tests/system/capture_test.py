@@ -137,11 +137,15 @@ class Capture(unittest.TestCase):
         self.check(self.file)
 
     def test_power_finishes_the_file(self):
-        self.start(CaptureFile=windows_path(self.file))
-        self.record()
-        self.remote.click(POWER)
-        self.assertEqual(self.remote.ended(20), 0)
-        self.check(self.file)
+        for prompt in (0, 1):
+            self.start(CaptureFile=windows_path(self.file), PromptToSave=prompt)
+            self.record()
+            self.remote.click(POWER)
+            if prompt:
+                name_file(windows_path(self.folder / "kept"))
+            self.assertEqual(self.remote.ended(20), 0)
+            self.check(self.file)
+        self.check(self.folder / "kept.avi")
 
     def test_a_card_that_is_pulled_out_finishes_the_file(self):
         self.start(CaptureFile=windows_path(self.file))

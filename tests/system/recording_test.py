@@ -13,7 +13,7 @@ from pathlib import Path
 
 from remote import ROOT, TESTS, drive, in_wine, wait_for
 
-ROUNDS = 6
+ROUNDS = 20
 BLOCKS = (20, 16)  # the marks of the card's pictures, tests/support/disc_marks.h
 RATE = 30000 / 1001
 

@@ -168,20 +168,23 @@ TEST_F(CaptureFileTest, APathThatIsTooLongIsRefused) {
   EXPECT_EQ(ShownText(), "The path is too long");
 }
 
-// A drive that is gone does not tell its space.
+// A drive that is gone does not tell its space, nor does another machine that is.
 TEST_F(CaptureFileTest, WhereTheSpaceIsUnknownAnySizeIsTaken) {
-  OpenWithFile("Q:\\tape.avi");
   tv.answers["AllocCapFile"] = HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND);
-  EXPECT_TRUE(Run({Allocate(
-                       [](HWND dialog) {
-                         EXPECT_FALSE(IsOn(dialog, IDC_FREE_SPACE));
-                         EXPECT_EQ(DialogScript::TextOf(dialog, IDC_FREE_SPACE), "");
-                         EXPECT_EQ(Typed(dialog, "999999"), "65535");
-                       },
-                       IDOK),
-                   DialogScript::Box("Failed to pre-allocate capture file space")}));
-  EXPECT_EQ(tv.Take(), "AllocCapFile Q:\\tape.avi 68718428160\n");
-  EXPECT_EQ(Device().capture.file, "Q:\\tape.avi") << "it stays the capture file";
+  for (const std::string path : {"Q:\\tape.avi", "\\\\nowhere\\share\\tape.avi"}) {
+    OpenWithFile(path);
+    EXPECT_TRUE(Run({Allocate(
+                         [](HWND dialog) {
+                           EXPECT_FALSE(IsOn(dialog, IDC_FREE_SPACE));
+                           EXPECT_EQ(DialogScript::TextOf(dialog, IDC_FREE_SPACE), "");
+                           EXPECT_EQ(Typed(dialog, "999999"), "65535");
+                         },
+                         IDOK),
+                     DialogScript::Box("Failed to pre-allocate capture file space")}));
+    EXPECT_EQ(tv.Take(), "AllocCapFile " + path + " 68718428160\n");
+    EXPECT_EQ(Device().capture.file, path) << "it stays the capture file";
+    Press(kCommandCloseDevice);
+  }
 }
 
 TEST_F(CaptureFileTest, ACopyIsSavedWhereTheUserSays) {
