@@ -5,7 +5,7 @@ add_compile_definitions(WINVER=0x0A00 _WIN32_WINNT=0x0A00 NO_DSHOW_STRSAFE)
 include_directories(${CMAKE_SOURCE_DIR})
 # The same sources make the same programs, wherever and whenever: no paths, no times.
 add_compile_options(-gdwarf-4 -fstack-protector-strong -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
-add_link_options(-fstack-protector-strong -Wl,--nxcompat,--dynamicbase,--high-entropy-va,--no-insert-timestamp)
+add_link_options(-fstack-protector-strong -Wl,--nxcompat,--dynamicbase,--high-entropy-va,--no-insert-timestamp,--file-alignment,4096)
 
 # `programs` are what users get. They say what they are and of which version, and are delivered without their debugging symbols
 # (a loader reads them into every process); these lie in build/win/symbols. (-p: or the time of stripping would be in the header.)

@@ -30,8 +30,9 @@ std::unique_ptr<CDevice> MakeDevice(DeviceType type) {
 }
 
 bool IsShown(int captureDevice) {
-  const auto* tv = dynamic_cast<const CTVDevice*>(currentDevice.get());
-  return tv != nullptr && !tv->IsGone() && currentCaptureDevice == captureDevice;
+  if (!IsCurrent(DeviceType::kTv) || currentCaptureDevice != captureDevice) return false;
+  const auto* const card = dynamic_cast<const CTVDevice*>(currentDevice.get());
+  return card == nullptr || !card->IsGone();
 }
 
 // Puts a new device in place of the current one.

@@ -17,8 +17,10 @@ DvdGraphBuilder::~DvdGraphBuilder() { TakeDown(); }
 
 void DvdGraphBuilder::TakeDown() {
   if (const auto control = graph.As<IMediaControl>()) control->Stop();
-  if (source) graph->RemoveFilter(source.Get());
-  source.Reset();
+  for (ComPtr<IBaseFilter>* const filter : {&source, &renderer}) {
+    if (*filter) graph->RemoveFilter(filter->Get());
+    filter->Reset();
+  }
 }
 
 HRESULT DvdGraphBuilder::MakeGraph() {
@@ -48,13 +50,23 @@ HRESULT DvdGraphBuilder::RenderDvdVideoVolume(LPCWSTR path, DWORD, AM_DVD_RENDER
   AM_DVD_RENDERSTATUS told{};
   if (status == nullptr) status = &told;
   *status = {};
-  HRESULT result = MakeGraph();
-  if (FAILED(result)) return result;
   TakeDown();
   OpenedDisc disc;
   const bool named = path != nullptr && *path != L'\0';
   const DiscFault fault = named ? OpenDisc(path, disc) : OpenDiscInDrive(disc);
-  return fault == DiscFault::kNone ? Render(std::move(disc), *status) : TellFault(fault, named, *status);
+  if (fault != DiscFault::kNone) return TellFault(fault, named, *status);
+  const HRESULT made = MakeGraph();
+  return FAILED(made) ? made : Render(std::move(disc), *status);
+}
+
+// Into the plain renderer: left to itself Wine tries others first, which takes half as long as all the rest.
+HRESULT DvdGraphBuilder::RenderPictures(IPin& pin) {
+  const HRESULT made = ::CoCreateInstance(CLSID_VideoRenderer, nullptr, CLSCTX_INPROC_SERVER, IID_IBaseFilter,
+                                          renderer.ReceiveVoid());
+  if (SUCCEEDED(made)) graph->AddFilter(renderer.Get(), L"Video Renderer");
+  const HRESULT result = graph->Render(&pin);
+  if (SUCCEEDED(made) && FAILED(result)) graph->RemoveFilter(std::exchange(renderer, {}).Get());
+  return result;
 }
 
 HRESULT DvdGraphBuilder::Render(OpenedDisc disc, AM_DVD_RENDERSTATUS& status) {
@@ -63,7 +75,7 @@ HRESULT DvdGraphBuilder::Render(OpenedDisc disc, AM_DVD_RENDERSTATUS& status) {
   const HRESULT added = graph->AddFilter(made.Get(), L"DVD");
   if (FAILED(added)) return added;
   status.iNumStreams = kDvdStreams;
-  if (FAILED(graph->Render(&made->PicturePin()))) {
+  if (FAILED(RenderPictures(made->PicturePin()))) {
     FailStreams(status, AM_DVD_STREAM_VIDEO | AM_DVD_STREAM_SUBPIC);
   }
   if (FAILED(graph->Render(&made->SoundPin()))) FailStreams(status, AM_DVD_STREAM_AUDIO);

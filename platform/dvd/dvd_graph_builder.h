@@ -35,10 +35,12 @@ class DvdGraphBuilder final : public ComObject<IDvdGraphBuilder> {
  private:
   HRESULT MakeGraph();
   HRESULT Render(OpenedDisc disc, AM_DVD_RENDERSTATUS& status);
+  HRESULT RenderPictures(IPin& pin);
   void TakeDown();
 
   ComPtr<IGraphBuilder> graph;
   ComPtr<IBaseFilter> source;
+  ComPtr<IBaseFilter> renderer;
 };
 
 }  // namespace quorvex

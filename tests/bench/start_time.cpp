@@ -31,11 +31,17 @@ int main(int count, char** arguments) {
     std::fprintf(stderr, "%s does not start\n", arguments[1]);
     return 1;
   }
-  // Not by asking again and again for the window: the questions would slow down what they wait for.
-  const bool idle = ::WaitForInputIdle(process.hProcess, kPatienceMs) == 0;
+  // The first idle moment may come before the window does. Asked seldom: questions slow down what they wait
+  // for.
+  HWND window = nullptr;
+  while (::WaitForInputIdle(process.hProcess, kPatienceMs) == 0 && Milliseconds() - begin < kPatienceMs) {
+    window = ::FindWindowA(arguments[2], nullptr);
+    if (::IsWindowVisible(window) != FALSE) break;
+    ::Sleep(1);
+  }
+  const bool answers = ::SendMessageTimeoutA(window, WM_NULL, 0, 0, SMTO_NORMAL, kPatienceMs, nullptr) != 0;
   const double end = Milliseconds();
-  const HWND window = ::FindWindowA(arguments[2], nullptr);
-  if (!idle || ::IsWindowVisible(window) == FALSE) {
+  if (!answers) {
     std::fprintf(stderr, "%s shows no window\n", arguments[1]);
     ::TerminateProcess(process.hProcess, 1);
     return 1;

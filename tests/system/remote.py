@@ -96,6 +96,15 @@ def wait_for(what, limit=20.0, every=0.05):
         time.sleep(every)
 
 
+def wait_until_equal(what, wanted, limit=20.0):
+    """Waits until what() answers what is wanted; fails with what it answered instead."""
+    end = time.monotonic() + limit
+    while (answer := what()) != wanted:
+        if time.monotonic() > end:
+            raise AssertionError(f"still {answer!r} after {limit} s, not {wanted!r}")
+        time.sleep(0.05)
+
+
 def environment():
     """Where the screen and the sound of ./check are."""
     script = f"source {ROOT}/tools/wine/environment.sh; choose_display_and_sound; echo $DISPLAY $PULSE_SERVER"

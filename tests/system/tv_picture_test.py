@@ -5,7 +5,7 @@ import unittest
 
 from PIL import ImageStat
 
-from remote import MUTE, SOUND, remote_control, video_frame, wait_for, xdotool
+from remote import MUTE, SOUND, remote_control, video_frame, wait_for, wait_until_equal, xdotool
 from sound_keys_test import Area, bar_of, loudness, screen, steady_loudness
 from television import CONFIG, MARGIN, Television, brightness, caption_row, colours, is_grey, osd, picture, stored
 
@@ -16,6 +16,10 @@ class TvPicture(Television):
     def bar(self):
         x, y, width, height = video_frame()
         return Area(x + MARGIN[0], y + MARGIN[1], width - 30, height - 24).bar(screen())
+
+    def sees_bar(self, title, level):
+        """Waits for the bar of a control, which goes by itself after a while."""
+        wait_until_equal(lambda: (osd(), self.bar()), ([title], bar_of(level)), 3)
 
     def test_captions_are_opaque_or_transparent(self):
         self.start()
@@ -44,10 +48,9 @@ class TvPicture(Television):
         self.open_card()
         full = steady_loudness(1500)
         self.remote.click(SOUND)
-        wait_for(lambda: self.bar() == bar_of(31))
-        self.assertIn("VOLUME", osd())
+        self.sees_bar("VOLUME", 31)
         xdotool("key", "--delay", 30, *["Left"] * 16)
-        wait_for(lambda: self.bar() == bar_of(16), 3, 0.02)
+        self.sees_bar("VOLUME", 16)
         wait_for(lambda: full * 0.2 < loudness() < full * 0.7)
         wait_for(lambda: osd() == [], 8)  # the bar goes by itself
         remote_control("key", "sound", *["right"] * 16)
@@ -82,12 +85,11 @@ class TvPicture(Television):
         for step, (title, has_changed) in enumerate(changes.items()):
             show = ["picture", *["up"] * step]
             remote_control("key", *show, *["left"] * 12)
-            low = self.bar().count("#")
-            self.assertIn(title, osd())
+            self.sees_bar(title, 4)
             wait_for(has_changed)
             wait_for(lambda: osd() == [], 8)  # the bar goes by itself
             remote_control("key", *show, *["right"] * 12)
-            wait_for(lambda before=low: self.bar().count("#") > before + 9, 3)
+            self.sees_bar(title, 16)
             wait_for(lambda: osd() == [], 8)
             wait_for(lambda: difference() < 12)
         remote_control("key", "picture", *["up"] * 3, *["left"] * 16)
