@@ -24,7 +24,7 @@ std::string Written(std::string_view value) {
   std::string text(value.substr(0, value.find('\0')));
   std::replace_if(
       text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
-  return IsQuoted(text) ? '"' + text + '"' : text;
+  return IsQuoted(Trimmed(text)) ? '"' + text + '"' : text;
 }
 
 int DigitOf(char c) {

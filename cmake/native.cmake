@@ -9,4 +9,5 @@ target_link_options(quorvex_arithmetic PUBLIC ${sanitizers})
 
 include(cmake/native_dvd.cmake)
 add_subdirectory(tests/unit)
+add_subdirectory(tests/fuzz)
 add_subdirectory(tools/lint)

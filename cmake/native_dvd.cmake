@@ -34,11 +34,3 @@ add_library(disc_walk STATIC tests/fuzz/disc_walk.cpp tests/fuzz/mutable_disc.cp
 set_target_properties(disc_walk PROPERTIES CXX_CLANG_TIDY "")
 target_link_libraries(disc_walk PUBLIC quorvex_navigator)
 add_dependencies(disc_walk little_disc)
-
-# The fuzzer, with clang's libFuzzer: tools/fuzz.
-if(QUORVEX_FUZZ)
-  add_executable(dvd_disc_fuzz tests/fuzz/dvd_disc_fuzz.cpp)
-  set_target_properties(dvd_disc_fuzz PROPERTIES CXX_CLANG_TIDY "")
-  target_link_libraries(dvd_disc_fuzz PRIVATE disc_walk)
-  target_link_options(dvd_disc_fuzz PRIVATE -fsanitize=fuzzer)
-endif()

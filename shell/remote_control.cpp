@@ -1,7 +1,6 @@
 #include "shell/remote_control.h"
 
 #include <algorithm>
-#include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,13 +16,12 @@
 #include "panel/commands.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
+#include "remote/remote_message.h"
 #include "remote/remote_protocol.h"
 #include "shell/open_files.h"
 
 namespace quorvex {
 namespace {
-
-constexpr std::size_t kMostFiles = 10000;
 
 int keysWaiting = 0;  // that another program has pressed and that have not been acted on
 
@@ -51,18 +49,6 @@ bool IsOurUsers(HWND sender) {
                     reinterpret_cast<TOKEN_USER*>(ours.data())->User.Sid) != FALSE;
 }
 
-// Full paths, each ended by a zero; none when the list is not in order.
-std::vector<std::string> PathsIn(std::string_view bytes) {
-  std::vector<std::string> paths;
-  if (bytes.empty() || bytes.back() != '\0') return {};
-  for (std::size_t end = 0; !bytes.empty(); bytes.remove_prefix(end + 1)) {
-    end = bytes.find('\0');
-    if (end == 0 || paths.size() == kMostFiles) return {};
-    paths.emplace_back(bytes.substr(0, end));
-  }
-  return paths;
-}
-
 RemoteAnswer OpenFiles(std::string_view bytes) {
   std::vector<std::string> paths = PathsIn(bytes);
   if (paths.empty()) return RemoteAnswer::kRefused;
@@ -71,16 +57,15 @@ RemoteAnswer OpenFiles(std::string_view bytes) {
 }
 
 RemoteAnswer PressKey(std::string_view bytes) {
-  int command = 0;
-  if (bytes.size() != sizeof command) return RemoteAnswer::kRefused;
-  std::memcpy(&command, bytes.data(), sizeof command);
-  const bool scans = command == kCommandRewind || command == kCommandFastForward;
+  const std::optional<int> command = CommandIn(bytes);
+  if (!command) return RemoteAnswer::kRefused;
+  const bool scans = *command == kCommandRewind || *command == kCommandFastForward;
   if (!scans) {
     ++keysWaiting;
-    ::PostMessageA(mainWindow, kRemoteKeyMessage, static_cast<WPARAM>(command), 0);
+    ::PostMessageA(mainWindow, kRemoteKeyMessage, static_cast<WPARAM>(*command), 0);
   } else if (currentDevice) {
     // These two act while they are held: here for one step.
-    command == kCommandRewind ? currentDevice->Rewind() : currentDevice->FastForward();
+    *command == kCommandRewind ? currentDevice->Rewind() : currentDevice->FastForward();
     currentDevice->EndScan();
   }
   return RemoteAnswer::kDone;

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <limits>
 #include <numeric>
+#include <set>
 
 #include "base/number_list.h"
 #include "base/text.h"
@@ -16,6 +18,18 @@ constexpr std::string_view kCount = "Number of CDs";
 
 int DiscCount(const IniDocument& store) {
   return std::max(0, IniInteger(store.Find(kList, kCount).value_or("")));
+}
+
+// The place of the list that a new disc gets. A list whose count was lost or cut short keeps the entries it
+// has; one that ends where numbers do has a place that nobody took.
+int NextPlace(const IniDocument& store) {
+  std::set<int> taken;
+  for (const IniEntry& entry : store.Entries(kList)) taken.insert(LeadingNumber(entry.key));
+  const int last = taken.empty() ? DiscCount(store) : std::max(DiscCount(store), *taken.rbegin());
+  if (last < std::numeric_limits<int>::max()) return last + 1;
+  int place = 1;
+  while (taken.contains(place)) ++place;
+  return place;
 }
 
 void SetMissing(IniDocument& store, std::string_view section, std::string_view key, std::string_view value) {
@@ -47,11 +61,8 @@ bool IsDiscKnown(const IniDocument& store, std::string_view discId) {
 }
 
 void AddDisc(IniDocument& store, std::string_view discId, int trackCount, std::string_view trackWord) {
-  // A list whose count was lost or cut short keeps the entries it has.
-  int place = DiscCount(store);
-  for (const IniEntry& entry : store.Entries(kList)) place = std::max(place, LeadingNumber(entry.key));
-  ++place;
-  store.Set(kList, kCount, std::to_string(place));
+  const int place = NextPlace(store);
+  store.Set(kList, kCount, std::to_string(std::max(place, DiscCount(store))));
   store.Set(kList, std::to_string(place), discId);
   SetMissing(store, discId, "Title", "");
   SetMissing(store, discId, "Artist", "");

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <map>
 
 #include "base/text.h"
@@ -107,8 +108,12 @@ void SaveAlbumList(IniDocument& store, const AlbumList& list) {
   section.Save(store, kList);
 }
 
+// A list that was damaged has gaps: what is stored is the title's place, not how many come before it.
 void SaveSelection(IniDocument& store, int selected) {
-  store.Set(kList, kSelection, SelectionText(selected));
+  const auto titles = Numbered(store, kList, kAlbumCount, kLongestAlbumTitle);
+  const bool isListed = selected >= 0 && selected < static_cast<int>(titles.size());
+  const int index = isListed ? std::next(titles.begin(), selected)->first - 1 : selected;
+  store.Set(kList, kSelection, SelectionText(index));
 }
 
 std::vector<std::string> LoadAlbumContent(const IniDocument& store, std::string_view title) {

@@ -43,7 +43,7 @@ std::string FromWesternEuropean(std::string_view bytes) {
 // A line, or a piece of a long one.
 struct Piece {
   std::string_view text;
-  bool ended;  // by a line end, which `text` is without
+  bool goesOn;  // behind it comes a line end, which `text` is without, or more of the line
 };
 
 // Takes the next piece off `rest`. A zero byte, which only damaged or binary files have, ends its text.
@@ -55,7 +55,7 @@ Piece TakePiece(std::string_view& rest) {
   const bool ended = text.size() == line.size() && line.size() < window.size();
   rest.remove_prefix(text.size() + (ended ? 1 : 0));
   if (ended && text.ends_with('\r')) text.remove_suffix(1);
-  return {text.substr(0, text.find('\0')), ended};
+  return {text.substr(0, text.find('\0')), ended || !rest.empty()};
 }
 
 template <typename Taken>
@@ -88,7 +88,7 @@ std::vector<std::string> AlbumEntriesOfM3U(std::string_view text) {
 
 std::vector<std::string> PreviewEntriesOfM3U(std::string_view text) {
   return Entries(text, [](const Piece& piece) {
-    return !piece.text.empty() && (piece.ended || FirstCharacters(piece.text, 1) != piece.text);
+    return !piece.text.empty() && (piece.goesOn || FirstCharacters(piece.text, 1) != piece.text);
   });
 }
 

@@ -6,11 +6,23 @@
 #include "platform/cd/disc_plan.h"
 
 namespace quorvex {
+namespace {
+
+// Whether the byte that was read for a truth value is one.
+bool IsTruth(const bool& value) {
+  unsigned char byte = 0;
+  std::memcpy(&byte, &value, 1);
+  return byte <= 1;
+}
+
+bool IsOnDisc(std::int32_t frame) { return frame >= 0 && frame <= kMostFrames; }
+
+}  // namespace
 
 bool DriveState::IsValid() const {
-  return version == kVersion && transport <= Transport::kPaused && speedPercent > 0 &&
-         std::memchr(image, '\0', sizeof image) != nullptr && position >= 0 && position <= kMostFrames &&
-         end <= kMostFrames;
+  return version == kVersion && IsTruth(trayOpen) && IsTruth(endsBadly) && transport <= Transport::kPaused &&
+         speedPercent > 0 && std::memchr(image, '\0', sizeof image) != nullptr && IsOnDisc(position) &&
+         IsOnDisc(end);
 }
 
 std::int32_t DriveState::PositionAt(std::uint64_t now) const {

@@ -24,11 +24,13 @@ constexpr std::array kModes{
     TrackMode{"MODE2_FORM2", 2324}, TrackMode{"MODE2_FORM_MIX", 2336},
 };
 
+// One that is beyond every file counts as just so large, so that it can be reckoned with.
 std::optional<std::int64_t> ParseNumber(std::string_view text) {
+  constexpr std::int64_t kBeyondAnyFile = std::int64_t{1} << 56;
   std::int64_t number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  return error == std::errc() && end == text.data() + text.size() && number >= 0 ? std::optional(number)
-                                                                                 : std::nullopt;
+  const bool isOne = error == std::errc() && end == text.data() + text.size() && number >= 0;
+  return isOne ? std::optional(std::min(number, kBeyondAnyFile)) : std::nullopt;
 }
 
 class TocParser {

@@ -1,8 +1,6 @@
 // The journal of a recording, and recordings that were cut off and finished by it.
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "platform/avi/avi_extent.h"
 #include "platform/avi/capture_repair.h"
 #include "tests/unit/avi_support.h"
@@ -128,54 +126,6 @@ TEST(CaptureJournalTest, TheNewestWholeNoteCounts) {
   EXPECT_FALSE(ReadJournal(torn));
   EXPECT_FALSE(ReadJournal({}));
   EXPECT_FALSE(ReadJournal(Bytes(kJournalBytes)));
-}
-
-// A note whose bytes were changed and that was sealed again, as somebody does who means harm.
-Bytes Resealed(Bytes note) {
-  std::uint64_t seal = 0xCBF29CE484222325;
-  for (std::size_t i = 0; i < kNoteBytes - 8; ++i) seal = (seal ^ note[i]) * 0x100000001B3;
-  for (std::size_t i = 0; i < 8; ++i) note[kNoteBytes - 8 + i] = static_cast<std::uint8_t>(seal >> (8 * i));
-  return note;
-}
-
-TEST(CaptureRepairFuzz, AnyJournalAndAnyFileEndWell) {
-  std::mt19937 random(21);
-  const Killed killed(Bytes(200'000, 0x30), 24, 3);
-  int read = 0;
-  int repaired = 0;
-  for (int round = 0; round < 3000; ++round) {
-    Bytes journal = MakeNote(killed.note);
-    for (std::size_t count = random() % 4; count > 0; --count)
-      journal[random() % (random() % 4 == 0 ? kNoteBytes : 160)] = static_cast<std::uint8_t>(random());
-    const std::optional<JournalNote> note = ReadJournal(Resealed(journal));
-    read += note ? 1 : 0;
-    MemoryFile file(killed.file.bytes);
-    for (std::size_t count = random() % 8; count > 0; --count) {
-      const std::size_t at = HeaderBytes(killed.note.movie) + random() % 150'000;
-      file.bytes[at] = static_cast<std::uint8_t>(random());
-    }
-    if (random() % 8 == 0) file.bytes.resize(random() % file.bytes.size());
-    if (!note || note->movie.fileBytes > 1'000'000) continue;
-    if (RepairMovie(file, file, *note).result != Repair::Result::kRepaired) continue;
-    ++repaired;
-    ASSERT_TRUE(MovieBytes(file)) << round;
-    ASSERT_TRUE(FindAll(file.bytes).whole) << round;
-  }
-  EXPECT_GT(read, 300);
-  EXPECT_GT(repaired, 100);
-}
-
-TEST(CaptureRepairFuzz, AnyFileHasAnExtentWithinIt) {
-  std::mt19937 random(22);
-  const Bytes whole = OlderRecording();
-  for (int round = 0; round < 4000; ++round) {
-    MemoryFile file(whole);
-    for (std::size_t count = random() % 6; count > 0; --count)
-      file.bytes[random() % (random() % 2 == 0 ? 64 : file.bytes.size())] =
-          static_cast<std::uint8_t>(random());
-    if (random() % 4 == 0) file.bytes.resize(random() % file.bytes.size());
-    ASSERT_LE(MovieBytes(file).value_or(0), file.bytes.size());
-  }
 }
 
 }  // namespace

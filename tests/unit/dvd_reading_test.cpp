@@ -1,19 +1,12 @@
-// Discs with damage that is known, and by the hundred: read by the platform layer's navigator over libdvdnav.
+// Discs with damage that is known: read by the platform layer's navigator over libdvdnav.
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <fstream>
-#include <iterator>
-#include <random>
 #include <set>
 
 #include "platform/dvd/opened_disc.h"
 #include "tests/fuzz/disc_walk.h"
-
-// What an assertion of the libraries ends is left where it is (platform/dvd/library_guard.h).
-extern "C" const char* __lsan_default_suppressions() {  // NOLINT(bugprone-reserved-identifier)
-  return "leak:dvdnav_open_common\nleak:ifoOpen\nleak:DVDOpenFile\nleak:vm_new_copy\nleak:UDF\n";
-}
+#include "tests/fuzz/library_leaks.h"
 
 namespace quorvex {
 namespace {
@@ -183,34 +176,6 @@ TEST_F(DvdReadingTest, WrongStreamCountsAreNotBelieved) {
   }
   disc = {};
   EXPECT_EQ(PlayedChapters().size(), kChapters);
-}
-
-std::vector<std::uint8_t> ReadSeed(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-// What tools/fuzz has found, and some more of its kind.
-TEST_F(DvdReadingTest, NoDamageIsMoreThanAnAnswer) {
-  const auto walk = [](const std::vector<std::uint8_t>& orders, const std::string& name) {
-    const Clock::time_point begin = Clock::now();
-    WalkDisc(Disc(), orders);
-    EXPECT_LT(Clock::now() - begin, kPatience) << name;
-  };
-  const auto openFiles = [] {
-    const std::filesystem::directory_iterator all("/proc/self/fd");
-    return std::distance(begin(all), end(all));
-  };
-  const auto before = openFiles();
-  for (const auto& seed : std::filesystem::directory_iterator(QUORVEX_FUZZ_SEEDS))
-    walk(ReadSeed(seed.path()), seed.path().filename().string());
-  std::mt19937 random(1);
-  for (int i = 0; i < 100; ++i) {
-    std::vector<std::uint8_t> orders(10 + random() % 60);
-    std::generate(orders.begin(), orders.end(), [&] { return static_cast<std::uint8_t>(random()); });
-    walk(orders, "round " + std::to_string(i));
-  }
-  EXPECT_EQ(openFiles(), before) << "what an assertion ends lets go of its files";
 }
 
 }  // namespace

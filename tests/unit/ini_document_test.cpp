@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <map>
-#include <random>
 
 namespace quorvex {
 namespace {
@@ -165,58 +163,6 @@ TEST(IniInteger, ReadsWhatThePlatformReads) {
       {"", 0},        {"-", 0},          {"99999999999", 1215752191},
   };
   for (const auto& [text, number] : cases) EXPECT_EQ(IniInteger(text), number) << text;
-}
-
-// Random bytes, in which the characters that mean something are frequent.
-std::string RandomText(std::mt19937& random) {
-  static constexpr std::string_view kPieces[] = {"[",
-                                                 "]",
-                                                 "=",
-                                                 "\"",
-                                                 "'",
-                                                 ";",
-                                                 "\r\n",
-                                                 "\n",
-                                                 "\r",
-                                                 " ",
-                                                 "\t",
-                                                 "a",
-                                                 "b",
-                                                 "[a]\r\n",
-                                                 "k=",
-                                                 std::string_view("\0", 1),
-                                                 "\xEF\xBB\xBF",
-                                                 "\xC3\xA9",
-                                                 "\x1A",
-                                                 "=1\n"};
-  std::string text;
-  for (std::size_t count = random() % 60; count > 0; --count) text += kPieces[random() % std::size(kPieces)];
-  return text;
-}
-
-TEST(IniDocument, AnyBytesSurviveAndAnyChangeCanBeReadBack) {
-  std::mt19937 random(7);
-  for (int round = 0; round < 20000; ++round) {
-    const std::string text = RandomText(random);
-    IniDocument document(text);
-    ASSERT_EQ(document.Text(), text);
-    const std::string before = Found(document, "z", "other");
-    document.Set("a", "k", "new value");
-    document.Set("q", "k", "x");
-    const IniDocument again(document.Text());
-    ASSERT_EQ(Found(again, "a", "k"), "new value") << text;
-    ASSERT_EQ(Found(again, "q", "k"), "x") << text;
-    ASSERT_EQ(Found(again, "z", "other"), before) << text;
-    const IniEntry entry{"1", "x"};
-    document.ReplaceSection("a", {&entry, 1});
-    const IniDocument replaced(document.Text());
-    const std::vector<IniEntry> entries = replaced.Entries("a");
-    ASSERT_EQ(std::count_if(entries.begin(), entries.end(),
-                            [](const IniEntry& other) { return !other.key.starts_with(';'); }),
-              1)
-        << text;
-    ASSERT_EQ(Found(replaced, "q", "k"), "x") << text;
-  }
 }
 
 TEST(IniDocument, TakesOverEveryKeyOfAnotherAsItIsWritten) {

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "tests/support/line21_script.h"
 
 namespace quorvex {
@@ -244,27 +242,6 @@ TEST(Line21Decoder, BeginsAnewAfterAJumpAndInAnotherChannel) {
   FeedAll(decoder, "{RU2}{CR}TWO");
   decoder.SetChannel(Line21Channel::kText1);
   EXPECT_EQ(ScreenText(decoder.Shown()), "");
-}
-
-TEST(Line21Decoder, AnyBytesAreDecodedSoundly) {
-  std::mt19937 random(21);
-  int shown = 0;
-  for (int round = 0; round < 300; ++round) {
-    Line21Decoder decoder;
-    decoder.SetChannel(static_cast<Line21Channel>(1 + random() % 8));
-    for (int pair = 0; pair < 500; ++pair) {
-      // Mostly control codes and characters of the chosen kind, some of anything.
-      int first = static_cast<int>(random() % 3 == 0 ? 0x10 + random() % 16 : 0x20 + random() % 96);
-      if (random() % 6 == 0) first = 0x14;
-      const int second = static_cast<int>(0x20 + random() % 96);
-      const bool isWild = random() % 10 == 0;
-      decoder.Feed(1 + static_cast<int>(random() % 2),
-                   isWild ? static_cast<std::uint8_t>(random()) : WithParity(first),
-                   isWild ? static_cast<std::uint8_t>(random()) : WithParity(second));
-    }
-    shown += ScreenText(decoder.Shown()).empty() ? 0 : 1;
-  }
-  EXPECT_GT(shown, 100);
 }
 
 }  // namespace

@@ -3,9 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <random>
-
-#include "base/text.h"
 
 namespace quorvex {
 namespace {
@@ -55,23 +52,6 @@ TEST(M3U, TextBecomesUtf8WithoutMark) {
             "C:\\\xC3\xA9.mp3\n");
   EXPECT_EQ(M3UText("C:\\\xE9\x92 \x80.mp3\n"), "C:\\\xC3\xA9\xE2\x80\x99 \xE2\x82\xAC.mp3\n");
   EXPECT_EQ(M3UText(""), "");
-}
-
-TEST(M3U, AnyBytesEndWell) {
-  std::mt19937 random(3);
-  for (int round = 0; round < 300; ++round) {
-    std::string bytes(random() % 3000, '\0');
-    for (char& c : bytes) c = static_cast<char>(random() % 3 == 0 ? "\r\n;\0a"[random() % 5] : random());
-    const std::string text = M3UText(bytes);
-    ASSERT_TRUE(IsUtf8(text));
-    for (const std::string& entry : AlbumEntriesOfM3U(text)) {
-      ASSERT_FALSE(entry.empty());
-      ASSERT_FALSE(entry.starts_with(';'));
-      ASSERT_EQ(entry.find_first_of(std::string_view("\n\0", 2)), std::string::npos);
-      ASSERT_EQ(FirstCharacters(entry, 259), entry);
-    }
-    ASSERT_LE(PreviewEntriesOfM3U(text).size(), AlbumEntriesOfM3U(text).size());
-  }
 }
 
 TEST(M3U, TenMegabytesInOneLineTakeTheirTimeOnce) {

@@ -195,37 +195,5 @@ TEST(Subpicture, ButtonColorsReplaceThoseOfTheSubpicture) {
   EXPECT_EQ(canvas.Rgb(2, 0), kGround) << "an invisible button must not show the subpicture's white";
 }
 
-TEST(Subpicture, AnyUnitIsDecodedSoundlyOrRefused) {
-  std::mt19937 random(5);
-  int decoded = 0;
-  for (int round = 0; round < 20000; ++round) {
-    UnitPlan plan{.left = static_cast<int>(random() % 700),
-                  .width = 1 + static_cast<int>(random() % 100),
-                  .height = 1 + static_cast<int>(random() % 12)};
-    plan.pixels.resize(static_cast<std::size_t>(plan.width * plan.height));
-    for (std::uint8_t& pixel : plan.pixels) pixel = random() % 8 == 0 ? 1 : 2;
-    plan.later = {{random() % 100, {0x04, 0x12, 0x34}}, {200, {0x02}}};
-    UnitBytes unit = MakeUnit(plan);
-    for (std::size_t changes = random() % 4; changes > 0; --changes) {
-      // Most of what can go wrong lies in the controls at the end.
-      const std::size_t reach = random() % 2 == 0 ? unit.size() : std::min<std::size_t>(unit.size(), 50);
-      unit[unit.size() - 1 - random() % reach] = static_cast<std::uint8_t>(random());
-    }
-    unit.shrink_to_fit();
-    const auto picture = DecodeSubpicture(unit);
-    if (!picture) continue;
-    ++decoded;
-    ASSERT_EQ(picture->pixels.size(),
-              static_cast<std::size_t>(picture->area.Width() * picture->area.Height()));
-    ASSERT_TRUE(std::ranges::all_of(picture->pixels, [](std::uint8_t pixel) { return pixel < 4; }));
-    Canvas canvas(64, 8, round % 2 == 0);
-    BlendSubpicture(canvas.view, *picture, static_cast<std::int64_t>(random() % 100000), kPalette,
-                    ButtonHighlight{.area = {.left = -5, .top = -5, .right = 30, .bottom = 90},
-                                    .colors = HighlightColors(static_cast<std::uint32_t>(random()))});
-    ASSERT_TRUE(canvas.BorderIsWhole());
-  }
-  EXPECT_GT(decoded, 2000) << "the units must not all be refused";
-}
-
 }  // namespace
 }  // namespace quorvex
