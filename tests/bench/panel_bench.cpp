@@ -268,6 +268,7 @@ int main(int count, char** arguments) {
                ? 0
                : 1;
   }
-  std::fprintf(stderr, "panel_bench display | insert STORE TRACKS | level FILM | album ENTRIES | setup | record\n");
+  std::fprintf(stderr,
+               "panel_bench display | insert STORE TRACKS | level FILM | album ENTRIES | setup | record\n");
   return 2;
 }

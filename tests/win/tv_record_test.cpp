@@ -270,8 +270,7 @@ TEST_F(TvRecordTest, WhatEndsItBesidesTheUserIsToldOnTheTextLine) {
   };
   const Case cases[] = {
       {EC_ERRORABORT, HRESULT_FROM_WIN32(ERROR_DISK_FULL), "Recording stopped: the disk is full"},
-      {EC_STREAM_ERROR_STOPPED, HRESULT_FROM_WIN32(ERROR_DISK_FULL),
-       "Recording stopped: the disk is full"},
+      {EC_STREAM_ERROR_STOPPED, HRESULT_FROM_WIN32(ERROR_DISK_FULL), "Recording stopped: the disk is full"},
       {EC_ERRORABORT, STG_E_MEDIUMFULL, "Recording stopped: the disk is full"},
       {EC_ERRORABORT, E_ACCESSDENIED, "Recording stopped: cannot write the file"}};
   for (const Case& one : cases) {
