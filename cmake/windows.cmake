@@ -34,7 +34,7 @@ endfunction()
 # Artwork, drawn from its sources.
 file(GLOB art_sources CONFIGURE_DEPENDS resources/art/*.py)
 set(art_dir ${CMAKE_BINARY_DIR}/art)
-set(art_files ${art_dir}/panel.bmp ${art_dir}/segments.bmp ${art_dir}/quorvex.ico)
+set(art_files ${art_dir}/panel.bmp ${art_dir}/segments.bmp ${art_dir}/panel_2x.bmp ${art_dir}/segments_2x.bmp ${art_dir}/quorvex.ico)
 add_custom_command(
   OUTPUT ${art_files}
   COMMAND /usr/bin/python3 ${CMAKE_SOURCE_DIR}/resources/art/make_art.py ${art_dir}
@@ -102,6 +102,7 @@ add_library(
   panel/main_window.cpp
   panel/panel_accessibility.cpp
   panel/popup_menu.cpp
+  panel/shown_colours.cpp
   panel/skin.cpp
   panel/status_display.cpp
   setup/capture_page.cpp

@@ -4,19 +4,22 @@
 #include <array>
 #include <cstddef>
 
+#include "base/geometry.h"
 #include "panel/commands.h"
 
 namespace quorvex {
 
 struct ButtonLayout {
   int command;  // also the button's child-window id
-  int x;
+  int x;        // this and the next three in units (panel/scale.h)
   int y;
   int width;
   int height;
   bool startsGroup;
   int toolTip;  // string resource, 0 for none
   int name;     // string resource that names the key for screen readers when it has no tool tip
+
+  [[nodiscard]] constexpr Rect Rectangle() const { return {x, y, x + width, y + height}; }
 };
 
 inline constexpr std::size_t kButtonCount = 47;

@@ -6,6 +6,8 @@
 #include <array>
 
 #include "panel/main_window.h"
+#include "panel/scale.h"
+#include "panel/shown_colours.h"
 #include "panel/skin.h"
 
 namespace quorvex {
@@ -32,16 +34,25 @@ void AddToolTip(HWND toolTips, HWND button, int text) {
 
 HWND CreateButton(const ButtonLayout& layout) {
   const DWORD group = layout.startsGroup ? WS_GROUP | WS_TABSTOP : 0;
-  return ::CreateWindowExA(0, "BUTTON", "", WS_CHILD | WS_VISIBLE | BS_OWNERDRAW | group, layout.x, layout.y,
-                           layout.width, layout.height, mainWindow,
+  return ::CreateWindowExA(0, "BUTTON", "", WS_CHILD | WS_VISIBLE | BS_OWNERDRAW | group, ToPixels(layout.x),
+                           ToPixels(layout.y), ToPixels(layout.width), ToPixels(layout.height), mainWindow,
                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(layout.command)), instance, nullptr);
 }
 
+// A frame of one unit, inside the key's edge.
 void DrawLitFrame(HDC dc, const ButtonLayout& layout) {
-  const UniquePen pen(::CreatePen(PS_SOLID, 1, RGB(0, 255, 0)));
+  const UniquePen pen(::CreatePen(PS_SOLID, 1, ShownColour(kGreen)));
   const Selected selectedPen(dc, pen.Get());
   const Selected hollow(dc, ::GetStockObject(HOLLOW_BRUSH));
-  ::Rectangle(dc, 0, 0, layout.width, layout.height);
+  for (int i = 0; i < Scale(); ++i)
+    ::Rectangle(dc, i, i, ToPixels(layout.width) - i, ToPixels(layout.height) - i);
+}
+
+// Copies `area` of the panel's skin (units) to (x, y) of a key.
+void CopySkin(HDC dc, int x, int y, const Rect& area) {
+  const Rect from = ToPixels(area);
+  ::BitBlt(dc, ToPixels(x), ToPixels(y), from.Width(), from.Height(), skin.background.Get(), from.left,
+           from.top, SRCCOPY);
 }
 
 }  // namespace
@@ -72,22 +83,19 @@ std::size_t RowOf(HWND window) {
   return static_cast<std::size_t>(found - buttons.begin());
 }
 
-void PaintPanelBackground(HDC dc) {
-  ::BitBlt(dc, 0, 0, kPanelWidth, kPanelHeight, skin.background.Get(), 0, 0, SRCCOPY);
-}
+void PaintPanelBackground(HDC dc) { CopySkin(dc, 0, 0, {0, 0, kPanelWidth, kPanelHeight}); }
 
 void DrawPanelButton(const DRAWITEMSTRUCT& item) {
   const std::size_t row = ButtonIndex(static_cast<int>(item.CtlID));
   if (row == kButtonCount) return;
   const ButtonLayout& layout = kButtons[row];
-  const HDC source = skin.background.Get();
+  const Rect key = layout.Rectangle();
   if ((item.itemState & ODS_SELECTED) != 0) {
-    // The key's face one pixel lower, inside a black border.
-    ::PatBlt(item.hDC, 0, 0, layout.width, layout.height, BLACKNESS);
-    ::BitBlt(item.hDC, 2, 3, layout.width - 4, layout.height - 4, source, layout.x + 2, layout.y + 2,
-             SRCCOPY);
+    // The key's face one unit lower, inside a black border.
+    ::PatBlt(item.hDC, 0, 0, ToPixels(layout.width), ToPixels(layout.height), BLACKNESS);
+    CopySkin(item.hDC, 2, 3, {key.left + 2, key.top + 2, key.right - 2, key.bottom - 2});
   } else {
-    ::BitBlt(item.hDC, 0, 0, layout.width, layout.height, source, layout.x, layout.y, SRCCOPY);
+    CopySkin(item.hDC, 0, 0, key);
   }
   if (buttons[row].look == ButtonLook::kLit) DrawLitFrame(item.hDC, layout);
 }

@@ -71,8 +71,15 @@ inline constexpr Colour kRed{255, 0, 0};
 inline constexpr Colour kDarkRed{128, 0, 0};
 inline constexpr Colour kTextCyan{0, 255, 255};
 
+// What takes a colour's place while the user wants high contrast: what is lit is bright, the rest is not
+// seen.
+constexpr Colour InHighContrast(Colour colour) {
+  if (colour == kTeal || colour == kDarkRed) return {0, 0, 0};
+  return colour == kRed ? Colour{255, 255, 0} : Colour{255, 255, 255};
+}
+
 struct ElementLayout {
-  int x;
+  int x;  // this and the next three in units (panel/scale.h)
   int y;
   int width;
   int height;

@@ -7,6 +7,7 @@
 #include "panel/accessible_text.h"
 #include "panel/control_panel.h"
 #include "panel/main_window.h"
+#include "panel/scale.h"
 #include "panel/status_display.h"
 
 namespace quorvex {
@@ -71,7 +72,7 @@ class PanelAccessible final : public AccessibleObject {
   }
   [[nodiscard]] RECT Location(LONG child) const override {
     if (child != kDisplayChild) return WindowRect(WindowOf(child));
-    const Rect area = kDisplayElements[kWholeDisplay].Rectangle();
+    const Rect area = ToPixels(kDisplayElements[kWholeDisplay].Rectangle());
     RECT rect{area.left, area.top, area.right, area.bottom};
     ::MapWindowPoints(mainWindow, nullptr, reinterpret_cast<POINT*>(&rect), 2);
     return rect;

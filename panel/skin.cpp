@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "panel/main_window.h"
+#include "panel/scale.h"
 #include "resources/ids.h"
 
 namespace quorvex {
@@ -12,6 +13,7 @@ Skin skin;
 namespace {
 
 BitmapDc LoadBitmapResource(int bitmapId) {
+  if (Scale() == 2) bitmapId += IDB_DOUBLED;
   return BitmapDc(UniqueBitmap(::LoadBitmapA(instance, MAKEINTRESOURCEA(bitmapId))));
 }
 
@@ -42,7 +44,7 @@ bool LoadSkinBitmaps() {
 
 void CreateDisplayFont() {
   LOGFONTA font{};
-  font.lfHeight = -11;
+  font.lfHeight = -ToPixels(11);
   font.lfWeight = FW_BOLD;
   lstrcpynA(font.lfFaceName, "Arial", LF_FACESIZE);
   skin.displayFont = UniqueFont(::CreateFontIndirectA(&font));

@@ -24,21 +24,21 @@ class BitmapDc {
 };
 
 struct Skin {
-  BitmapDc background;     // 534 x 115, the whole panel with every key
-  BitmapDc segments;       // 325 x 70, one bit per pixel: every glyph of the display, black
+  BitmapDc background;     // 534 x 115 units, the whole panel with every key
+  BitmapDc segments;       // 325 x 70 units, one bit per pixel: every glyph of the display, black
   UniqueFont displayFont;  // of the display's text line
 };
 extern Skin skin;
 
-inline constexpr int kPanelWidth = 534;
+inline constexpr int kPanelWidth = 534;  // units
 inline constexpr int kPanelHeight = 115;
 
-// Loads the two bitmaps; false when one is missing.
+// Loads the two bitmaps of the run's scale; false when one is missing.
 bool LoadSkinBitmaps();
 
 void CreateDisplayFont();
 
-// Loads a bitmap resource, copies it to (x, y) in its natural size, frees it.
+// Loads a bitmap resource (its number in the first set), copies it to (x, y) in its natural size, frees it.
 void DrawBitmapResource(HDC dc, int bitmapId, int x, int y);
 
 // The same, stretched to a width and height.

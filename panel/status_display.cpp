@@ -4,6 +4,8 @@
 
 #include "base/text.h"
 #include "panel/main_window.h"
+#include "panel/scale.h"
+#include "panel/shown_colours.h"
 #include "panel/skin.h"
 
 namespace quorvex {
@@ -13,7 +15,6 @@ constexpr std::size_t kLongestText = 99;
 
 struct State {
   DisplayContent content;
-  Colour teal = kTeal;
   OnScreenText onScreenText = nullptr;
 };
 
@@ -33,8 +34,9 @@ State& Display() {
 const ElementLayout& Layout(int element) { return kDisplayElements[static_cast<std::size_t>(element)]; }
 int& Value(int element) { return Display().content.values[static_cast<std::size_t>(element)]; }
 
+// In pixels of the panel.
 RECT RectOf(int element) {
-  const Rect rect = Layout(element).Rectangle();
+  const Rect rect = ToPixels(Layout(element).Rectangle());
   return {rect.left, rect.top, rect.right, rect.bottom};
 }
 
@@ -43,22 +45,19 @@ void Repaint(int element) {
   ::RedrawWindow(mainWindow, &rect, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
 }
 
-COLORREF ColourRef(Colour colour) {
-  if (colour == kTeal) colour = Display().teal;
-  return RGB(colour.red, colour.green, colour.blue);
-}
-
-// Copies the mask's glyph at (x, y) to an element, its pixels in `colour`, all others black.
-void CopyGlyph(HDC dc, const ElementLayout& to, int x, int y, Colour colour, DWORD operation) {
-  ::SetTextColor(dc, ColourRef(colour));
-  ::BitBlt(dc, to.x, to.y, to.width, to.height, skin.segments.Get(), x, y, operation);
+// Copies the mask's glyph at `from` to an element of the same size, its pixels in `colour`, all others black.
+void CopyGlyph(HDC dc, const ElementLayout& to, const ElementLayout& from, Colour colour, DWORD operation) {
+  const Rect rect = ToPixels(to.Rectangle());
+  ::SetTextColor(dc, ShownColour(colour));
+  ::BitBlt(dc, rect.left, rect.top, rect.Width(), rect.Height(), skin.segments.Get(), ToPixels(from.x),
+           ToPixels(from.y), operation);
 }
 
 // A lit digit lies over a faint 8; the glyph of digit d stands in the mask at element d.
 void DrawDigit(HDC dc, const ElementLayout& element, int value) {
-  CopyGlyph(dc, element, Layout(8).x, Layout(8).y, element.unlit, SRCCOPY);
+  CopyGlyph(dc, element, Layout(8), element.unlit, SRCCOPY);
   if (value < 0 || value >= kBlankDigit) return;
-  CopyGlyph(dc, element, Layout(value).x, Layout(value).y, element.lit, SRCPAINT);
+  CopyGlyph(dc, element, Layout(value), element.lit, SRCPAINT);
 }
 
 void DrawTextLine(HDC dc) {
@@ -69,7 +68,7 @@ void DrawTextLine(HDC dc) {
   SIZE size{};
   ::GetTextExtentPoint32A(dc, text.c_str(), length, &size);
   const bool fits = size.cx <= rect.right - rect.left;
-  ::SetTextColor(dc, ColourRef(kTextCyan));
+  ::SetTextColor(dc, ShownColour(kTextCyan));
   ::SetTextAlign(dc, fits ? TA_CENTER : TA_LEFT);
   const int x = fits ? (rect.left + rect.right) / 2 : rect.left;
   ::ExtTextOutA(dc, x, rect.top, ETO_OPAQUE | ETO_CLIPPED, &rect, text.c_str(), static_cast<UINT>(length),
@@ -81,7 +80,7 @@ void DrawElement(HDC dc, int element) {
   switch (layout.kind) {
     case ElementKind::kDigit: DrawDigit(dc, layout, Value(element)); break;
     case ElementKind::kLamp:
-      CopyGlyph(dc, layout, layout.x, layout.y, Value(element) != 0 ? layout.lit : layout.unlit, SRCCOPY);
+      CopyGlyph(dc, layout, layout, Value(element) != 0 ? layout.lit : layout.unlit, SRCCOPY);
       break;
     case ElementKind::kText: DrawTextLine(dc); break;
     case ElementKind::kNeverDrawn: break;
@@ -93,10 +92,6 @@ void ShowDigits(const std::array<int, 6>& digits) {
 }
 
 }  // namespace
-
-void PrepareStatusDisplay(HDC dc) {
-  Display().teal = (::GetDeviceCaps(dc, RASTERCAPS) & RC_PALETTE) != 0 ? kPaletteTeal : kTeal;
-}
 
 void SetDisplayElement(int element, int value) {
   if (element < 0 || element > kReservedElement) return;
@@ -172,7 +167,7 @@ void PaintStatusDisplay(HDC dc, const RECT& update) {
   const Rect area{update.left, update.top, update.right, update.bottom};
   ::SetBkColor(dc, RGB(0, 0, 0));
   for (int i = 0; i < kWholeDisplay; ++i) {
-    if (Layout(i).Rectangle().Intersects(area)) DrawElement(dc, i);
+    if (ToPixels(Layout(i).Rectangle()).Intersects(area)) DrawElement(dc, i);
   }
 }
 

@@ -13,9 +13,6 @@
 
 namespace quorvex {
 
-// Makes the display ready on the panel `dc` belongs to: chooses the unlit colours for a palette device.
-void PrepareStatusDisplay(HDC dc);
-
 // Stores an element's value (element 0..39; digits 0..9 or blank, lamps 0 or 1) and, when it is a new one or
 // the element is the text line, repaints the element's rectangle.
 void SetDisplayElement(int element, int value);

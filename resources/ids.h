@@ -25,6 +25,8 @@
 #define IDD_READY_TO_RECORD 184
 #define IDI_QUORVEX 186
 #define IDB_SEGMENTS 187
+// The bitmaps of twice the size have numbers higher by this.
+#define IDB_DOUBLED 1000
 
 #define IDS_NAMING_TRACK 60
 #define IDS_HOURS_MINUTES_SECONDS 61

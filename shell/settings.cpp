@@ -2,6 +2,7 @@
 
 #include "devices/config_store.h"
 #include "devices/shared_state.h"
+#include "panel/shown_colours.h"
 
 namespace quorvex {
 
@@ -41,6 +42,8 @@ void BuildPaths() {
   cdAlbumPath = StorePath(folder, "cd.abm");
 }
 
+int WantedScale() { return ReadConfig().Integer(kSection, "Scale", 0); }
+
 void LoadSettings() {
   const IniSnapshot config = ReadConfig();
   settings.unreadable = config.state == IniSnapshot::State::kUnreadable;
@@ -77,6 +80,7 @@ void ApplyScreenSaverSetting() {
 
 void OnSettingChange(WPARAM setting) {
   if (setting == SPI_SETSCREENSAVEACTIVE) settings.screenSaverWasActive = ScreenSaverActive();
+  if (setting == SPI_SETHIGHCONTRAST) ShowHighContrast(ReadHighContrast());
 }
 
 LRESULT OnPowerBroadcast(WPARAM event) {

@@ -23,6 +23,9 @@ std::string StorePath(std::string folder, const char* name);
 // Finds the three stores in the Windows directory.
 void BuildPaths();
 
+// The scale that the user has chosen: 1 or 2, anything else for the display's own (ScaleFor).
+int WantedScale();
+
 // Reads the settings and switches the screen saver off when they say so.
 void LoadSettings();
 
@@ -32,7 +35,8 @@ void SaveSettings();
 // Follows a changed disableScreenSaver.
 void ApplyScreenSaverSetting();
 
-// WM_SETTINGCHANGE: a screen saver switched on or off elsewhere is what is put back at the end.
+// WM_SETTINGCHANGE: a screen saver switched on or off elsewhere is what is put back at the end; high contrast
+// changes the colours.
 void OnSettingChange(WPARAM setting);
 
 // The reply to WM_POWERBROADCAST.

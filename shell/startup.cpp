@@ -11,6 +11,8 @@
 #include "panel/control_panel.h"
 #include "panel/main_window.h"
 #include "panel/panel_accessibility.h"
+#include "panel/scale.h"
+#include "panel/shown_colours.h"
 #include "panel/skin.h"
 #include "panel/status_display.h"
 #include "resources/ids.h"
@@ -24,7 +26,7 @@
 namespace quorvex {
 namespace {
 
-constexpr int kDistanceFromBottom = 195;  // of the panel's top edge
+constexpr int kDistanceFromBottom = 195;  // of the panel's top edge, in units
 constexpr char kPanelClass[] = "PControl";
 
 bool RegisterPanelClass() {
@@ -39,10 +41,11 @@ bool RegisterPanelClass() {
 }
 
 bool CreatePanel() {
-  const int x = Half(::GetSystemMetrics(SM_CXSCREEN) - kPanelWidth);
-  const int y = ::GetSystemMetrics(SM_CYSCREEN) - kDistanceFromBottom;
+  const Size size{ToPixels(kPanelWidth), ToPixels(kPanelHeight)};
+  const int x = Half(::GetSystemMetrics(SM_CXSCREEN) - size.width);
+  const int y = ::GetSystemMetrics(SM_CYSCREEN) - ToPixels(kDistanceFromBottom);
   mainWindow = ::CreateWindowExA(WS_EX_APPWINDOW | WS_EX_CONTROLPARENT | WS_EX_ACCEPTFILES, kPanelClass,
-                                 "Quorvex", WS_POPUP | WS_SYSMENU, x, y, kPanelWidth, kPanelHeight, nullptr,
+                                 "Quorvex", WS_POPUP | WS_SYSMENU, x, y, size.width, size.height, nullptr,
                                  nullptr, instance, nullptr);
   return mainWindow != nullptr;
 }
@@ -60,7 +63,7 @@ void TrimSystemMenu() {
 void PrepareDisplay() {
   CreateDisplayFont();
   const HDC dc = ::GetDC(mainWindow);
-  PrepareStatusDisplay(dc);
+  PrepareColours(dc);
   ::ReleaseDC(mainWindow, dc);
   SetAllDisplayElements(false);
 }
@@ -88,10 +91,11 @@ bool StartUp(HINSTANCE module) {
   instance = module;
   ::InitCommonControls();
   ::CoInitialize(nullptr);
+  BuildPaths();
+  SetScale(ScaleFor(WantedScale(), static_cast<int>(::GetDpiForSystem())));
   if (!RegisterPanelClass() || !RegisterVideoClass() || !RegisterOsdClass() || !CreatePanel()) return false;
   ConnectPicture();
   CreatePanelButtons(CreateToolTips());
-  BuildPaths();
   LoadSettings();
   TrimSystemMenu();
   PrepareDisplay();

@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "panel/main_window.h"
+#include "panel/shown_colours.h"
 #include "video/video_window.h"
 
 namespace quorvex {
@@ -14,10 +15,42 @@ namespace {
 
 constexpr char kOsdClass[] = "myOSCtl";
 constexpr UINT kHideAfterMs = 4000;
-constexpr COLORREF kOsdGreen = RGB(0, 255, 0);
 
 bool levelShown = false;
 int lastShownAdjustId = -1;
+
+std::string TextOf(HWND element) {
+  char text[kLongestOsdText * 4 + 1] = "";
+  ::GetWindowTextA(element, text, sizeof text);
+  return std::string(FirstCharacters(text, kLongestOsdText));
+}
+
+UniqueFont CreateOsdFont(int height) {
+  LOGFONTA font{};
+  font.lfHeight = -height;
+  font.lfWeight = FW_BOLD;
+  lstrcpynA(font.lfFaceName, "Arial", LF_FACESIZE);
+  return UniqueFont(::CreateFontIndirectA(&font));
+}
+
+// With high contrast a text stands in a black box and a segment has a black edge, so that any picture sets
+// them off. A text's element keeps the height of its characters, a segment 0.
+void PaintHighContrast(HDC dc, HWND element, const RECT& client) {
+  const auto black = static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH));
+  const auto height = static_cast<int>(::GetWindowLongPtrA(element, GWLP_USERDATA));
+  if (height == 0) {
+    constexpr LONG kNarrow = 3;
+    if (client.right > kNarrow) ::FrameRect(dc, &client, black);
+    return;
+  }
+  ::FillRect(dc, &client, black);
+  const UniqueFont font = CreateOsdFont(height);
+  const Selected selected(dc, font.Get());
+  const std::string text = TextOf(element);
+  ::SetBkMode(dc, TRANSPARENT);
+  ::SetTextColor(dc, ShownColour(kGreen));
+  ::TextOutA(dc, 0, 0, text.c_str(), static_cast<int>(text.size()));
+}
 
 LRESULT CALLBACK OsdProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message != WM_PAINT) return ::DefWindowProcA(window, message, wParam, lParam);
@@ -25,8 +58,9 @@ LRESULT CALLBACK OsdProcedure(HWND window, UINT message, WPARAM wParam, LPARAM l
   const HDC dc = ::BeginPaint(window, &paint);
   RECT client{};
   ::GetClientRect(window, &client);
-  const UniqueBrush green(::CreateSolidBrush(kOsdGreen));
-  ::FillRect(dc, &client, green.Get());
+  const UniqueBrush bright(::CreateSolidBrush(ShownColour(kGreen)));
+  ::FillRect(dc, &client, bright.Get());
+  if (IsHighContrastShown()) PaintHighContrast(dc, window, client);
   ::EndPaint(window, &paint);
   ::DefWindowProcA(window, WM_PAINT, 0, 0);
   return 0;
@@ -65,12 +99,6 @@ void Move(HWND element, const Rect& rect) {
 }
 
 void Place(HWND element, const Rect& rect) { Move(element, Shifted(rect, AreaOrigin())); }
-
-std::string TextOf(HWND element) {
-  char text[kLongestOsdText * 4 + 1] = "";
-  ::GetWindowTextA(element, text, sizeof text);
-  return std::string(FirstCharacters(text, kLongestOsdText));
-}
 
 Size MeasuredText(HDC dc, const std::string& text) {
   SIZE size{};
@@ -150,13 +178,10 @@ void OnScreenDisplay::LayoutOsdLevel() {
   ::ShowWindow(titleWindow, SW_SHOWNOACTIVATE);
 }
 
-// Makes the outline of a text in bold Arial an element's shape.
+// Makes the outline of a text in bold Arial an element's shape; with high contrast it keeps its box.
 OnScreenDisplay::TextSizes OnScreenDisplay::CutToText(HWND element, const std::string& text, int height) {
-  LOGFONTA font{};
-  font.lfHeight = -height;
-  font.lfWeight = FW_BOLD;
-  lstrcpynA(font.lfFaceName, "Arial", LF_FACESIZE);
-  osdFont = UniqueFont(::CreateFontIndirectA(&font));
+  osdFont = CreateOsdFont(height);
+  ::SetWindowLongPtrA(element, GWLP_USERDATA, height);
   const HDC dc = ::GetDC(element);
   TextSizes sizes;
   {
@@ -165,7 +190,8 @@ OnScreenDisplay::TextSizes OnScreenDisplay::CutToText(HWND element, const std::s
     ::BeginPath(dc);
     ::TextOutA(dc, 0, 0, text.c_str(), static_cast<int>(text.size()));
     ::EndPath(dc);
-    ::SetWindowRgn(element, ::PathToRegion(dc), FALSE);  // the window owns the region
+    // The window owns the region.
+    ::SetWindowRgn(element, IsHighContrastShown() ? nullptr : ::PathToRegion(dc), FALSE);
     sizes = {MeasuredText(dc, text), MeasuredText(dc, "M")};
   }
   ::ReleaseDC(element, dc);

@@ -3,12 +3,16 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "panel/scale.h"
+
 namespace quorvex {
 namespace {
 
-constexpr int kAcross = kMargins.left + kMargins.right;
-constexpr int kDown = kMargins.top + kMargins.bottom;
+constexpr Margins kMargins{15, 12, 15, 12};  // in units, as the next
 constexpr int kAbovePanel = 4;
+
+int Across() { return ToPixels(kMargins.left + kMargins.right); }
+int Down() { return ToPixels(kMargins.top + kMargins.bottom); }
 
 int Scaled(int length, int numerator, int denominator) {
   return static_cast<int>(std::int64_t{length} * numerator / denominator);
@@ -16,16 +20,28 @@ int Scaled(int length, int numerator, int denominator) {
 
 }  // namespace
 
-Size FrameSize(Size picture) { return {picture.width + kAcross, picture.height + kDown}; }
+Margins FrameMargins() {
+  return {ToPixels(kMargins.left), ToPixels(kMargins.top), ToPixels(kMargins.right),
+          ToPixels(kMargins.bottom)};
+}
+
+Size FrameSize(Size picture) { return {picture.width + Across(), picture.height + Down()}; }
+
+Size FirstPicture(Size video, Size screen) {
+  const Size scaled{ToPixels(video.width), ToPixels(video.height)};
+  const Size frame = FrameSize(scaled);
+  return frame.width <= screen.width && frame.height <= screen.height ? scaled : video;
+}
 
 Rect PictureInFrame(Size frame) {
-  return {kMargins.left, kMargins.top, frame.width - kMargins.right, frame.height - kMargins.bottom};
+  const Margins margins = FrameMargins();
+  return {margins.left, margins.top, frame.width - margins.right, frame.height - margins.bottom};
 }
 
 Point PlaceFrame(const Rect& panel, Size frame) {
   const int spare = panel.Width() - frame.width;
   const int x = spare >= 0 ? panel.left + spare / 2 : panel.left - -spare / 2;
-  return {x, std::max(panel.top - frame.height - kAbovePanel, 0)};
+  return {x, std::max(panel.top - frame.height - ToPixels(kAbovePanel), 0)};
 }
 
 Rect LetterBox(Size video, Size area) {
@@ -41,7 +57,7 @@ Rect LetterBox(Size video, Size area) {
 }
 
 Rect ConstrainSizing(int edge, Rect frame, Size video) {
-  const int height = Scaled(frame.Width() - kAcross, video.height, video.width) + kDown;
+  const int height = Scaled(frame.Width() - Across(), video.height, video.width) + Down();
   switch (edge) {
     case 1:  // left
     case 2:  // right
@@ -51,7 +67,7 @@ Rect ConstrainSizing(int edge, Rect frame, Size video) {
       break;
     case 3:  // top
     case 6:  // bottom
-      frame.right = frame.left + Scaled(frame.Height() - kDown, video.width, video.height) + kAcross;
+      frame.right = frame.left + Scaled(frame.Height() - Down(), video.width, video.height) + Across();
       break;
     case 4:  // top left
     case 5:  // top right

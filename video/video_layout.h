@@ -1,4 +1,5 @@
-// Where the video window's frame and the picture in it lie. Everything is in pixels; the divisions truncate.
+// Where the video window's frame and the picture in it lie. Everything is in pixels at the run's scale
+// (panel/scale.h); the divisions truncate.
 #pragma once
 
 #include <array>
@@ -9,12 +10,16 @@ namespace quorvex {
 
 // The widths of the frame's border, as its skin draws it.
 struct Margins {
-  int left = 15;
-  int top = 12;
-  int right = 15;
-  int bottom = 12;
+  int left;
+  int top;
+  int right;
+  int bottom;
 };
-inline constexpr Margins kMargins{};
+Margins FrameMargins();
+
+// The picture that a video's frame opens with: as large as at a scale of 1, but in the video's own size where
+// the frame around that would be larger than the screen.
+Size FirstPicture(Size video, Size screen);
 
 // The frame around a picture of a size.
 Size FrameSize(Size picture);

@@ -28,10 +28,11 @@ Size ScreenSize() { return {::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(
 
 void PaintSkin(HDC dc, Size frame) {
   const Rect picture = PictureInFrame(frame);
+  const Margins margins = FrameMargins();
   StretchBitmapResource(dc, IDB_FRAME_LEFT, 0, 0, picture.left, frame.height);
   StretchBitmapResource(dc, IDB_FRAME_TOP, 0, 0, frame.width, picture.top);
-  StretchBitmapResource(dc, IDB_FRAME_RIGHT, picture.right, 0, kMargins.right, frame.height);
-  StretchBitmapResource(dc, IDB_FRAME_BOTTOM, 0, picture.bottom, frame.width, kMargins.bottom);
+  StretchBitmapResource(dc, IDB_FRAME_RIGHT, picture.right, 0, margins.right, frame.height);
+  StretchBitmapResource(dc, IDB_FRAME_BOTTOM, 0, picture.bottom, frame.width, margins.bottom);
   DrawBitmapResource(dc, IDB_FRAME_TOP_LEFT, 0, 0);
   DrawBitmapResource(dc, IDB_FRAME_TOP_RIGHT, picture.right, 0);
   DrawBitmapResource(dc, IDB_FRAME_BOTTOM_LEFT, 0, picture.bottom);
@@ -106,7 +107,7 @@ HWND CVWindow::Attach(IVideoWindow* renderer, int width, int height) {
   if (frameWindow == nullptr) return nullptr;
   videoWindow = renderer;
   videoSize = {width, height};
-  const Size frame = FrameSize(videoSize);
+  const Size frame = FrameSize(FirstPicture(videoSize, ScreenSize()));
   const Point place = PlaceFrame(ToRect(WindowRect(mainWindow)), frame);
   if (fullScreen) {
     restoreRect = {place.x, place.y, place.x + frame.width, place.y + frame.height};

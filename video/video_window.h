@@ -22,9 +22,9 @@ class CVWindow {
   CVWindow(const CVWindow&) = delete;
   CVWindow& operator=(const CVWindow&) = delete;
 
-  // Shows a renderer's picture of a native size (pixels; neither may be 0) above the panel, or on the whole
-  // screen while `fullScreen` is set. Answers the frame; null when there is none. The renderer stays its
-  // graph's.
+  // Shows a renderer's picture of a native size (pixels; neither may be 0; FirstPicture) above the panel, or
+  // on the whole screen while `fullScreen` is set. Answers the frame; null when there is none. The renderer
+  // stays its graph's.
   HWND Attach(IVideoWindow* renderer, int width, int height);
 
   // Takes over the renderer of a graph that was built anew; the frame stays as it is.

@@ -1,6 +1,6 @@
 """Where everything sits on the panel: its keys and the elements of its display.
 
-All rectangles are (x, y, width, height) in panel pixels.
+All rectangles are (x, y, width, height) in units: pixels of the small artwork, twice that in the large one.
 """
 
 PANEL_SIZE = (534, 115)
@@ -97,3 +97,8 @@ LAMPS = {
     36: (109, 63, 18, 8),
 }
 RED_LAMPS = range(23, 34)
+
+
+def scaled(lengths, scale):
+    """Units into pixels."""
+    return tuple(length * scale for length in lengths)

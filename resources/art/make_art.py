@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Draws Quorvex's bitmaps and its icon: make_art.py OUTDIR [--preview FOLDER]."""
+"""Draws Quorvex's bitmaps, in two sizes, and its icon: make_art.py OUTDIR [--preview FOLDER]."""
 
 import argparse
 import os
@@ -12,7 +12,6 @@ import frame
 import icon
 import panel
 import segments
-from layout import MASK_SIZE
 from metal import steel_palette
 
 
@@ -27,10 +26,11 @@ def main():
         return os.path.join(arguments.outdir, name)
 
     greys = steel_palette()
-    bmp.write_indexed(target("panel.bmp"), panel.draw(), greys)
-    bmp.write_mono(target("segments.bmp"), MASK_SIZE, segments.glyph_pixels())
-    for number, picture in frame.draw().items():
-        bmp.write_indexed(target(f"frame_{number}.bmp"), picture, greys)
+    for scale, mark in ((1, ""), (2, "_2x")):
+        bmp.write_indexed(target(f"panel{mark}.bmp"), panel.draw(scale), greys)
+        bmp.write_mono(target(f"segments{mark}.bmp"), *segments.draw(scale))
+        for number, picture in frame.draw(scale).items():
+            bmp.write_indexed(target(f"frame_{number}{mark}.bmp"), picture, greys)
     icon.write(target("quorvex.ico"))
 
     if arguments.preview:

@@ -4,6 +4,8 @@ import random
 
 from PIL import Image
 
+from layout import scaled
+
 BLACK = (0.0, 0.0, 0.0)
 _STEEL = (0.90, 0.985, 1.10)
 
@@ -32,10 +34,14 @@ def smooth(share):
 
 
 class Canvas:
-    """Colours are red, green, blue floats of 0..255; coordinates of shading functions are pixel centres."""
+    """Colours are red, green, blue floats of 0..255.
 
-    def __init__(self, size):
-        self.width, self.height = size
+    Shapes, rectangles and shading functions count in units of `scale` pixels; blend and lay count in pixels.
+    """
+
+    def __init__(self, size, scale=1):
+        self.scale = scale
+        self.width, self.height = scaled(size, scale)
         self._rows = [[BLACK] * self.width for _ in range(self.height)]
 
     def blend(self, x, y, colour, share=1.0):
@@ -44,19 +50,24 @@ class Canvas:
 
     def fill(self, rect, colour_at):
         """Set every pixel of the rectangle to colour_at(x, y)."""
-        left, top, width, height = rect
+        left, top, width, height = scaled(rect, self.scale)
         for y in range(top, top + height):
             for x in range(left, left + width):
-                self._rows[y][x] = colour_at(x + 0.5, y + 0.5)
+                self._rows[y][x] = colour_at(*self._centre(x, y))
 
     def paint(self, shape, colour_at, opacity=1.0):
         """Lay a colour over a shape; its rim is smoothed by how much of each pixel it covers."""
-        left, top, right, bottom = shape.bounds
+        left, top, right, bottom = scaled(shape.bounds, self.scale)
         for y in range(max(0, top), min(self.height, bottom)):
             for x in range(max(0, left), min(self.width, right)):
-                cover = min(1.0, max(0.0, 0.5 - shape.distance(x + 0.5, y + 0.5)))
+                centre = self._centre(x, y)
+                cover = min(1.0, max(0.0, 0.5 - shape.distance(*centre) * self.scale))
                 if cover:
-                    self.blend(x, y, colour_at(x + 0.5, y + 0.5), cover * opacity)
+                    self.blend(x, y, colour_at(*centre), cover * opacity)
+
+    def _centre(self, x, y):
+        """The middle of a pixel, in units."""
+        return (x + 0.5) / self.scale, (y + 0.5) / self.scale
 
     def lay(self, layer):
         """Lay an RGBA picture of the canvas's size over it."""
@@ -81,7 +92,7 @@ class RoundedRect:
         self._radius = radius
 
     def distance(self, x, y):
-        """Pixels from the outline, negative inside."""
+        """Units from the outline, negative inside."""
         across = abs(x - self._centre[0]) - self._half[0]
         down = abs(y - self._centre[1]) - self._half[1]
         outside = (max(across, 0.0) ** 2 + max(down, 0.0) ** 2) ** 0.5

@@ -1,8 +1,8 @@
 """The panel's skin: brushed body, recessed display, and the face of every key at its own rectangle."""
 
 import pictograms
-from layout import DIGITS, DISPLAY_WINDOW, KEYS, LAMPS, PANEL_SIZE, TEXT_LINE
-from lettering import ENGRAVED, pixels, set_word
+from layout import DIGITS, DISPLAY_WINDOW, KEYS, LAMPS, PANEL_SIZE, TEXT_LINE, scaled
+from lettering import ENGRAVED, coverage, set_word
 from metal import BLACK, Both, Brushing, Canvas, RoundedRect, fade, flat, mix, smooth, steel
 
 WHITE = (255.0, 255.0, 255.0)
@@ -28,18 +28,20 @@ RED_RAMP = ((0xF2, 0x5B, 0x4C), (0xA3, 0x1C, 0x16), (0xFF, 0xA8, 0x98), (0x4E, 0
 
 def _body(canvas):
     width, height = PANEL_SIZE
-    brushing = Brushing(width, height, seed=11)
+    scale = canvas.scale
+    brushing = Brushing(canvas.width, canvas.height, seed=11, streak=24 * scale)
 
     def tone_at(x, y):
         fall = 0.315 - 0.165 * smooth(y / height)
         lip = 0.10 * max(0.0, 1 - (y - 1) / 5)
         # Brushed metal throws its light back in broad soft bands.
         band = 0.022 * smooth(1 - abs(x - 350) / 260)
-        return steel(fall + lip + band + brushing.tone(int(x), int(y)))
+        return steel(fall + lip + band + brushing.tone(int(x * scale), int(y * scale)))
 
     canvas.fill((0, 0, width, height), tone_at)
-    _outline(canvas, 0, steel(0.045), steel(0.03))
-    _outline(canvas, 1, steel(0.60), steel(0.10))
+    for pixel in range(scale):
+        _outline(canvas, pixel, steel(0.045), steel(0.03))
+        _outline(canvas, scale + pixel, steel(0.60), steel(0.10))
 
 
 def _outline(canvas, inset, light, dark):
@@ -122,25 +124,27 @@ def _arrow_pad(canvas):
 
 
 def _signs(canvas):
-    layer = pictograms.layer()
+    layer = pictograms.layer(canvas.scale)
     shadow = layer.copy()
     shadow.paste((0, 0, 0), (0, 0, *layer.size))
     shadow.putalpha(layer.getchannel("A").point(lambda alpha: alpha * 45 // 100))
-    lowered = shadow.transform(shadow.size, 0, (1, 0, 0, 0, 1, -1))
+    lowered = shadow.transform(shadow.size, 0, (1, 0, 0, 0, 1, -canvas.scale))
     canvas.lay(lowered)
     canvas.lay(layer)
 
 
 def _engraving(canvas, left, top):
-    for x, y in pixels(set_word(ENGRAVED, "QUORVEX", 3)):
-        canvas.blend(left + x, top + y + 1, BLACK, 0.45)
-    for x, y in pixels(set_word(ENGRAVED, "QUORVEX", 3)):
-        canvas.blend(left + x, top + y, steel(0.64))
+    left, top = left * canvas.scale, top * canvas.scale
+    word = coverage(set_word(ENGRAVED, "QUORVEX", 3), canvas.scale)
+    for x, y, share in word:
+        canvas.blend(left + x, top + y + canvas.scale, BLACK, 0.45 * share)
+    for x, y, share in word:
+        canvas.blend(left + x, top + y, steel(0.64), share)
 
 
-def draw():
+def draw(scale):
     """The whole skin as an RGB picture."""
-    canvas = Canvas(PANEL_SIZE)
+    canvas = Canvas(PANEL_SIZE, scale)
     _body(canvas)
     for rect in WELLS:
         _well(canvas, rect)
@@ -151,12 +155,13 @@ def draw():
     _signs(canvas)
     _engraving(canvas, 42, 3)
     picture = canvas.image()
-    _check_display_black(picture)
+    _check_display_black(picture, scale)
     return picture
 
 
-def _check_display_black(picture):
+def _check_display_black(picture, scale):
     """The player paints every display element's rectangle black; the ground about it must not differ."""
-    for x, y, width, height in (*DIGITS.values(), *LAMPS.values(), TEXT_LINE):
+    for rect in (*DIGITS.values(), *LAMPS.values(), TEXT_LINE):
+        x, y, width, height = scaled(rect, scale)
         if picture.crop((x, y, x + width, y + height)).getbbox():
             raise ValueError(f"the display is not black at {(x, y, width, height)}")

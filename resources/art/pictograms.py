@@ -5,8 +5,8 @@ import subprocess
 
 from PIL import Image
 
-from layout import KEYS, PANEL_SIZE
-from lettering import CAPTION_LETTER, CROSS, KEY_FIGURE, KEY_LETTER, SUN, pixels, set_word
+from layout import KEYS, PANEL_SIZE, scaled
+from lettering import CAPTION_LETTER, CROSS, KEY_FIGURE, KEY_LETTER, SUN, coverage, set_word
 
 INK = "#f1f5f8"
 PLAY_GREEN = "#74f58a"
@@ -73,8 +73,8 @@ _GLYPHS = {
 }
 
 
-def _drawing_layer():
-    width, height = PANEL_SIZE
+def _drawing_layer(scale):
+    width, height = scaled(PANEL_SIZE, scale)
     parts = []
     for x, y, key_width, key_height, sign in KEYS.values():
         if sign in _DRAWINGS:
@@ -82,7 +82,7 @@ def _drawing_layer():
             parts.append(f'<g transform="translate({middle[0]} {middle[1]})">'
                          f'{_ink_strokes(_DRAWINGS[sign])}</g>')
     svg = (f'<svg xmlns="http://www.w3.org/2000/svg" width="{width}" height="{height}" fill="{INK}">'
-           f'{"".join(parts)}</svg>')
+           f'<g transform="scale({scale})">{"".join(parts)}</g></svg>')
     png = subprocess.run(["rsvg-convert"], input=svg.encode(), capture_output=True, check=True).stdout
     return Image.open(io.BytesIO(png)).convert("RGBA")
 
@@ -91,25 +91,30 @@ def _ink_strokes(drawing):
     return drawing.replace("stroke-width", f'stroke="{INK}" stroke-width')
 
 
-def layer():
+def layer(scale):
     """All signs as one transparent RGBA picture of the panel."""
-    picture = _drawing_layer()
-    ink = tuple(int(INK[i:i + 2], 16) for i in (1, 3, 5)) + (255,)
+    picture = _drawing_layer(scale)
+    ink = tuple(int(INK[i:i + 2], 16) for i in (1, 3, 5))
     for x, y, width, height, sign in KEYS.values():
         if sign in _GLYPHS:
             glyph, right, below = _GLYPHS[sign]
             left = x + (width - len(glyph[0])) // 2 + right
             top = y + (height - len(glyph)) // 2 + below
-            for column, row in pixels(glyph):
-                picture.putpixel((left + column, top + row), ink)
-    _check_on_faces(picture)
+            for column, row, share in coverage(glyph, scale):
+                _set_ink(picture, (left * scale + column, top * scale + row), ink, round(255 * share))
+    _check_on_faces(picture, scale)
     return picture
 
 
-def _check_on_faces(picture):
+def _set_ink(picture, place, ink, opacity):
+    """A glyph's pixel; where a drawing lies already, the stronger of both stays."""
+    picture.putpixel(place, (*ink, max(opacity, picture.getpixel(place)[3])))
+
+
+def _check_on_faces(picture, scale):
     """A pressed key shows only what lies two pixels inside its rectangle; nothing of a sign may lie beyond."""
     alpha = picture.getchannel("A")
     for x, y, width, height, _ in KEYS.values():
-        alpha.paste(0, (x + 2, y + 2, x + width - 2, y + height - 2))
+        alpha.paste(0, scaled((x + 2, y + 2, x + width - 2, y + height - 2), scale))
     if alpha.getbbox():
         raise ValueError(f"a sign leaves its key's face, within {alpha.getbbox()}")

@@ -1,7 +1,7 @@
 """The display's mask: every digit, label and lamp at its place, black on white, coloured by the player as it copies."""
 
-from layout import DIGIT_CELL, DIGITS, LAMPS, MASK_SIZE
-from lettering import HALF_DAY, LABEL, LAMP, MEDIA, TIMER_LAMP, pixels, set_word
+from layout import DIGIT_CELL, DIGITS, LAMPS, MASK_SIZE, scaled
+from lettering import HALF_DAY, LABEL, LAMP, MEDIA, TIMER_LAMP, enlarged, pixels, set_word
 
 EIGHT = (
     ".aaaaaaa.",
@@ -38,7 +38,8 @@ DOT = ("##", "##")
 
 
 def _digit(value):
-    return tuple("".join("#" if mark in SEGMENTS_OF[value] else "." for mark in row) for row in EIGHT)
+    """A digit's segments, each a glyph of its own: enlarged, the gaps between them stay."""
+    return [tuple("".join("#" if mark == segment else "." for mark in row) for row in EIGHT) for segment in SEGMENTS_OF[value]]
 
 
 def _lamp_glyphs():
@@ -74,17 +75,17 @@ def _lamp_glyphs():
     }
 
 
-def _check_inside(element, rect, pixel):
+def _check_inside(element, rect, mask_size, pixel):
     x, y, width, height = rect
     inside_rect = x <= pixel[0] < x + width and y <= pixel[1] < y + height
-    inside_mask = pixel[0] < MASK_SIZE[0] and pixel[1] < MASK_SIZE[1]
+    inside_mask = pixel[0] < mask_size[0] and pixel[1] < mask_size[1]
     if not (inside_rect and inside_mask):
         raise ValueError(f"display element {element}: glyph pixel {pixel} lies outside")
 
 
-def glyph_pixels():
-    """All black pixels of the mask, in panel coordinates."""
-    placed = {element: (LAMPS[element], offset, glyph) for element, (offset, glyph) in _lamp_glyphs().items()}
+def draw(scale):
+    """The mask's size, and all its black pixels, in pixels of the panel."""
+    placed = {element: (LAMPS[element], offset, [glyph]) for element, (offset, glyph) in _lamp_glyphs().items()}
     if placed.keys() != LAMPS.keys():
         raise ValueError("a lamp has no glyph, or a glyph no lamp")
     if (len(EIGHT[0]), len(EIGHT)) != DIGIT_CELL:
@@ -93,11 +94,13 @@ def glyph_pixels():
         placed[value] = (DIGITS[value], (0, 0), _digit(value))
 
     black = set()
-    for element, (rect, (left, top), glyph) in placed.items():
-        for x, y in pixels(glyph):
-            pixel = (rect[0] + left + x, rect[1] + top + y)
-            _check_inside(element, rect, pixel)
+    size = scaled(MASK_SIZE, scale)
+    for element, (rect, (left, top), glyphs) in placed.items():
+        corner = scaled((rect[0] + left, rect[1] + top), scale)
+        for x, y in [pixel for glyph in glyphs for pixel in pixels(enlarged(glyph, scale))]:
+            pixel = (corner[0] + x, corner[1] + y)
+            _check_inside(element, scaled(rect, scale), size, pixel)
             if pixel in black:
                 raise ValueError(f"display element {element}: glyph overlaps another at {pixel}")
             black.add(pixel)
-    return black
+    return size, black

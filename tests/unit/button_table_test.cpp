@@ -11,19 +11,15 @@
 namespace quorvex {
 namespace {
 
-Rect RectOf(const ButtonLayout& button) {
-  return {button.x, button.y, button.x + button.width, button.y + button.height};
-}
-
 TEST(ButtonTable, ButtonsLieOnThePanelBesideEachOtherAndBesideTheDisplay) {
   const Rect display = kDisplayElements[kWholeDisplay].Rectangle();
   for (std::size_t i = 0; i < kButtonCount; ++i) {
-    const Rect rect = RectOf(kButtons[i]);
+    const Rect rect = kButtons[i].Rectangle();
     EXPECT_TRUE(rect.left >= 0 && rect.top >= 0 && rect.right <= 534 && rect.bottom <= 115)
         << kButtons[i].command;
     EXPECT_FALSE(rect.Intersects(display)) << kButtons[i].command;
     for (std::size_t j = 0; j < i; ++j) {
-      EXPECT_FALSE(rect.Intersects(RectOf(kButtons[j])))
+      EXPECT_FALSE(rect.Intersects(kButtons[j].Rectangle()))
           << kButtons[i].command << " and " << kButtons[j].command;
     }
   }
