@@ -12,15 +12,23 @@
 #include "platform/dvd/render_status.h"
 
 namespace quorvex {
+namespace {
+
+bool IsEmpty(IGraphBuilder& graph) {
+  ComPtr<IEnumFilters> filters;
+  ComPtr<IBaseFilter> filter;
+  return SUCCEEDED(graph.EnumFilters(filters.Receive())) &&
+         filters->Next(1, filter.Receive(), nullptr) != S_OK;
+}
+
+}  // namespace
 
 DvdGraphBuilder::~DvdGraphBuilder() { TakeDown(); }
 
 void DvdGraphBuilder::TakeDown() {
   if (const auto control = graph.As<IMediaControl>()) control->Stop();
-  for (ComPtr<IBaseFilter>* const filter : {&source, &renderer}) {
-    if (*filter) graph->RemoveFilter(filter->Get());
-    filter->Reset();
-  }
+  if (source) graph->RemoveFilter(source.Get());
+  source.Reset();
 }
 
 HRESULT DvdGraphBuilder::MakeGraph() {
@@ -59,23 +67,28 @@ HRESULT DvdGraphBuilder::RenderDvdVideoVolume(LPCWSTR path, DWORD, AM_DVD_RENDER
   return FAILED(made) ? made : Render(std::move(disc), *status);
 }
 
-// Into the plain renderer: left to itself Wine tries others first, which takes half as long as all the rest.
-HRESULT DvdGraphBuilder::RenderPictures(IPin& pin) {
-  const HRESULT made = ::CoCreateInstance(CLSID_VideoRenderer, nullptr, CLSCTX_INPROC_SERVER, IID_IBaseFilter,
-                                          renderer.ReceiveVoid());
-  if (SUCCEEDED(made)) graph->AddFilter(renderer.Get(), L"Video Renderer");
+// Into a renderer that the application has put there, or else the plain one: left to itself Wine tries others
+// first, which takes half as long as all the rest.
+HRESULT DvdGraphBuilder::RenderPictures(IPin& pin, bool intoPlainRenderer) {
+  ComPtr<IBaseFilter> renderer;
+  if (intoPlainRenderer) {
+    ::CoCreateInstance(CLSID_VideoRenderer, nullptr, CLSCTX_INPROC_SERVER, IID_IBaseFilter,
+                       renderer.ReceiveVoid());
+  }
+  if (renderer) graph->AddFilter(renderer.Get(), L"Video Renderer");
   const HRESULT result = graph->Render(&pin);
-  if (SUCCEEDED(made) && FAILED(result)) graph->RemoveFilter(std::exchange(renderer, {}).Get());
+  if (renderer && FAILED(result)) graph->RemoveFilter(renderer.Get());
   return result;
 }
 
 HRESULT DvdGraphBuilder::Render(OpenedDisc disc, AM_DVD_RENDERSTATUS& status) {
   const auto made = ComPtr<DvdSource>::Attach(new DvdSource(std::move(disc)));
   source = ComPtr<IBaseFilter>::Share(made.Get());
+  const bool wasEmpty = IsEmpty(*graph.Get());
   const HRESULT added = graph->AddFilter(made.Get(), L"DVD");
   if (FAILED(added)) return added;
   status.iNumStreams = kDvdStreams;
-  if (FAILED(RenderPictures(made->PicturePin()))) {
+  if (FAILED(RenderPictures(made->PicturePin(), wasEmpty))) {
     FailStreams(status, AM_DVD_STREAM_VIDEO | AM_DVD_STREAM_SUBPIC);
   }
   if (FAILED(graph->Render(&made->SoundPin()))) FailStreams(status, AM_DVD_STREAM_AUDIO);

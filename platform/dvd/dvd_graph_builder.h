@@ -35,12 +35,11 @@ class DvdGraphBuilder final : public ComObject<IDvdGraphBuilder> {
  private:
   HRESULT MakeGraph();
   HRESULT Render(OpenedDisc disc, AM_DVD_RENDERSTATUS& status);
-  HRESULT RenderPictures(IPin& pin);
+  HRESULT RenderPictures(IPin& pin, bool intoPlainRenderer);
   void TakeDown();
 
   ComPtr<IGraphBuilder> graph;
   ComPtr<IBaseFilter> source;
-  ComPtr<IBaseFilter> renderer;
 };
 
 }  // namespace quorvex
