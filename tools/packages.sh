@@ -16,3 +16,7 @@ packages_package=(nsis)
 packages_package_test=(debootstrap xdotool)
 # tools/fuzz.
 packages_fuzz=(clang libclang-rt-dev)
+# tools/coverage.
+packages_coverage=(llvm)
+# tools/analyze.
+packages_analyze=(cppcheck)
