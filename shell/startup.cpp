@@ -18,6 +18,7 @@
 #include "resources/ids.h"
 #include "shell/button_behaviour.h"
 #include "shell/control_window.h"
+#include "shell/key_focus.h"
 #include "shell/lifecycle.h"
 #include "shell/settings.h"
 #include "video/on_screen_display.h"
@@ -113,7 +114,8 @@ int RunMessageLoop() {
   const HACCEL keys = ::LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDR_ACCELERATORS));
   MSG message{};
   while (::GetMessageA(&message, nullptr, 0, 0) > 0) {
-    if (::TranslateAcceleratorA(mainWindow, keys, &message) == 0) ::DispatchMessageA(&message);
+    if (::TranslateAcceleratorA(mainWindow, keys, &message) == 0 && !MoveKeyFocus(message))
+      ::DispatchMessageA(&message);
   }
   ::CoUninitialize();
   return static_cast<int>(message.wParam);
