@@ -44,10 +44,6 @@ std::vector<std::string> EntriesOf(const std::vector<std::string>& paths) {
 
 MediaSelectPanel::MediaSelectPanel(HWND panel, HWND dialog) : window(panel), owner(dialog), drops(panel) {
   ::DragAcceptFiles(window, TRUE);
-  // The panel's own font, in which its texts fit, lacks the letters of many languages.
-  const LRESULT font = ::SendMessageA(owner, WM_GETFONT, 0, 0);
-  for (const int control : {IDC_ALBUM_LIST, IDC_CONTENT_LIST, IDC_ALBUM_TITLE})
-    ::SendDlgItemMessageA(window, control, WM_SETFONT, static_cast<WPARAM>(font), FALSE);
   LoadAlbumList(ReadAlbumStore());
 }
 

@@ -149,7 +149,7 @@ void OpenFileDialog::FillWidth() const {
   const LONG more = client.right - margin - Place(::GetDlgItem(panelWindow, IDC_CONTENT_LIST)).right;
   if (more <= 0) return;
   Widen(panelWindow, client.right - Place(panelWindow).right);
-  for (const int control : {IDC_PANEL_LINE, IDC_ALBUM_TITLE, IDC_CONTENT_LIST})
+  for (const int control : {IDC_PANEL_LINE, IDC_DRAG_HINT, IDC_ALBUM_TITLE, IDC_CONTENT_LIST})
     Widen(::GetDlgItem(panelWindow, control), more);
 }
 
@@ -161,7 +161,7 @@ void OpenFileDialog::OnLayoutDone() {
   full = {whole.right - whole.left, whole.bottom - whole.top};
   collapsed = {full.width, edge.top - whole.top};
   const int left = control.left + Half((control.right - control.left) - full.width);
-  const int top = Half(::GetSystemMetrics(SM_CYSCREEN) - full.height);
+  const int top = std::max(Half(::GetSystemMetrics(SM_CYSCREEN) - full.height), 0);
   ::SetWindowPos(dialog, nullptr, left, top, full.width, full.height, SWP_NOZORDER | SWP_NOACTIVATE);
   Expand(false);
 }
