@@ -49,9 +49,10 @@ TEST(OverlayTest, AUnitIsSeenFromItsTimeUntilItsEndHoweverItComes) {
     Overlay overlay;
     const auto middle = whole.begin() + static_cast<std::ptrdiff_t>(cut);
     overlay.Feed(Piece({whole.begin(), middle}));
-    if (cut < whole.size()) EXPECT_FALSE(Shows(overlay, kStart)) << "half a unit of " << cut;
-    if (cut < whole.size())
+    if (cut < whole.size()) {
+      EXPECT_FALSE(Shows(overlay, kStart)) << "a unit cut at " << cut;
       overlay.Feed(Piece({middle, whole.end()}, cut == 0 ? std::optional(kStart) : std::nullopt));
+    }
     EXPECT_FALSE(Shows(overlay, kStart - 1)) << cut;
     EXPECT_TRUE(Shows(overlay, kStart)) << cut;
     EXPECT_TRUE(Shows(overlay, kStart + kLength - 1)) << cut;

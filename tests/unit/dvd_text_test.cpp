@@ -16,7 +16,7 @@ struct Written {
 Written Report(const RenderFindings& findings, std::size_t room = 1000) {
   std::string text(room, '#');
   const std::size_t size = WriteRenderReport(findings, text);
-  text.resize(text.find('\0'));
+  text.resize(std::min(text.find('\0'), text.size()));
   return {size, text};
 }
 
