@@ -11,7 +11,7 @@ import time
 import unittest
 
 from PIL import ImageGrab
-from remote import BIN, EJECT, NEXT, PAUSE, PLAY, PREVIOUS, ROOT, STOP, WINDOWS, Remote, drive, in_wine, remote_control, video_frame, wait_for, windows, xdotool
+from remote import BIN, EJECT, MEDIA_SELECT, NEXT, PAUSE, PLAY, PREVIOUS, ROOT, STOP, WINDOWS, Remote, drive, in_wine, remote_control, video_frame, wait_for, windows, xdotool
 
 DISCS = ROOT / "build" / "win" / "tests" / "discs"
 CONFIG = WINDOWS / "quorvex.ini"
@@ -134,6 +134,15 @@ class DvdSession(unittest.TestCase):
         film_is(SUB_MENU)
         self.remote.click(STOP)
         wait_for(lambda: remote_control("state")["state"] == "stopped")
+
+    def test_a_disc_that_comes_after_the_start_is_chosen_from_the_menu(self):
+        self.remote.start()
+        wait_for(lambda: "IDLE" in self.remote.look().lamps())
+        drive("insert", DISCS / "chapters.iso")
+        self.remote.click(MEDIA_SELECT)
+        wait_for(lambda: any(window.kind == "#32768" for window in windows()))
+        xdotool("key", "--delay", 200, "Down", "Down", "Return")
+        film_is(1)
 
     def test_chapters_pauses_and_the_time(self):
         self.play("chapters.iso")
