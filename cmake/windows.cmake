@@ -121,6 +121,7 @@ add_library(
   shell/command_table.cpp
   shell/control_window.cpp
   shell/device_switch.cpp
+  shell/key_focus.cpp
   shell/lifecycle.cpp
   shell/media_select_menu.cpp
   shell/open_files.cpp

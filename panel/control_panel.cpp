@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "panel/main_window.h"
 #include "panel/scale.h"
@@ -18,6 +19,7 @@ struct ControlButton {
   ButtonLook look = ButtonLook::kNormal;
 };
 std::array<ControlButton, kButtonCount> buttons;
+bool focusShown = false;
 
 void AddToolTip(HWND toolTips, HWND button, int text) {
   TOOLINFOA tool{};
@@ -39,12 +41,12 @@ HWND CreateButton(const ButtonLayout& layout) {
                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(layout.command)), instance, nullptr);
 }
 
-// A frame of one unit, inside the key's edge.
-void DrawLitFrame(HDC dc, const ButtonLayout& layout) {
-  const UniquePen pen(::CreatePen(PS_SOLID, 1, ShownColour(kGreen)));
+// A frame of one unit, so many units inside the key's edge.
+void DrawFrame(HDC dc, const ButtonLayout& layout, int inside, COLORREF colour) {
+  const UniquePen pen(::CreatePen(PS_SOLID, 1, colour));
   const Selected selectedPen(dc, pen.Get());
   const Selected hollow(dc, ::GetStockObject(HOLLOW_BRUSH));
-  for (int i = 0; i < Scale(); ++i)
+  for (int i = ToPixels(inside); i < ToPixels(inside + 1); ++i)
     ::Rectangle(dc, i, i, ToPixels(layout.width) - i, ToPixels(layout.height) - i);
 }
 
@@ -73,6 +75,14 @@ void SetButtonState(int command, ButtonLook look) {
   ::NotifyWinEvent(EVENT_OBJECT_STATECHANGE, buttons[row].window, OBJID_CLIENT, CHILDID_SELF);
 }
 
+void ShowKeyFocus(bool shown) {
+  if (shown == std::exchange(focusShown, shown)) return;
+  if (const HWND focused = ::GetFocus(); RowOf(focused) != kButtonCount)
+    ::InvalidateRect(focused, nullptr, FALSE);
+}
+
+bool IsKeyFocusShown() { return focusShown; }
+
 ButtonLook LookOf(std::size_t row) { return buttons[row].look; }
 
 HWND ButtonWindow(std::size_t row) { return buttons[row].window; }
@@ -97,7 +107,8 @@ void DrawPanelButton(const DRAWITEMSTRUCT& item) {
   } else {
     CopySkin(item.hDC, 0, 0, key);
   }
-  if (buttons[row].look == ButtonLook::kLit) DrawLitFrame(item.hDC, layout);
+  if (buttons[row].look == ButtonLook::kLit) DrawFrame(item.hDC, layout, 0, ShownColour(kGreen));
+  if (focusShown && (item.itemState & ODS_FOCUS) != 0) DrawFrame(item.hDC, layout, 1, RGB(255, 255, 255));
 }
 
 }  // namespace quorvex

@@ -16,6 +16,10 @@ void CreatePanelButtons(HWND toolTips);
 // Gives a command's button another look and repaints it; nothing when no button sends that command.
 void SetButtonState(int command, ButtonLook look);
 
+// Whether the button that has the keyboard shows it, by a frame.
+void ShowKeyFocus(bool shown);
+bool IsKeyFocusShown();
+
 // What the button of a row shows at the moment, and its window.
 ButtonLook LookOf(std::size_t row);
 HWND ButtonWindow(std::size_t row);

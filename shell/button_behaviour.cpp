@@ -75,6 +75,17 @@ void CancelPress(HWND button, int command) {
   Release(command);
 }
 
+void BeginPress(HWND button, int command) {
+  if (ActsOnRelease(command)) return;
+  press = {true, false};
+  ::SetTimer(button, kDelayTimer, kDelayMs, nullptr);
+}
+
+void FinishPress(HWND button, int command) {
+  if (!ActsOnRelease(command)) EndPress(button);
+  Release(command);
+}
+
 void FollowPointer(HWND button, LPARAM position) {
   if (!press.pressed) return;
   RECT client{};
@@ -95,20 +106,21 @@ LRESULT CALLBACK RepeatProcedure(HWND button, UINT message, WPARAM wParam, LPARA
   const int id = static_cast<int>(command);
   switch (message) {
     case WM_LBUTTONDOWN:
-    case WM_LBUTTONDBLCLK:
-      if (!ActsOnRelease(id)) {
-        press = {true, false};
-        ::SetTimer(button, kDelayTimer, kDelayMs, nullptr);
-      }
+    case WM_LBUTTONDBLCLK: BeginPress(button, id); break;
+    case WM_KEYDOWN:
+      if (wParam != VK_SPACE) break;
+      // Held down it comes again and again; the button would take the mouse anew each time.
+      if ((HIWORD(lParam) & KF_REPEAT) != 0) return 0;
+      BeginPress(button, id);
+      break;
+    case WM_KEYUP:
+      if (wParam == VK_SPACE) FinishPress(button, id);
       break;
     case WM_TIMER:
       if (wParam == kDelayTimer || wParam == kRepeatTimer) OnRepeatTimer(button, id, wParam);
       break;
     case WM_MOUSEMOVE: FollowPointer(button, lParam); break;
-    case WM_LBUTTONUP:
-      if (!ActsOnRelease(id)) EndPress(button);
-      Release(id);
-      break;
+    case WM_LBUTTONUP: FinishPress(button, id); break;
     case WM_CANCELMODE:
     case WM_CAPTURECHANGED: CancelPress(button, id); break;
     default: break;
@@ -118,7 +130,9 @@ LRESULT CALLBACK RepeatProcedure(HWND button, UINT message, WPARAM wParam, LPARA
 
 LRESULT CALLBACK ChapterProcedure(HWND button, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR command,
                                   DWORD_PTR) {
-  if (message == WM_RBUTTONUP) ShowChaptersMenu(static_cast<int>(command));
+  // The keyboard asks for a menu without a place.
+  if (message == WM_RBUTTONUP || (message == WM_CONTEXTMENU && lParam == -1))
+    ShowChaptersMenu(static_cast<int>(command));
   return ::DefSubclassProc(button, message, wParam, lParam);
 }
 

@@ -18,6 +18,7 @@
 #include "resources/ids.h"
 #include "shell/button_behaviour.h"
 #include "shell/control_window.h"
+#include "shell/key_focus.h"
 #include "shell/lifecycle.h"
 #include "shell/settings.h"
 #include "video/on_screen_display.h"
@@ -89,6 +90,8 @@ bool ProbeDvd() {
 
 bool StartUp(HINSTANCE module) {
   instance = module;
+  // The current folder is one of the user's media, which may come from anywhere: no library is taken from it.
+  ::SetDllDirectoryA("");
   ::InitCommonControls();
   ::CoInitialize(nullptr);
   BuildPaths();
@@ -113,7 +116,8 @@ int RunMessageLoop() {
   const HACCEL keys = ::LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDR_ACCELERATORS));
   MSG message{};
   while (::GetMessageA(&message, nullptr, 0, 0) > 0) {
-    if (::TranslateAcceleratorA(mainWindow, keys, &message) == 0) ::DispatchMessageA(&message);
+    if (::TranslateAcceleratorA(mainWindow, keys, &message) == 0 && !MoveKeyFocus(message))
+      ::DispatchMessageA(&message);
   }
   ::CoUninitialize();
   return static_cast<int>(message.wParam);

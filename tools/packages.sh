@@ -10,9 +10,11 @@ packages_wine=(
   gstreamer1.0-plugins-base gstreamer1.0-plugins-bad)
 packages_virtual_display=(xvfb imagemagick)
 packages_virtual_sound=(pulseaudio)
-packages_check=(g++ googletest clang-format clang-tidy xdotool ffmpeg dvdauthor genisoimage)
+packages_check=(g++ googletest clang-format clang-tidy cppcheck xdotool ffmpeg dvdauthor genisoimage)
 # tools/package, and what its tests (tools/package --test) need beyond those of ./check.
 packages_package=(nsis)
 packages_package_test=(debootstrap xdotool)
 # tools/fuzz.
 packages_fuzz=(clang libclang-rt-dev)
+# tools/coverage.
+packages_coverage=(llvm)

@@ -113,7 +113,7 @@ std::string DriverPath() {
   char path[MAX_PATH] = "";
   ::GetModuleFileNameA(nullptr, path, MAX_PATH);
   std::string driver = path;
-  driver = driver.substr(0, driver.rfind('\\') + 1) + "qvcd.dll";
+  driver.replace(driver.rfind('\\') + 1, std::string::npos, "qvcd.dll");
   if (driver.find(' ') == std::string::npos) return driver;
   char shorter[MAX_PATH] = "";
   const DWORD length = ::GetShortPathNameA(driver.c_str(), shorter, MAX_PATH);

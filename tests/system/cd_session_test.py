@@ -33,6 +33,7 @@ class CdSession(unittest.TestCase):
 
     def test_a_session(self):
         remote = self.remote
+        begun = time.time()
         remote.start()
         # The lamp test: every digit an eight, every lamp on, for half a second.
         remote.sees(lambda picture: picture.digit(0) == 8 and picture.lamp(23), 3)
@@ -106,6 +107,10 @@ class CdSession(unittest.TestCase):
                                               b"[TV]\r\nLastCapDevice=-1\r\n")
         self.assertEqual(STORE.read_bytes(), b"[CD List]\r\nNumber of CDs=1\r\n1=00000500\r\n[00000500]\r\nTitle=\r\nArtist=\r\n"
                                              b"1=Track 01\r\n2=Track 02\r\n3=Track 03\r\nPlaylist=1 2 3 \r\n")
+        # What the player and the drive keep is nobody else's to write.
+        for path in WINDOWS.parent.rglob("*"):
+            if path.is_file() and not path.is_symlink() and path.stat().st_mtime >= begun:
+                self.assertEqual(path.stat().st_mode & 0o022, 0, path)
 
     def test_the_next_start_finds_the_disc_and_plays_it(self):
         CONFIG.write_bytes(b"[QUORVEX]\nLastDevice=3\n")

@@ -235,5 +235,58 @@ TEST(AviRecorderTest, ImpossibleTimesDoNoHarm) {
   EXPECT_EQ(recording.Pictures(), (std::vector{0, 1, 2, 3}));
 }
 
+// A file that fails once, at one of its calls.
+class FailingFile final : public MemoryFile {
+ public:
+  explicit FailingFile(int callsBefore) : left(callsBefore) {}
+  FileResult Write(std::uint64_t place, ByteView data, std::size_t& written) override {
+    written = 0;
+    return left-- == 0 ? FileResult::kFailed : MemoryFile::Write(place, data, written);
+  }
+  FileResult Resize(std::uint64_t size) override {
+    return left-- == 0 ? FileResult::kFailed : MemoryFile::Resize(size);
+  }
+  [[nodiscard]] bool HasFailed() const { return left < 0; }
+
+ private:
+  int left;
+};
+
+// Records sound before the first picture, gaps, silence, samples without times and more than one part;
+// whether anything went wrong, as its callers are told.
+bool TellsOfAnError(FailingFile& file, AviMovie movie) {
+  movie.partBytes = 30000;
+  const std::size_t count = movie.streams.size();
+  AviRecorder recorder(file, std::move(movie), 0,
+                       std::vector<std::optional<std::uint8_t>>(count, std::uint8_t{0}));
+  bool told = recorder.Begin() != FileResult::kDone;
+  const auto take = [&](std::size_t stream, std::optional<SampleTime> time, std::size_t bytes) {
+    told = recorder.Take(stream, time, Bytes(bytes, 0x11), true) != FileResult::kDone || told;
+  };
+  const std::size_t sound = count - 1;
+  for (int i = 0; i < 3; ++i) take(sound, SampleTime{i * kSecond / 50, (i + 1) * kSecond / 50}, 3840);
+  if (count > 1) {
+    take(0, SampleTime{kSecond / 30, kSecond / 15}, 500);
+    take(0, SampleTime{kSecond / 5, kSecond * 7 / 30}, 500);
+    take(0, std::nullopt, 501);
+  }
+  take(sound, SampleTime{2 * kSecond, 2 * kSecond + kSecond / 50}, 3840);
+  take(sound, std::nullopt, 3840);
+  return recorder.Finish() != FileResult::kDone || told;
+}
+
+TEST(AviRecorderTest, NoErrorOfTheFileIsSwallowed) {
+  AviMovie onlySound = TestMovie();
+  onlySound.streams.erase(onlySound.streams.begin());
+  for (const AviMovie& movie : {TestMovie(), onlySound}) {
+    for (int before = 0;; ++before) {
+      FailingFile file(before);
+      const bool told = TellsOfAnError(file, movie);
+      EXPECT_EQ(told, file.HasFailed()) << movie.streams.size() << " streams, call " << before;
+      if (!file.HasFailed()) break;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace quorvex

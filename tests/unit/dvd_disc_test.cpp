@@ -9,6 +9,7 @@
 #include "platform/dvd/dvd_time.h"
 #include "platform/dvd/pack_demuxer.h"
 #include "platform/dvd/picture_scaler.h"
+#include "platform/dvd/stream_kinds.h"
 #include "platform/dvd/timeline.h"
 #include "platform/dvd/unit_clock.h"
 
@@ -128,6 +129,27 @@ TEST(DiscTablesTest, TitlesAndStreamsAreRead) {
   EXPECT_FALSE(DiscTables::Read(Bytes(4096)));
 }
 
+TEST(DiscTablesTest, ASoundsCodingIsTheDiscs) {
+  const struct {
+    std::uint8_t coding;
+    std::optional<DvdStreamKind> kind;
+  } codings[] = {{0x04, DvdStreamKind::kAc3},       {0x40, DvdStreamKind::kMpegAudio},
+                 {0x60, DvdStreamKind::kMpegAudio}, {0x80, DvdStreamKind::kLpcm},
+                 {0xC0, DvdStreamKind::kDts},       {0xE0, std::nullopt}};
+  for (const auto& [coding, kind] : codings) {
+    Bytes file = Manager();
+    file[4096 + 12 + 8 + 0x100 + 4] = coding;
+    const auto tables = DiscTables::Read(file);
+    ASSERT_TRUE(tables);
+    Place place{.domain = DiscDomain::kTitle, .titleSet = 1, .audio = 0};
+    EXPECT_EQ(SoundKindAt(*tables, place), kind) << int{coding};
+    for (const int audio : {-1, 2}) {
+      place.audio = audio;
+      EXPECT_EQ(SoundKindAt(*tables, place), std::nullopt) << "a stream that the disc has not";
+    }
+  }
+}
+
 TEST(UnitClockTest, UnitsFollowEachOtherWhateverTimesTheyCarry) {
   UnitClock clock;
   clock.Begin(1000, 46000);
@@ -146,6 +168,13 @@ TEST(UnitClockTest, UnitsFollowEachOtherWhateverTimesTheyCarry) {
   EXPECT_EQ(clock.Start(), 180000);
   clock.Begin(900'090'000, 900'135'000, 2.0);
   EXPECT_EQ(clock.Start(), 180000 + 22500);
+  clock.Restart();
+  EXPECT_EQ(clock.Time(900'090'000), std::nullopt);
+  clock.Begin(1000, 46000);
+  clock.Begin(46000 + 4500, 91000 + 4500);
+  EXPECT_EQ(clock.Start(), 45000 + 4500) << "a short gap stays";
+  clock.Begin(91000 + 4500 + 45000, 91000 + 4500 + 90000);
+  EXPECT_EQ(clock.Start(), 90000 + 4500) << "a long one does not";
 }
 
 TEST(TimelineTest, StretchesBeginWhenTheyAreReadyAndNeverOverlap) {
@@ -179,13 +208,14 @@ TEST(CanvasTest, ShapesAndPoints) {
 }
 
 TEST(PictureScalerTest, FlatStaysFlatAndEdgesStayInPlace) {
-  for (const Size size : {Size{720, 540}, Size{854, 480}, Size{640, 360}, Size{2, 2}}) {
+  PictureScaler scaler;  // one for all sizes: it keeps what it found out of the last
+  for (const Size size : {Size{720, 540}, Size{720, 540}, Size{854, 480}, Size{854, 360}, Size{2, 2}}) {
     Bytes source(720U * 480 * 4, 77);
     for (int y = 0; y < 480; ++y)
       std::fill_n(source.begin() + (y * 720 + 360) * 4, 360 * 4, std::uint8_t{200});
     Bytes target(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4);
-    PictureScaler().Scale({source.data(), 720 * 4, 720, 480},
-                          {target.data(), size.width * 4, size.width, size.height});
+    scaler.Scale({source.data(), 720 * 4, 720, 480},
+                 {target.data(), size.width * 4, size.width, size.height});
     const auto at = [&](int x, int y) { return target[static_cast<std::size_t>((y * size.width + x) * 4)]; };
     EXPECT_EQ(at(0, 0), 77);
     EXPECT_EQ(at(size.width - 1, size.height - 1), 200);

@@ -165,7 +165,7 @@ TEST_F(DvdReadingTest, WrongStreamCountsAreNotBelieved) {
   for (const char* file : {"VIDEO_TS.IFO", "VIDEO_TS.BUP"}) {
     const std::size_t first = Disc().RegionOf(file).first;
     const std::size_t table = first + Disc().Sector(first)[kAttributeTable + 3];
-    const std::size_t set = Disc().Sector(table)[10] << 8U | Disc().Sector(table)[11];
+    const auto set = static_cast<std::size_t>(Disc().Sector(table)[10] << 8 | Disc().Sector(table)[11]);
     for (const std::size_t place : {0x02U, 0x54U, 0x102U, 0x154U}) Disc().Write(table, set + 8 + place, many);
   }
   OpenedDisc disc;

@@ -16,7 +16,8 @@ struct Written {
 Written Report(const RenderFindings& findings, std::size_t room = 1000) {
   std::string text(room, '#');
   const std::size_t size = WriteRenderReport(findings, text);
-  return {size, text.c_str()};
+  text.resize(text.find('\0'));
+  return {size, text};
 }
 
 TEST(RenderReportTest, EveryFindingHasItsLineAndTheLastHasNoNewline) {

@@ -5,6 +5,9 @@
 #include <fstream>
 #include <string>
 
+#include "platform/cd/open_image.h"
+#include "platform/cd/video_disc.h"
+
 namespace quorvex {
 namespace {
 
@@ -122,6 +125,41 @@ TEST_F(PlannedImageTest, NamesInAnyScriptAndInOldCodePages) {
   EXPECT_EQ(ErrorOf(OpenCueImage(
                 Write("l.cue", "FILE \"caf\xE9.bin\" BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00\n"))),
             "");
+}
+
+// A DVD lies in the drive as an image or as a folder, with or without the folder VIDEO_TS.
+TEST_F(PlannedImageTest, DiscsThatHoldVideoAreKnown) {
+  const auto made = [&](const std::string& name) {
+    fs::create_directories((folder / name).parent_path());
+    std::ofstream(folder / name) << "table";
+    return folder / name;
+  };
+  made("a/VIDEO_TS/VIDEO_TS.IFO");
+  made("b/video_ts/video_ts.bup");
+  made("c/VIDEO_TS/VTS_01_1.VOB");
+  made("d/readme.txt");
+  const std::string header(std::size_t{16} * 2048, '\0');
+  const fs::path film = Write("film.iso", header + "\1CD001" + std::string(3000, ' ') + "VIDEO_TS.IFO;1");
+  const fs::path data = Write("data.iso", header + std::string(1, '\0') + "BEA01");
+  const struct {
+    fs::path path;
+    bool isDisc;
+    bool holdsVideo;
+  } cases[] = {{folder / "a", true, true},
+               {folder / "a/", true, true},
+               {folder / "a" / "VIDEO_TS", true, true},
+               {folder / "b", true, true},
+               {folder / "c", true, false},
+               {folder / "d", false, false},
+               {film, true, true},
+               {data, true, false},
+               {Write("no.iso", header + "\1CD002"), false, false},
+               {Write("short.iso", ""), false, false},
+               {folder / "nothing.iso", false, false}};
+  for (const auto& [path, isDisc, holdsVideo] : cases) {
+    EXPECT_EQ(HoldsVideoDisc(path), holdsVideo) << path;
+    EXPECT_EQ(ErrorOf(OpenDiscImage(path.string())).empty(), isDisc) << path;
+  }
 }
 
 TEST_F(PlannedImageTest, RefusesWhatItCannotPlay) {

@@ -14,7 +14,7 @@
 namespace quorvex {
 namespace {
 
-PlayOrder OrderOf(std::vector<int> entries) {
+PlayOrder OrderOf(const std::vector<int>& entries) {
   PlayOrder order;
   order.SetOrder(entries);
   return order;

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/tv/block_font.h"
 #include "platform/tv/capture_format.h"
 #include "platform/tv/channel_plan.h"
 #include "platform/tv/color_adjustment.h"
@@ -184,7 +185,20 @@ TEST(CaptureFormatTest, PicturesAreLaidOut) {
   EXPECT_EQ(yuy[6], 82) << "red";
   EXPECT_EQ(yuy[7], 240);
   EXPECT_FALSE(IsPossible({.size = {641, 480}}));
-  EXPECT_FALSE(IsPossible({.frameTime = 0}));
+  for (const MediaTime time : {MediaTime{0}, kShortestFrame - 1, kLongestFrame + 1})
+    EXPECT_FALSE(IsPossible({.frameTime = time})) << time;
+  for (const MediaTime time : {kShortestFrame, kLongestFrame})
+    EXPECT_TRUE(IsPossible({.frameTime = time})) << time;
+}
+
+TEST(BlockFontTest, LettersDigitsAndSigns) {
+  const Glyph none{};
+  for (char letter = 'A'; letter <= 'Z'; ++letter) {
+    EXPECT_NE(GlyphOf(letter), none) << letter;
+    EXPECT_EQ(GlyphOf(static_cast<char>(letter - 'A' + 'a')), GlyphOf(letter)) << letter;
+  }
+  for (const char* c = "0123456789-"; *c != 0; ++c) EXPECT_NE(GlyphOf(*c), none) << *c;
+  for (const char* c = " @[`{~"; *c != 0; ++c) EXPECT_EQ(GlyphOf(*c), none) << *c;
 }
 
 TEST(ProgrammeSoundTest, AToneGoesOnWithoutABreak) {
@@ -198,6 +212,9 @@ TEST(ProgrammeSoundTest, AToneGoesOnWithoutABreak) {
       EXPECT_LT(step, 4000 * 2 * 3.2 * 300 / rate) << rate;
     }
   }
+  EXPECT_EQ(ToneOf({2, 5, true, "", ""}), 150) << "a line input's own";
+  const Scene noise{0, 5, false, "", ""};
+  EXPECT_NE(ProgrammeSample(noise, 48000, 1000), ProgrammeSample(scene, 48000, 1000));
 }
 
 TEST(ProgrammeCaptionsTest, AreReadByADecoder) {

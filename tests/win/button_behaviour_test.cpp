@@ -1,3 +1,7 @@
+#include <array>
+#include <vector>
+
+#include "shell/key_focus.h"
 #include "tests/support/panel.h"
 #include "tests/support/recording_device.h"
 
@@ -97,6 +101,64 @@ TEST_F(ButtonBehaviourTest, DraggedOffAKeyTheRepeatRests) {
   log.clear();
   PumpFor(300);
   EXPECT_EQ(log, "") << "let go outside, it does not click";
+}
+
+// Keys of the keyboard, held or not while `work` is done.
+template <typename Work>
+void Holding(std::initializer_list<int> keys, Work work) {
+  std::array<BYTE, 256> state{};
+  for (const int key : keys) state.at(static_cast<std::size_t>(key)) = 0x80;
+  ::SetKeyboardState(state.data());
+  work();
+  state.fill(0);
+  ::SetKeyboardState(state.data());
+}
+
+// What the message loop does with a key that is pressed; true when it did not come to the button.
+bool Pressed(WPARAM key, HWND window) { return MoveKeyFocus({window, WM_KEYDOWN, key, 1, 0, {}}); }
+
+TEST_F(ButtonBehaviourTest, TabReachesEveryKey) {
+  const auto tab = [] { return Pressed(VK_TAB, ::GetFocus()); };
+  ::SetFocus(Button(kCommandPower));
+  EXPECT_TRUE(Pressed(VK_SPACE, ::GetFocus())) << "not seen yet, it is not pressed";
+  EXPECT_FALSE(Pressed(VK_SPACE, ::GetFocus()));
+  MoveKeyFocus({Button(kCommandRepeat), WM_LBUTTONDOWN, MK_LBUTTON, 0, 0, {}});
+  for (std::size_t row = 0; row < kButtonCount; ++row) {
+    EXPECT_TRUE(tab());
+    EXPECT_EQ(RowOf(::GetFocus()), row);
+  }
+  tab();
+  EXPECT_EQ(RowOf(::GetFocus()), 0U) << "from the last to the first";
+  Holding({VK_SHIFT}, tab);
+  EXPECT_EQ(RowOf(::GetFocus()), kButtonCount - 1);
+
+  std::vector<int> groups;
+  Holding({VK_CONTROL}, [&] {
+    for (int i = 0; i < 7; ++i) {
+      tab();
+      groups.push_back(kButtons[RowOf(::GetFocus())].command);
+    }
+  });
+  EXPECT_EQ(groups, (std::vector<int>{kCommandPower, kCommandMediaSelect, kCommandOpenMediaFile,
+                                      kCommandDigit0 + 1, kCommandMute, kCommandFullScreen, kCommandPower}));
+  EXPECT_FALSE(Pressed(VK_TAB, nullptr)) << "another window's";
+}
+
+TEST_F(ButtonBehaviourTest, TheSpaceBarHoldsAKeyAsTheMouseDoes) {
+  Use(DeviceType::kCd);
+  const HWND forward = Button(kCommandFastForward);
+  ::SetFocus(forward);
+  ::SendMessageA(forward, WM_KEYDOWN, VK_SPACE, 1);
+  for (int i = 0; i < 3; ++i) {
+    PumpFor(250);
+    ::SendMessageA(forward, WM_KEYDOWN, VK_SPACE, 1 | (KF_REPEAT << 16));  // the keyboard's own repeat
+  }
+  EXPECT_TRUE(PumpUntil([&] { return Times("FastForward") > 0; }));
+  ::SendMessageA(forward, WM_KEYUP, VK_SPACE, 1);
+  EXPECT_EQ(Times("EndScan"), 1);
+  log.clear();
+  PumpFor(300);
+  EXPECT_EQ(log, "");
 }
 
 // A menu or a box takes the mouse away: the scan must not go on, nor stay begun.

@@ -36,8 +36,8 @@ class RemoteControlTest : public PanelTest {
     currentDevice.reset();
   }
 
-  RemoteAnswer Send(ULONG_PTR kind, std::string bytes) const {
-    COPYDATASTRUCT data{kind, static_cast<DWORD>(bytes.size()), bytes.data()};
+  RemoteAnswer Send(ULONG_PTR kind, const std::string& bytes) const {
+    COPYDATASTRUCT data{kind, static_cast<DWORD>(bytes.size()), const_cast<char*>(bytes.data())};
     return static_cast<RemoteAnswer>(::SendMessageA(mainWindow, WM_COPYDATA, reinterpret_cast<WPARAM>(window),
                                                     reinterpret_cast<LPARAM>(&data)));
   }
