@@ -68,7 +68,6 @@ def put_documents(folder):
     put(folder / "copyright", (HERE / "copyright").read_bytes())
     put(folder / "manual.html", MANUAL.read_bytes())
     put_zipped(folder / "changelog.gz", (ROOT / "CHANGELOG.md").read_bytes())
-    put_zipped(folder / "README.md.gz", (ROOT / "README.md").read_bytes())
     put_zipped(folder / "THIRD-PARTY.txt.gz", notices())
 
 

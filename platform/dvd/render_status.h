@@ -33,7 +33,7 @@ inline HRESULT TellFault(DiscFault fault, bool named, AM_DVD_RENDERSTATUS& statu
     case DiscFault::kNone: return S_OK;
     case DiscFault::kNoDisc:
       (named ? status.bDvdVolInvalid : status.bDvdVolUnknown) = TRUE;
-      return VFW_E_DVD_RENDERFAIL;
+      return named ? VFW_E_DVD_RENDERFAIL : S_FALSE;  // into a drive a disc may come yet
     case DiscFault::kDamaged: status.bDvdVolInvalid = TRUE; return VFW_E_DVD_INVALID_DISC;
     case DiscFault::kScrambled: break;
   }

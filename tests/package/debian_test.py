@@ -86,7 +86,7 @@ class DebianPackage(unittest.TestCase):
     def as_user(cls, *words):
         """Runs a user's command to its end; returns its exit code and what it wrote on standard output."""
         with tempfile.TemporaryFile("w+b") as said:
-            code = subprocess.run(cls.user_words(words), stdin=subprocess.DEVNULL, stdout=said, stderr=subprocess.DEVNULL).returncode
+            code = subprocess.run(cls.user_words(words), stdin=subprocess.DEVNULL, stdout=said, stderr=subprocess.DEVNULL, timeout=300).returncode
             said.seek(0)
             return code, said.read().decode(errors="replace").replace("\r", "")
 

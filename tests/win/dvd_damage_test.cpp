@@ -144,15 +144,15 @@ TEST_F(DvdDamageTest, ADriveWithoutADvdHasNoVolume) {
   const auto opens = [] {
     DvdGraph dvd;
     const HRESULT result = dvd.Open("");
-    EXPECT_EQ(dvd.status.bDvdVolUnknown != FALSE, FAILED(result));
+    EXPECT_EQ(dvd.status.bDvdVolUnknown != FALSE, result == S_FALSE);
     EXPECT_FALSE(dvd.status.bDvdVolInvalid);
     return result;
   };
-  EXPECT_EQ(opens(), VFW_E_DVD_RENDERFAIL) << "no disc";
+  EXPECT_EQ(opens(), S_FALSE) << "no disc";
   drive.Insert({10, 10});
-  EXPECT_EQ(opens(), VFW_E_DVD_RENDERFAIL) << "an audio disc";
+  EXPECT_EQ(opens(), S_FALSE) << "an audio disc";
   drive.InsertImage(std::filesystem::path(DiscPath("damaged/data.iso")).string());
-  EXPECT_EQ(opens(), VFW_E_DVD_RENDERFAIL) << "a data disc";
+  EXPECT_EQ(opens(), S_FALSE) << "a data disc";
   drive.InsertImage(std::filesystem::path(DiscPath("chapters")).string());
   EXPECT_EQ(opens(), S_OK);
   drive.InsertImage(std::filesystem::path(DiscPath("chapters/VIDEO_TS")).string());

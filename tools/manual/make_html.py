@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""make_html.py MANUAL.md OUT.html: the manual as one HTML file that needs nothing else, with its pictures in it.
+"""make_html.py DOCUMENT.md... OUT.html: the manual, and what is appended to it, as one HTML file that needs nothing else, with its pictures in it.
 
-What it points to in other documents is left as plain words: they do not go with it. The same text gives the same file.
+What it points to in still other documents is left as plain words: they do not go with it. The same text gives the same file.
 """
 import base64
 import re
@@ -9,6 +9,7 @@ import sys
 from pathlib import Path
 
 import markdown
+from markdown.extensions.toc import slugify
 
 STYLE = """
 :root { color-scheme: light dark; }
@@ -35,6 +36,18 @@ PAGE = """<!DOCTYPE html>
 """
 
 
+def title_of(document):
+    return re.match(r"# (.*)", document.read_text())[1]
+
+
+def joined(documents):
+    """The text of all of them; what pointed to another one points into it."""
+    text = "\n\n".join(document.read_text() for document in documents)
+    for document in documents:
+        text = text.replace(f"]({document.name}#", "](#").replace(f"]({document.name})", f"](#{slugify(title_of(document), '-')})")
+    return text
+
+
 def embed_pictures(body, folder):
     def embedded(found):
         picture = base64.b64encode((folder / found[1]).read_bytes()).decode()
@@ -55,14 +68,12 @@ def check_links(body):
 
 
 def main():
-    source, target = map(Path, sys.argv[1:])
-    text = source.read_text()
-    body = markdown.markdown(text, extensions=["tables", "toc", "sane_lists"], output_format="html")
-    body = drop_links_to_documents(embed_pictures(body, source.parent))
+    *documents, target = map(Path, sys.argv[1:])
+    body = markdown.markdown(joined(documents), extensions=["fenced_code", "sane_lists", "tables", "toc"], output_format="html")
+    body = drop_links_to_documents(embed_pictures(body, documents[0].parent))
     check_links(body)
-    title = re.match(r"# (.*)", text)[1]
     target.parent.mkdir(parents=True, exist_ok=True)
-    target.write_text(PAGE.format(title=title, style=STYLE, body=body))
+    target.write_text(PAGE.format(title=title_of(documents[0]), style=STYLE, body=body))
 
 
 main()
