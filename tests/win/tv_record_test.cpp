@@ -2,7 +2,7 @@
 // ends.
 #include <evcode.h>
 
-#include "tests/support/dialog_script.h"
+#include "tests/support/dialog_user.h"
 #include "tests/support/pump.h"
 #include "tests/support/tv_panel.h"
 
