@@ -62,7 +62,7 @@ void CGraphDevice::ApplyCaptionBackground() {
 }
 
 void CGraphDevice::FollowGraph() {
-  mediaEvent->SetNotifyWindow(reinterpret_cast<OAHWND>(mainWindow), kGraphMessage, 0);
+  if (mediaEvent) mediaEvent->SetNotifyWindow(reinterpret_cast<OAHWND>(mainWindow), kGraphMessage, 0);
 }
 
 bool CGraphDevice::TakeEvent(GraphEvent& event) {

@@ -151,11 +151,17 @@ bool CFileDevice::Activate() {
     scanOption = true;
   }
   FollowGraph();
-  steps.Take("SetTimeFormat", [this] { return mediaSeeking->SetTimeFormat(&TIME_FORMAT_MEDIA_TIME); });
-  if (!steps.Take("GetDuration", [this] { return mediaSeeking->GetDuration(&duration); }))
-    return steps.Succeeded();
+  duration = 0;
+  if (!ReadDuration(steps)) return steps.Succeeded();
   SetDisplayText(TitleOf(filePath));
   return PauseGraph();
+}
+
+// Answers whether to go on. A graph that reported another success than S_OK has no seeking.
+bool CFileDevice::ReadDuration(OpeningSteps& steps) {
+  if (!mediaSeeking) return true;
+  steps.Take("SetTimeFormat", [this] { return mediaSeeking->SetTimeFormat(&TIME_FORMAT_MEDIA_TIME); });
+  return steps.Take("GetDuration", [this] { return mediaSeeking->GetDuration(&duration); });
 }
 
 bool CFileDevice::Play(int /*item*/, int /*reserved*/) {
@@ -189,6 +195,7 @@ bool CFileDevice::OnRandomChanged() {
 }
 
 void CFileDevice::SeekTo(std::int64_t position) {
+  if (!mediaSeeking) return;
   mediaSeeking->SetPositions(&position, AM_SEEKING_AbsolutePositioning, nullptr, AM_SEEKING_NoPositioning);
 }
 

@@ -42,6 +42,7 @@ class CFileDevice final : public CGraphDevice {
   bool HandleComplete();
 
   void EndWithoutDevice();
+  bool ReadDuration(OpeningSteps& steps);
   void SeekTo(std::int64_t position);
   void ScanBy(std::int64_t step);
   [[nodiscard]] int IndexOfEntryOrZero(int entry) const;

@@ -1,18 +1,20 @@
 #include "devices/media/render_file.h"
 
 #include <uuids.h>
+#include <vfwmsgs.h>
 
 #include "base/com_ptr.h"
 
 namespace quorvex {
 namespace {
 
-bool IsConnected(IBaseFilter* renderer) {
+// A renderer that does not tell may have a picture to show.
+bool IsUnused(IBaseFilter* renderer) {
   ComPtr<IEnumPins> pins;
   ComPtr<IPin> pin;
   ComPtr<IPin> other;
   return SUCCEEDED(renderer->EnumPins(pins.Receive())) && pins->Next(1, pin.Receive(), nullptr) == S_OK &&
-         SUCCEEDED(pin->ConnectedTo(other.Receive()));
+         pin->ConnectedTo(other.Receive()) == VFW_E_NOT_CONNECTED;
 }
 
 }  // namespace
@@ -22,10 +24,10 @@ HRESULT RenderMediaFile(IGraphBuilder* graph, const wchar_t* path) {
   ComPtr<IBaseFilter> renderer;
   ::CoCreateInstance(CLSID_VideoRenderer, nullptr, CLSCTX_INPROC_SERVER, IID_IBaseFilter,
                      renderer.ReceiveVoid());
-  if (renderer) graph->AddFilter(renderer.Get(), L"Video Renderer");
+  const bool added = renderer && SUCCEEDED(graph->AddFilter(renderer.Get(), L"Video Renderer"));
   const HRESULT result = graph->RenderFile(path, nullptr);
   // A file of sound only does not need it.
-  if (renderer && !IsConnected(renderer.Get())) graph->RemoveFilter(renderer.Get());
+  if (added && IsUnused(renderer.Get())) graph->RemoveFilter(renderer.Get());
   return result;
 }
 

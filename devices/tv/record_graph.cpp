@@ -5,6 +5,7 @@
 
 #include "base/wide_text.h"
 #include "devices/tv/pin_format.h"
+#include "devices/tv/pins.h"
 #include "devices/tv/tv_device.h"
 #include "panel/main_window.h"
 
@@ -17,8 +18,18 @@ bool CTVDevice::RenderCapture() {
     return false;
   }
   const bool rendered = RenderCaptureSteps();
-  if (!rendered) RemoveRenderedFilters();
+  if (!rendered) {
+    RemoveOutputFile();
+    RemoveRenderedFilters();
+  }
   return rendered;
+}
+
+// What writes is in the graph even when no stream leads to it.
+void CTVDevice::RemoveOutputFile() {
+  if (!multiplexer) return;
+  RemoveDownstream(*graph.Get(), multiplexer.Get());
+  graph->RemoveFilter(multiplexer.Get());
 }
 
 bool CTVDevice::RenderCaptureSteps() {

@@ -56,6 +56,7 @@ bool CTVDevice::Record() {
   recording = true;
   if (!begun) {
     EndRecording(std::exchange(refusal, ""));
+    if (gone) EndPicture();
     return false;
   }
   ShowRecording(true);
@@ -66,11 +67,14 @@ bool CTVDevice::Record() {
 bool CTVDevice::BeginRecording() {
   QueryControls();
   ReattachVideo();
-  if (!mediaControl) return false;
+  if (!mediaControl) {
+    RemoveRenderedFilters();  // else what writes would run with the preview
+    return false;
+  }
   const bool streamControl =
       LetFlow(*builder.Get(), PIN_CATEGORY_PREVIEW) && HoldBack(*builder.Get(), PIN_CATEGORY_CAPTURE);
   const HRESULT armed = streamControl ? mediaControl->Run() : mediaControl->Pause();
-  if (GraphFails(armed, "start") || !AskReadyToRecord()) return false;
+  if (GraphFails(armed, "start") || !AskReadyToRecord() || gone) return false;
   if (streamControl) {
     LetFlow(*builder.Get(), PIN_CATEGORY_CAPTURE);
   } else if (GraphFails(mediaControl->Run(), "run")) {

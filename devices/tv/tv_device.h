@@ -127,6 +127,7 @@ class CTVDevice final : public CGraphDevice {
   bool RenderCaptureSteps();
   bool RenderIntoFile(const ComPtr<IBaseFilter>& filter, const char* message);
   bool OpenOutputFile();
+  void RemoveOutputFile();
   void RemoveRenderedFilters();
   void RebuildPreview();
   bool ShowPreview();

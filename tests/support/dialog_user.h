@@ -1,4 +1,5 @@
-// Uses a modal dialog: a script runs beside it, on a thread of its own.
+// Uses modal dialogs and message boxes while they are open: a script of them runs beside, on a thread of its
+// own.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -8,12 +9,63 @@
 #include <functional>
 #include <string>
 #include <thread>
-
-#include "tests/support/dialog_search.h"
+#include <utility>
+#include <vector>
 
 namespace quorvex {
 
-class DialogUser {
+// How a thread beside it finds a dialog of this process, and waits for what becomes of it.
+class Dialogs {
+ public:
+  // A visible dialog for which `matches` (told its window and caption) answers true; null when there is none.
+  static HWND Find(const std::function<bool(HWND, const std::string&)>& matches) {
+    struct Search {
+      const std::function<bool(HWND, const std::string&)>& matches;
+      HWND found = nullptr;
+    } search{matches};
+    const auto look = [](HWND window, LPARAM data) -> BOOL {
+      auto& wanted = *reinterpret_cast<Search*>(data);
+      char name[16] = "";
+      char caption[200] = "";
+      DWORD process = 0;
+      ::GetClassNameA(window, name, sizeof name);
+      ::GetWindowThreadProcessId(window, &process);
+      ::GetWindowTextA(window, caption, sizeof caption);
+      const bool dialog =
+          std::string(name) == "#32770" && process == ::GetCurrentProcessId() && ::IsWindowVisible(window);
+      if (!dialog || !wanted.matches(window, caption)) return TRUE;
+      wanted.found = window;
+      return FALSE;
+    };
+    ::EnumWindows(look, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+  }
+
+  static std::string TextOf(HWND window) {
+    char text[1000] = "";
+    ::SendMessageA(window, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
+    return text;
+  }
+  static std::string TextOf(HWND dialog, int control) { return TextOf(::GetDlgItem(dialog, control)); }
+
+  static bool WaitUntil(const std::function<bool()>& done, DWORD limitMs = 15000) {
+    const ULONGLONG end = ::GetTickCount64() + limitMs;
+    while (!done()) {
+      if (::GetTickCount64() >= end) return false;
+      ::Sleep(10);
+    }
+    return true;
+  }
+
+  static HWND WaitFor(const std::function<bool(HWND, const std::string&)>& matches) {
+    HWND found = nullptr;
+    WaitUntil([&] { return (found = Find(matches)) != nullptr; });
+    return found;
+  }
+};
+
+// One dialog.
+class DialogUser : public Dialogs {
  public:
   // Runs the script as soon as a dialog is there of which `isIt` is true; cancels the dialog when the script
   // has left it open.
@@ -27,12 +79,6 @@ class DialogUser {
   }
 
   [[nodiscard]] HWND Dialog() const { return dialog; }
-
-  static std::string TextOf(HWND window) {
-    char text[1000] = "";
-    ::SendMessageA(window, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
-    return text;
-  }
 
   // The texts of a list, the selected ones in brackets.
   static std::string TextsOf(HWND list) {
@@ -69,18 +115,9 @@ class DialogUser {
   }
 
   static HWND WaitForWindow(const std::string& caption) {
-    const HWND found = WaitForDialog([&](HWND window) { return CaptionOf(window) == caption; });
+    const HWND found = WaitFor([&](HWND, const std::string& name) { return name == caption; });
     EXPECT_NE(found, nullptr) << "no dialog " << caption;
     return found;
-  }
-
-  static bool WaitUntil(const std::function<bool()>& done, DWORD limitMs = 5000) {
-    const ULONGLONG end = ::GetTickCount64() + limitMs;
-    while (!done()) {
-      if (::GetTickCount64() >= end) return false;
-      ::Sleep(10);
-    }
-    return true;
   }
 
   // Waits until the dialog's thread has nothing else to do: timers come last.
@@ -98,19 +135,8 @@ class DialogUser {
  private:
   static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) { ++ticks; }
 
-  static HWND WaitForDialog(const std::function<bool(HWND)>& isIt) {
-    HWND found = nullptr;
-    WaitUntil(
-        [&] {
-          found = FindDialog([&](HWND window, const std::string&) { return isIt(window); });
-          return found != nullptr;
-        },
-        15000);
-    return found;
-  }
-
   void Use(const std::function<bool(HWND)>& isIt, const std::function<void()>& script) {
-    dialog = WaitForDialog(isIt);
+    dialog = WaitFor([&](HWND window, const std::string&) { return isIt(window); });
     ASSERT_NE(dialog, nullptr) << "the dialog does not come";
     Settle();
     script();
@@ -125,6 +151,63 @@ class DialogUser {
 
   UINT_PTR timer = ::SetTimer(nullptr, 0, 10, Tick);
   HWND dialog = nullptr;
+  std::thread thread;
+};
+
+// Several, one after the other.
+class DialogScript : public Dialogs {
+ public:
+  // A dialog that must come, by its caption, and what is done in it. It must be gone before the next one
+  // comes.
+  struct Step {
+    std::string caption;
+    std::function<void(HWND)> use;
+  };
+
+  explicit DialogScript(std::vector<Step> steps)
+      : thread([this, script = std::move(steps)] {
+          for (const Step& step : script) Take(step);
+        }) {}
+  DialogScript(const DialogScript&) = delete;
+  DialogScript& operator=(const DialogScript&) = delete;
+  ~DialogScript() { thread.join(); }
+
+  // A message box with this text.
+  static Step Box(const std::string& text) {
+    return {"Quorvex", [text](HWND box) {
+              EXPECT_EQ(TextOf(box, 0xFFFF), text);
+              ::PostMessageA(box, WM_COMMAND, IDOK, 0);
+            }};
+  }
+  // A dialog of which one button is pressed.
+  static Step Press(const std::string& caption, int button) {
+    return {caption,
+            [button](HWND dialog) { ::PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0); }};
+  }
+  // The platform's dialog for a file: its name is typed.
+  static Step Name(const std::string& caption, const std::string& name) {
+    return {caption, [name](HWND dialog) {
+              constexpr int kNameField = 0x47C;
+              EXPECT_TRUE(WaitUntil([&] { return ::GetDlgItem(dialog, kNameField) != nullptr; }));
+              ::SetDlgItemTextA(dialog, kNameField, name.c_str());
+              ::PostMessageA(dialog, WM_COMMAND, IDOK, 0);
+            }};
+  }
+
+ private:
+  static void Take(const Step& step) {
+    const HWND dialog = WaitFor([&](HWND window, const std::string& caption) {
+      return caption == step.caption && ::IsWindowEnabled(window);
+    });
+    if (dialog == nullptr) {
+      ADD_FAILURE() << "no dialog " << step.caption;
+      return;
+    }
+    step.use(dialog);
+    EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(dialog) || !::IsWindowEnabled(dialog); }))
+        << step.caption << " does not close";
+  }
+
   std::thread thread;
 };
 

@@ -4,7 +4,7 @@
 #include "base/handles.h"
 #include "devices/tv/capture_disk.h"
 #include "resources/ids.h"
-#include "tests/support/dialog_script.h"
+#include "tests/support/dialog_user.h"
 #include "tests/support/tv_panel.h"
 
 namespace quorvex {

@@ -5,7 +5,7 @@
 #include "remote/key_names.h"
 #include "remote/remote_protocol.h"
 #include "shell/command_table.h"
-#include "tests/support/dialog_script.h"
+#include "tests/support/dialog_user.h"
 #include "tests/support/fake_dvd.h"
 #include "tests/support/fake_tv.h"
 #include "tests/support/panel.h"
