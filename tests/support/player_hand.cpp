@@ -83,10 +83,13 @@ void Open(Words words) {
 // finishing the drop does not free it.
 void Drop(Words words) {
   static void* last = nullptr;
+  static DWORD lastProcess = 0;
   const std::string bytes = DropBytes({words.begin() + 1, words.end()});
   const HWND panel = FindPanel();
-  const HANDLE process = ::OpenProcess(PROCESS_ALL_ACCESS, FALSE, ProcessOf(panel));
-  if (last != nullptr) ::VirtualFreeEx(process, last, 0, MEM_RELEASE);
+  const DWORD id = ProcessOf(panel);
+  const HANDLE process = ::OpenProcess(PROCESS_ALL_ACCESS, FALSE, id);
+  if (lastProcess == id) ::VirtualFreeEx(process, last, 0, MEM_RELEASE);
+  lastProcess = id;
   last = ::VirtualAllocEx(process, nullptr, bytes.size(), MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
   ::WriteProcessMemory(process, last, bytes.data(), bytes.size(), nullptr);
   ::CloseHandle(process);

@@ -36,6 +36,11 @@ def private_megabytes(process):
     return sum(int(sizes[name].split()[0]) for name in ("Private_Dirty", "Private_Clean")) / 1024
 
 
+def wakes(process):
+    """How often its first thread has begun to wait so far."""
+    return int((process / "status").read_text().split("\nvoluntary_ctxt_switches:")[1].split()[0])
+
+
 class Waiting:
     """How long the threads of these processes were ready to run while others had the cores."""
 

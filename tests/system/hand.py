@@ -74,8 +74,7 @@ class Hand:
         return {name: int(value) for name, value in values(self("counts")).items()}
 
     def close(self):
-        self.process.stdin.close()
-        self.process.wait(10)
+        self.process.communicate(timeout=10)
 
 
 class Player:
@@ -83,12 +82,13 @@ class Player:
 
     def __init__(self):
         self.hand, self.remote = Hand(), Remote()
+        self.errors = self.remote.folder / "stderr"
 
     def start(self):
         """Starts the program and waits for the end of its lamp test."""
-        self.errors = open(self.remote.folder / "stderr", "w+", encoding="utf-8")
-        self.remote.process = subprocess.Popen([ROOT / "tools" / "in-wine", BIN / "quorvex.exe"], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                                               stderr=self.errors)
+        with open(self.errors, "wb") as errors:
+            self.remote.process = subprocess.Popen([ROOT / "tools" / "in-wine", BIN / "quorvex.exe"], stdin=subprocess.DEVNULL,
+                                                   stdout=subprocess.DEVNULL, stderr=errors)
         wait_for(self.has_started, 30)
 
     def has_started(self):
@@ -105,8 +105,8 @@ class Player:
 
     def crash(self):
         """What the runtime and Wine say of a crash; other lines there are the platform's own."""
-        self.errors.seek(0)
-        return "\n".join(line for line in self.errors if any(word in line.lower() for word in ("unhandled", "exception", "assert", "terminate")))
+        lines = self.errors.read_text(errors="replace").splitlines()
+        return "\n".join(line for line in lines if any(word in line.lower() for word in ("unhandled", "exception", "assert", "terminate")))
 
     def panel(self):
         return next(window for window in self.hand.tops() if window.kind == PANEL)

@@ -13,7 +13,7 @@ from killed_session import STORES, Session, held, large_store
 from remote import ROOT, TESTS, WINDOWS, Remote, drive, empty_drive
 
 ROUNDS = 20
-KILLS, SEED = 5, 1
+KILLS, SEED = 4, 1
 FIRST = 1500  # discs: large enough that writing the store takes a while
 
 
