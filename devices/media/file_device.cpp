@@ -155,7 +155,7 @@ bool CFileDevice::Activate() {
 bool CFileDevice::Play(int /*item*/, int /*reserved*/) {
   if (!mediaControl) return false;
   const HRESULT result = mediaControl->Run();
-  playState = PlayState::kPlaying;
+  SetPlayState(PlayState::kPlaying);
   return SUCCEEDED(result);
 }
 
