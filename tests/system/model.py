@@ -22,6 +22,8 @@ class Model(User):
         super().__init__(limit_ms)
         self.seed = seed
         self.commands = CALM if calm else WILD
+        if calm:  # a file that cannot be played leaves a thread of Wine's own file source behind
+            self.world.files = self.world.playable
         self.seen = collections.Counter()  # states and dialogs
 
     def prepare(self):

@@ -22,7 +22,8 @@ class World:
         nothing.write_bytes(b"; nothing\r\n")
         songs = folder / "songs.m3u"
         songs.write_text("\r\n".join(windows_path(path) for path in media * 3))
-        self.files = [windows_path(path) for path in (*media, *media, songs, damaged, nothing, folder / "missing.mpg")]
+        self.playable = [windows_path(path) for path in (*media, songs)]
+        self.files = [*self.playable * 2, *(windows_path(path) for path in (damaged, nothing, folder / "missing.mpg"))]
         self.capture_file = folder / "tape.avi"
         data = folder / "data.cue"
         make_disc(folder, [5], "data")
