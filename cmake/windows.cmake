@@ -145,7 +145,7 @@ add_executable(quorvex WIN32 shell/main.cpp $<TARGET_OBJECTS:quorvex_resources>)
 target_link_libraries(quorvex PRIVATE quorvex_player)
 
 # Works the running program from scripts.
-add_executable(qvremote remote/main.cpp base/full_path.cpp platform/drive/qvdrive.rc)
+add_executable(qvremote remote/main.cpp remote/remote_client.cpp base/full_path.cpp platform/drive/qvdrive.rc)
 target_link_libraries(qvremote PRIVATE quorvex_options)
 
 # The platform layer's CD drive: an MCI driver, and the program that works the drive.

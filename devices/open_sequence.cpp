@@ -3,24 +3,13 @@
 #include <windows.h>
 
 #include "devices/current_device.h"
+#include "devices/null_device.h"
 #include "devices/shared_state.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
 #include "video/video_window.h"
 
 namespace quorvex {
-namespace {
-
-void DropFailedDevice() {
-  currentDeviceType = DeviceType::kNone;
-  currentCaptureDevice = -1;
-  currentDevice->UpdateStateLamps();
-  SetDisplayText(currentDevice->refusal);
-  currentDevice.reset();
-  DeleteVideoWindow();
-}
-
-}  // namespace
 
 bool OpenCurrentDevice() {
   SetPointer(IDC_WAIT);
@@ -29,10 +18,18 @@ bool OpenCurrentDevice() {
     currentDevice->UpdateStateLamps();
     SetDisplayText(currentDevice->notice);
   } else {
-    DropFailedDevice();
+    currentCaptureDevice = -1;
+    EndCurrentDevice(std::string(currentDevice->refusal));
   }
   SetPointer(IDC_ARROW);
   return open;
+}
+
+void EndCurrentDevice(const std::string& text) {
+  currentDevice.reset();
+  DeleteVideoWindow();
+  const CNullDevice none;  // a device that is made empties the display and puts the lamps out
+  SetDisplayText(text);
 }
 
 }  // namespace quorvex

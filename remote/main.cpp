@@ -11,7 +11,7 @@
 
 #include "base/full_path.h"
 #include "remote/key_names.h"
-#include "remote/remote_protocol.h"
+#include "remote/remote_client.h"
 
 namespace quorvex {
 namespace {
@@ -22,32 +22,13 @@ constexpr char kUsage[] =
     "qvremote state             say what plays, one name=value a line\n"
     "Keys:";
 constexpr DWORD kStartPatienceMs = 20000;
-constexpr UINT kAnswerPatienceMs = 10000;
-constexpr DWORD kPollMs = 5;
-
-std::string stateText;
 
 int Complain(const std::string& text) {
   std::fprintf(stderr, "qvremote: %s\n", text.c_str());
   return 1;
 }
 
-// The window that messages come from, and that the state comes to.
-HWND CreateSender() {
-  WNDCLASSA sender{};
-  sender.lpfnWndProc = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
-    if (message != WM_COPYDATA) return ::DefWindowProcA(window, message, wParam, lParam);
-    const auto& data = *reinterpret_cast<const COPYDATASTRUCT*>(lParam);
-    if (data.dwData != kRemoteState) return 0;
-    stateText.assign(static_cast<const char*>(data.lpData), data.cbData);
-    return 1;
-  };
-  sender.lpszClassName = "QuorvexRemote";
-  ::RegisterClassA(&sender);
-  return ::CreateWindowA("QuorvexRemote", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
-}
-
-HWND FindPanel() { return ::FindWindowA("PControl", "Quorvex"); }
+int ComplainOfNoPanel() { return Complain("Quorvex does not run"); }
 
 // Starts the quorvex.exe beside this program and waits for its panel.
 HWND StartPanel() {
@@ -68,20 +49,8 @@ HWND StartPanel() {
   return FindPanel();
 }
 
-// What the panel answers; nothing when it does not.
-std::optional<RemoteAnswer> Ask(HWND panel, ULONG_PTR kind, std::string_view bytes) {
-  static const HWND sender = CreateSender();
-  COPYDATASTRUCT data{kind, static_cast<DWORD>(bytes.size()), const_cast<char*>(bytes.data())};
-  DWORD_PTR answer = 0;
-  const LRESULT answered =
-      ::SendMessageTimeoutA(panel, WM_COPYDATA, reinterpret_cast<WPARAM>(sender),
-                            reinterpret_cast<LPARAM>(&data), SMTO_NORMAL, kAnswerPatienceMs, &answer);
-  return answered != 0 ? std::optional(static_cast<RemoteAnswer>(answer)) : std::nullopt;
-}
-
-int Send(HWND panel, ULONG_PTR kind, std::string_view bytes) {
-  if (panel == nullptr) return Complain("Quorvex does not run");
-  const std::optional<RemoteAnswer> answer = Ask(panel, kind, bytes);
+// What the panel's answer means to whoever called this program: its exit code.
+int Tell(const std::optional<RemoteAnswer>& answer) {
   if (!answer) return Complain("Quorvex does not answer");
   switch (*answer) {
     case RemoteAnswer::kDone: return 0;
@@ -89,13 +58,6 @@ int Send(HWND panel, ULONG_PTR kind, std::string_view bytes) {
     case RemoteAnswer::kRefused: break;
   }
   return Complain("Quorvex refuses");
-}
-
-// Waits until the panel has acted on what was pressed, or has ended by it: what a script asks next is then
-// true.
-void AwaitAction(HWND panel) {
-  const ULONGLONG end = ::GetTickCount64() + kAnswerPatienceMs;
-  while (::GetTickCount64() < end && Ask(panel, kRemoteAskReady, {}) == RemoteAnswer::kBusy) ::Sleep(kPollMs);
 }
 
 int Open(std::span<char*> files) {
@@ -107,8 +69,8 @@ int Open(std::span<char*> files) {
     paths += path + '\0';
   }
   if (paths.size() > kLargestRemoteMessage) return Complain("that is too many files");
-  const HWND panel = FindPanel();
-  return Send(panel != nullptr ? panel : StartPanel(), kRemoteOpenFiles, paths);
+  const HWND panel = FindPanel() != nullptr ? FindPanel() : StartPanel();
+  return panel != nullptr ? Tell(Ask(panel, kRemoteOpenFiles, paths)) : ComplainOfNoPanel();
 }
 
 // The command of a key's name or number; 0 when there is none.
@@ -126,18 +88,19 @@ int PressKeys(std::span<char*> keys) {
     if (CommandOf(key) == 0) return Complain(std::string("there is no key ") + key);
   }
   for (const char* key : keys) {
-    const int command = CommandOf(key);
-    const std::string_view bytes(reinterpret_cast<const char*>(&command), sizeof command);
     const HWND panel = FindPanel();
-    if (const int failed = Send(panel, kRemotePressKey, bytes); failed != 0) return failed;
+    if (panel == nullptr) return ComplainOfNoPanel();
+    if (const int failed = Tell(PressKey(panel, CommandOf(key))); failed != 0) return failed;
     AwaitAction(panel);
   }
   return 0;
 }
 
 int PrintState() {
-  if (const int failed = Send(FindPanel(), kRemoteAskState, {}); failed != 0) return failed;
-  std::fputs(stateText.c_str(), stdout);
+  const HWND panel = FindPanel();
+  if (panel == nullptr) return ComplainOfNoPanel();
+  if (const int failed = Tell(Ask(panel, kRemoteAskState, {})); failed != 0) return failed;
+  std::fputs(StateTold().c_str(), stdout);
   return 0;
 }
 

@@ -9,6 +9,7 @@
 #include "panel/main_window.h"
 #include "panel/status_display.h"
 #include "setup/setup_sheet.h"
+#include "shell/lifecycle.h"
 #include "shell/settings.h"
 #include "video/video_window.h"
 
@@ -68,6 +69,6 @@ void HidePlayer() {
   ::DefDlgProcA(mainWindow, WM_SYSCOMMAND, SC_MINIMIZE, 0);
 }
 
-void Power() { ::DestroyWindow(mainWindow); }
+void Power() { ClosePanel(); }
 
 }  // namespace quorvex

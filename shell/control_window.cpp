@@ -58,7 +58,10 @@ LRESULT CALLBACK ControlWindowProcedure(HWND window, UINT message, WPARAM wParam
     case WM_CREATE: return LoadSkinBitmaps() ? 0 : -1;
     case WM_DESTROY: ShutDown(); return 0;
     case WM_PAINT: OnPaint(window); return 0;
-    case WM_CLOSE: ::DestroyWindow(window); return 0;
+    case WM_CLOSE: ClosePanel(); return 0;
+    case WM_ENABLE:
+      if (wParam != FALSE) OnPanelEnabled();
+      break;
     case WM_ERASEBKGND: PaintPanelBackground(reinterpret_cast<HDC>(wParam)); return 1;
     case WM_SETTINGCHANGE: OnSettingChange(wParam); return 0;
     case WM_DRAWITEM: DrawPanelButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)); return 0;

@@ -68,7 +68,9 @@ bool SwitchToTv(int captureDevice) {
 
 bool SwitchToFile() {
   Replace(DeviceType::kFile);
-  return currentDevice->LoadMedia();
+  if (currentDevice->LoadMedia()) return true;
+  DeleteVideoWindow();  // of the device before
+  return false;
 }
 
 void SwitchToNone() {

@@ -115,12 +115,14 @@ bool StartUp(HINSTANCE module) {
 int RunMessageLoop() {
   const HACCEL keys = ::LoadAcceleratorsA(instance, MAKEINTRESOURCEA(IDR_ACCELERATORS));
   MSG message{};
-  while (::GetMessageA(&message, nullptr, 0, 0) > 0) {
+  // A loop of the platform's (Wine's, while a window is dragged) may have taken the message to quit for
+  // itself.
+  while (::IsWindow(mainWindow) != FALSE && ::GetMessageA(&message, nullptr, 0, 0) > 0) {
     if (::TranslateAcceleratorA(mainWindow, keys, &message) == 0 && !MoveKeyFocus(message))
       ::DispatchMessageA(&message);
   }
   ::CoUninitialize();
-  return static_cast<int>(message.wParam);
+  return message.message == WM_QUIT ? static_cast<int>(message.wParam) : 0;
 }
 
 }  // namespace quorvex

@@ -187,8 +187,10 @@ bool CCDDevice::Play(int track, int /*reserved*/) {
   }
   if (track == 0 && playState == PlayState::kStopped) track = CurrentEntry();
   playState = PlayState::kPlaying;
-  // After a failure the next tick takes the drive's mode for a new one and puts the play state right.
-  if (!ReportMciError(drive.Play(track, mainWindow))) lastMode = 0;
+  ReportMciError(drive.Play(track, mainWindow));
+  // The next tick takes the drive's mode for a new one: it puts the play state right when the drive does not
+  // play, or no more, for its disc was exchanged.
+  lastMode = 0;
   return true;
 }
 

@@ -11,8 +11,8 @@
 
 #include "base/ini_file.h"
 #include "devices/config_store.h"
-#include "devices/current_device.h"
 #include "devices/media/render_file.h"
+#include "devices/open_sequence.h"
 #include "devices/shared_state.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
@@ -24,6 +24,7 @@ namespace {
 constexpr UINT kTickMs = 100;
 constexpr std::int64_t kSecond = 10'000'000;  // of media time
 constexpr std::size_t kLongestPath = 259;
+constexpr char kTracks[] = "Tracks";
 
 void ShowMediaTime(std::int64_t time) {
   PackedTime packed = 0;
@@ -51,7 +52,8 @@ CFileDevice::~CFileDevice() {
 
 bool CFileDevice::LoadMedia() {
   autoPlay = ReadConfig().Integer("MEDIA FILE", "AutoPlay", 1) != 0;
-  const int listed = IniFile(mediaAlbumPath).Read().Integer(currentPlaylist, "Tracks", 0);
+  playlist = currentPlaylist;
+  const int listed = IniFile(mediaAlbumPath).Read().Integer(playlist, kTracks, 0);
   if (listed <= 0) return false;
   itemCount = std::min(listed, static_cast<int>(kMaxOrderLength));
   SetDisplayElement(kOfLabel, 1);
@@ -77,7 +79,10 @@ bool CFileDevice::BuildPlayOrder() {
 
 bool CFileDevice::OpenCurrentEntry() {
   const int entry = CurrentEntry();
-  filePath = IniFile(mediaAlbumPath).Read().String(currentPlaylist, std::to_string(entry), kLongestPath);
+  const IniSnapshot store = IniFile(mediaAlbumPath).Read();
+  // An album that was renamed since is the one that is marked.
+  const std::string& listed = store.document.Find(playlist, kTracks) ? playlist : currentPlaylist;
+  filePath = store.String(listed, std::to_string(entry), kLongestPath);
   if (!ReopenGraph()) return false;
   ShowDisplayTimeTenths(0);
   SetDisplayElement(kFileLabel, 1);
@@ -97,21 +102,10 @@ bool CFileDevice::ReopenGraph() {
   if (open) {
     UpdateStateLamps();
   } else {
-    EndWithoutDevice();
+    EndCurrentDevice("");  // takes this very object down
   }
   SetPointer(IDC_ARROW);
   return open;
-}
-
-// Takes this very object down.
-void CFileDevice::EndWithoutDevice() {
-  currentDeviceType = DeviceType::kNone;
-  SetPlayState(PlayState::kStopped);
-  ClearDisplayText();
-  ClearDisplayNumbers();
-  ClearDisplayTime();
-  currentDevice.reset();
-  DeleteVideoWindow();
 }
 
 bool CFileDevice::Open() {
@@ -167,7 +161,7 @@ bool CFileDevice::ReadDuration(OpeningSteps& steps) {
 bool CFileDevice::Play(int /*item*/, int /*reserved*/) {
   if (!mediaControl) return false;
   const HRESULT result = mediaControl->Run();
-  playState = PlayState::kPlaying;
+  SetPlayState(PlayState::kPlaying);
   return SUCCEEDED(result);
 }
 

@@ -41,12 +41,12 @@ class CFileDevice final : public CGraphDevice {
   bool ReopenGraph();
   bool HandleComplete();
 
-  void EndWithoutDevice();
   bool ReadDuration(OpeningSteps& steps);
   void SeekTo(std::int64_t position);
   void ScanBy(std::int64_t step);
   [[nodiscard]] int IndexOfEntryOrZero(int entry) const;
 
+  std::string playlist;  // the list that was opened, whatever is marked in the dialog since
   std::string filePath;
   std::int64_t scanPosition = 0;  // this and the next in units of 100 ns
   std::int64_t duration = 0;

@@ -11,15 +11,20 @@
 
 namespace quorvex {
 
+// A drop's memory: the header, the paths, each ended by a zero, and another zero.
+inline std::string DropBytes(const std::vector<std::string>& paths) {
+  DROPFILES header{};
+  header.pFiles = sizeof header;
+  std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
+  for (const std::string& path : paths) bytes += path + '\0';
+  return bytes + '\0';
+}
+
 // What WM_DROPFILES brings of these files; whoever gets it frees it.
 inline HGLOBAL DropOf(const std::vector<std::string>& paths) {
-  std::string names;
-  for (const std::string& path : paths) names += path + '\0';
-  names += '\0';
-  const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(DROPFILES) + names.size());
-  auto* const drop = static_cast<DROPFILES*>(::GlobalLock(memory));
-  drop->pFiles = sizeof(DROPFILES);
-  std::copy(names.begin(), names.end(), reinterpret_cast<char*>(drop + 1));
+  const std::string bytes = DropBytes(paths);
+  const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, bytes.size());
+  std::copy(bytes.begin(), bytes.end(), static_cast<char*>(::GlobalLock(memory)));
   ::GlobalUnlock(memory);
   return memory;
 }

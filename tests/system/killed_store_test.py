@@ -1,23 +1,20 @@
 #!/usr/bin/python3
-"""A store that is changed holds the old or the new content, never less: whoever looks meanwhile, and whenever the program is killed."""
+"""killed_store_test.py [--kills N] [--seed N]  A store that is changed holds the old or the new content, never less: whoever looks meanwhile, and
+whenever the program is killed. With --kills only the whole program is killed, so many times."""
 
+import argparse
 import random
 import subprocess
+import sys
 import time
 import unittest
 
-from remote import ROOT, TESTS, Remote
+from killed_session import STORES, Session, held, large_store
+from remote import ROOT, TESTS, WINDOWS, Remote, drive, empty_drive
 
 ROUNDS = 20
+KILLS, SEED = 4, 1
 FIRST = 1500  # discs: large enough that writing the store takes a while
-
-
-def large_store(count):
-    titles = "".join(f"{track}=Track {track:02}\r\n" for track in range(1, 21))
-    playlist = "".join(f"{track} " for track in range(1, 21))
-    discs = "".join(f"[A{disc:07}]\r\nTitle=\r\nArtist=\r\n{titles}Playlist={playlist}\r\n" for disc in range(1, count + 1))
-    places = "".join(f"{disc}=A{disc:07}\r\n" for disc in range(1, count + 1))
-    return f"[CD List]\r\nNumber of CDs={count}\r\n{places}{discs}"
 
 
 class KilledStore(unittest.TestCase):
@@ -72,5 +69,37 @@ class KilledStore(unittest.TestCase):
         return count
 
 
+class KilledProgram(unittest.TestCase):
+    def test_what_it_was_doing_is_done_or_not_and_it_starts_again(self):
+        chance = random.Random(SEED)
+        session = Session()
+        self.addCleanup(drive, "card", "off")
+        self.addCleanup(empty_drive)
+        self.addCleanup(session.close)
+        session.rehearse()
+        session.start()
+        changed = 0
+        for kill in range(KILLS):
+            number = chance.randrange(len(session.operations))
+            name = session.operations[number].__name__
+            with self.subTest(seed=SEED, kill=kill, operation=name):
+                session.begin()
+                session.kill_in(number, chance)
+                left = held()
+                for store, content in left.items():
+                    self.assertIn(content, session.moments[number][1][store], f"{store} in {name}")
+                changed += left != session.first
+                files = {path.name for path in WINDOWS.iterdir() if path.name.startswith(STORES)}
+                self.assertLessEqual(files, {*STORES, *(f"{store}.new" for store in STORES)})
+                session.start()
+                self.assertEqual(held(), left, "starting changes nothing")
+        print(f"{KILLS} kills, after {changed} of them a store had changed")
+
+
 if __name__ == "__main__":
-    unittest.main(verbosity=2)
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--kills", type=int)
+    parser.add_argument("--seed", type=int, default=SEED)
+    options = parser.parse_args()
+    KILLS, SEED = options.kills or KILLS, options.seed
+    unittest.main(verbosity=2, argv=[sys.argv[0], *(["KilledProgram"] if options.kills else [])])

@@ -17,7 +17,7 @@ from pathlib import Path
 from PIL import Image
 
 ROOT = Path(__file__).resolve().parents[2]
-sys.path.insert(0, str(ROOT / "resources" / "art"))
+sys.path[:0] = [str(ROOT / "resources" / "art"), str(ROOT / "tests" / "support")]
 sys.dont_write_bytecode = True
 
 from layout import DIGITS, KEYS, LAMPS, PANEL_SIZE, TEXT_LINE  # noqa: E402

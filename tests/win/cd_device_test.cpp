@@ -132,6 +132,13 @@ TEST_F(CdDeviceTest, AnExchangedDiscIsSeenAlsoBehindAClosedTray) {
   drive.Insert({30, 30, 31});
   EXPECT_TRUE(Until([] { return Second() == 3 && State() == PlayState::kPlaying; }));
   EXPECT_EQ(IniFile(cdAlbumPath).Read().Integer("CD List", "Number of CDs", 0), 2);
+
+  // Between the command to play and the next look at the drive.
+  Press(kCommandStop);
+  EXPECT_TRUE(Until([] { return !IsLit(kCommandPlay); }));
+  Press(kCommandPlay);
+  drive.InsertImage(drive.MakeDisc("data", {60}, true));
+  EXPECT_TRUE(Until([] { return ShownText() == "Non-AudioCD inserted" && State() == PlayState::kStopped; }));
 }
 
 TEST_F(CdDeviceTest, TheDiscRunsOnThroughItsTracksAndEndsAtItsEnd) {

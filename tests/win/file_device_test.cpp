@@ -164,6 +164,21 @@ TEST_F(FileDeviceTest, TheVideoWindowComesAndGoesWithThePicture) {
   currentDevice->NextItem();
   EXPECT_EQ(Place(), "1 of 3");
   EXPECT_NE(Frame(), nullptr);
+  EXPECT_FALSE(Load({})) << "a list without a file";
+  EXPECT_EQ(Frame(), nullptr);
+}
+
+TEST_F(FileDeviceTest, TheListThatWasOpenedPlaysOnWhateverIsMarkedAndRenamedSince) {
+  ASSERT_TRUE(Load({stores.Path("long.wav"), stores.Path("1.wav"), stores.Path("2.wav")}));
+  for (const char* marked : {"", "Other"}) {
+    currentPlaylist = marked;
+    ASSERT_TRUE(currentDevice->NextItem());
+  }
+  EXPECT_EQ(ShownText(), "2.wav");
+  stores.Write("mfiles.abm", "[Renamed]\r\nTracks=3\r\n1=" + stores.Path("3.wav") + "\r\n");
+  currentPlaylist = "Renamed";
+  ASSERT_TRUE(currentDevice->NextItem());
+  EXPECT_EQ(ShownText(), "3.wav");
 }
 
 TEST_F(FileDeviceTest, WithoutAutoPlayTheFirstFileWaits) {
@@ -197,11 +212,15 @@ TEST_F(FileDeviceTest, AFileThatCannotBePlayedIsToldAndLeavesNoDevice) {
         std::string(), stores.Path(std::string(259 - stores.Path("").size(), 'x')), std::string(259, 'y')}) {
     MessageBoxAnswerer user;
     ASSERT_TRUE(Load({Media("mpeg1_mp2.mpg"), path}));
+    currentDevice->randomOn = true;
+    currentDevice->repeatMode = RepeatMode::kAll;
     EXPECT_FALSE(currentDevice->NextItem());
     EXPECT_EQ(user.Answered(), std::vector<std::string>{"Quorvex: " + path + kUnplayable});
     EXPECT_EQ(currentDevice, nullptr);
     EXPECT_EQ(Frame(), nullptr);
     EXPECT_EQ(Shown(kIdleLamp), 1);
+    EXPECT_EQ(Shown(kRandomLamp) + Shown(kRepeatLamp) + Shown(kRepeatAllLamp), 0);
+    EXPECT_FALSE(IsLit(kCommandRandom) || IsLit(kCommandRepeat));
     EXPECT_EQ(ShownText(), "");
   }
 }

@@ -1,6 +1,7 @@
 #include "shell/lifecycle.h"
 
 #include "base/handles.h"
+#include "tests/support/dialog_script.h"
 #include "tests/support/panel.h"
 #include "tests/support/recording_device.h"
 
@@ -190,6 +191,34 @@ TEST_F(LifecycleTest, SuspendingIsRefusedOnlyWhenTheUserSaidSo) {
   settings.disableApm = true;
   EXPECT_EQ(ask(PBT_APMQUERYSUSPEND), BROADCAST_QUERY_DENY);
   EXPECT_EQ(ask(PBT_APMRESUMESUSPEND), TRUE);
+}
+
+TEST_F(LifecycleTest, ToldToCloseWhileADialogIsOpenThePanelClosesAfterIt) {
+  bool stayed = false;
+  {
+    DialogScript user({{"Quorvex", [&](HWND box) {
+                          ::SendMessageA(mainWindow, WM_CLOSE, 0, 0);
+                          stayed = ::IsWindow(mainWindow) != FALSE;
+                          ::PostMessageA(box, WM_COMMAND, IDOK, 0);
+                        }}});
+    ReportError("what an operation asks in its middle");
+  }
+  EXPECT_TRUE(stayed);
+  EXPECT_TRUE(::IsWindow(mainWindow)) << "the operation goes on";
+  EXPECT_TRUE(PumpUntil([] { return ::IsWindow(mainWindow) == FALSE; }));
+}
+
+TEST_F(LifecycleTest, TheLoopEndsAlsoWhenSomebodyElseTakesTheMessageToQuit) {
+  const auto endAndTake = [](HWND, UINT, UINT_PTR timer, DWORD) {
+    ::KillTimer(nullptr, timer);
+    ::DestroyWindow(mainWindow);
+    MSG message{};
+    ::PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
+  };
+  ::SetTimer(nullptr, 0, 10, endAndTake);
+  ::SetTimer(nullptr, 0, 3000, [](HWND, UINT, UINT_PTR, DWORD) { ::PostQuitMessage(1); });
+  ::CoInitialize(nullptr);  // which the loop's end ends
+  EXPECT_EQ(RunMessageLoop(), 0);
 }
 
 }  // namespace

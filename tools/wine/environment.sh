@@ -16,6 +16,8 @@ export LANG=C.UTF-8 LC_ALL=C.UTF-8
 # No questions about Mono and Gecko; a crash ends its process at once, with its exit code; Wine's own programs stay out of the user's
 # menu and file associations.
 export WINEDLLOVERRIDES=${WINEDLLOVERRIDES:-winedbg.exe=d;mscoree=d;mshtml=d;winemenubuilder.exe=d}
+# Else glibc gives new threads heaps of their own, up to eight for each core, and Wine's threads come and go: each heap keeps megabytes.
+export MALLOC_ARENA_MAX=2
 unset DISPLAY_ERROR
 
 alive() { [ -s "$1" ] && kill -0 "$(cat "$1")" 2>/dev/null; }
