@@ -4,5 +4,8 @@
 #include "shell/startup.h"
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
-  return quorvex::StartUp(instance) ? quorvex::RunMessageLoop() : 0;
+  const int code = quorvex::StartUp(instance) ? quorvex::RunMessageLoop() : 0;
+  // At once: a disc may be left playing, and Wine's usual end takes the sound system down under its threads.
+  ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(code));
+  return code;
 }

@@ -169,8 +169,9 @@ class DebianPackage(unittest.TestCase):
             failed = self.start("quorvex", "/home/tester/nothing.wav")
             box = wait_for(lambda: self.screen("search", "--onlyvisible", "--class", "xmessage").split())[0]
             height = int(re.search(r"HEIGHT=(\d+)", self.screen("getwindowgeometry", "--shell", box))[1])
-            self.screen("mousemove", "--window", box, "20", str(height - 14), "sleep", "0.5", "click", "1")
-            self.assertEqual(failed.wait(60), 2)
+            click = ("mousemove", "--window", box, "20", str(height - 14), "sleep", "0.5", "click", "1")
+            wait_for(lambda: self.screen(*click) is None or failed.poll() is not None)
+            self.assertEqual(failed.wait(), 2)
         with self.subTest("closed"):
             self.close(player)
             store = self.data / "wine/drive_c/windows/quorvex.ini"

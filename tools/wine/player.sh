@@ -28,12 +28,12 @@ start_player() {
 }
 
 # Waits until the player has started, its lamp test included, whose end would write over what plays; fails when that takes all too long.
-# Without a device it is dark before the test, all its lamps light during it, and some do after it.
+# Without a device it is dark before the test, all its lamps light during it, and of the devices' lamps only IDLE after it.
 await_player() {
   for _ in $(seq 100); do
     case $(remote state 2>/dev/null) in
-      device=none*lamps=*AM*PM*) ;;
-      device=none*lamps=[A-Z0-9]* | device=[!n]*) return ;;
+      device=none*lamps=*CD*) ;;
+      device=none*lamps=*IDLE* | device=[!n]*) return ;;
     esac
     sleep 0.2
   done
