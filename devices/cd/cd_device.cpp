@@ -13,6 +13,7 @@ namespace quorvex {
 namespace {
 
 constexpr UINT kPollMs = 200;
+constexpr int kPatience = 3;  // ticks in which a drive may leave a question open
 
 constexpr char kCannotRead[] = "Cannot read cd.abm";
 constexpr char kCannotWrite[] = "Cannot write cd.abm";
@@ -31,25 +32,40 @@ CCDDevice::~CCDDevice() {
 
 bool CCDDevice::Activate() { return ::SetTimer(mainWindow, kDeviceTimer, kPollMs, nullptr) != 0; }
 
+// Without the time format no position means anything: a drive that does not take it, which is told once, is
+// asked again at every tick.
 bool CCDDevice::OpenCdAudio() {
-  SetDisplayText("Initializing CD...");
-  if (drive.Open() != 0) return false;
-  ReportMciError(drive.SetTimeFormat());
-  return true;
+  const bool first = !drive.IsOpen();
+  if (first) {
+    SetDisplayText("Initializing CD...");
+    if (drive.Open() != 0) return false;
+  }
+  const MCIERROR error = drive.SetTimeFormat();
+  if (first) ReportMciError(error);
+  ready = error == 0;
+  return ready;
+}
+
+// Whether a drive that has not answered is to be asked again at the next tick.
+bool CCDDevice::IsWaitedFor() {
+  if (CdDrive::IsBrokenOff() || ++unanswered < kPatience) return true;
+  unanswered = 0;
+  return false;
 }
 
 void CCDDevice::OnTick() {
-  if (!drive.IsOpen() && !OpenCdAudio()) return;
-  if (const std::uint32_t mode = drive.QueryMode(); mode != lastMode) OnModeChange(mode);
-  if (const bool present = drive.QueryMediaPresent(); present != mediaPresent) {
-    mediaPresent = present;
-    if (present) {
-      OnDiscInserted();
-    } else {
-      OnDiscRemoved();
-    }
+  if (!ready && !OpenCdAudio()) return;
+  const std::uint32_t mode = drive.QueryMode();
+  if (CdDrive::IsBrokenOff()) return;
+  if (mode != lastMode) OnModeChange(mode);
+  const std::optional<bool> answer = drive.QueryMediaPresent();
+  if (!answer && IsWaitedFor()) return;
+  if (const bool present = answer.value_or(false); present != mediaPresent) {
+    mediaPresent = present && OnDiscInserted();
+    if (!present) OnDiscRemoved();
     return;
   }
+  unanswered = 0;
   if (lastMode == MCI_MODE_PLAY && !scanning) FollowDrive();
 }
 
@@ -57,7 +73,7 @@ void CCDDevice::OnTick() {
 // decides where playing starts and what happens at the last entry and under repeat.
 void CCDDevice::FollowDrive() {
   const Tmsf now = drive.QueryPosition();
-  if (now == position) return;
+  if (now == position || now.track == 0) return;
   position = now;
   if (now.track != CurrentEntry()) {
     if (repeatMode == RepeatMode::kOne) {
@@ -110,17 +126,18 @@ void CCDDevice::OnModeChange(std::uint32_t mode) {
   UpdateButtonStates();
 }
 
-void CCDDevice::OnDiscInserted() {
-  if (!drive.QueryFirstTrackIsAudio()) {
+// Answers false when the disc is to be read again at the next tick.
+bool CCDDevice::OnDiscInserted() {
+  const std::optional<bool> audio = drive.QueryFirstTrackIsAudio();
+  if (!audio && IsWaitedFor()) return false;
+  if (!audio.value_or(false)) {
     audioDisc = false;
     SetDisplayText("Non-AudioCD inserted");
-    return;
+    return true;
   }
+  if (!ReadTracks() && IsWaitedFor()) return false;
   audioDisc = true;
   position = {};
-  itemCount = drive.QueryTrackCount();
-  for (int track = 1; track <= itemCount; ++track)
-    trackLength[static_cast<std::size_t>(track - 1)] = drive.QueryTrackLength(track);
   RegisterDisc();
   LoadSettings();
   BuildPlayOrder();
@@ -133,6 +150,20 @@ void CCDDevice::OnDiscInserted() {
   const IniSnapshot saved = store.Read();
   discTitle = saved.String(discId, "Title", kLongestTitle);
   discArtist = saved.String(discId, "Artist", kLongestTitle);
+  return true;
+}
+
+// What the drive does not tell is 0; then the answer is false.
+bool CCDDevice::ReadTracks() {
+  const std::optional<int> count = drive.QueryTrackCount();
+  bool all = count.has_value();
+  itemCount = count.value_or(0);
+  for (int track = 1; track <= itemCount; ++track) {
+    const std::optional<int> length = drive.QueryTrackLength(track);
+    all = all && length;
+    trackLength[static_cast<std::size_t>(track - 1)] = length.value_or(0);
+  }
+  return all;
 }
 
 void CCDDevice::OnDiscRemoved() {

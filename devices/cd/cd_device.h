@@ -49,8 +49,10 @@ class CCDDevice : public CDevice {
 
  private:
   bool OpenCdAudio();
+  bool IsWaitedFor();
   void OnModeChange(std::uint32_t mode);
-  void OnDiscInserted();
+  bool OnDiscInserted();
+  bool ReadTracks();
   void OnDiscRemoved();
   void FollowDrive();
   void OnTrackChange(int track);
@@ -63,6 +65,8 @@ class CCDDevice : public CDevice {
   void RegisterDisc();
 
   CdDrive drive;
+  bool ready = false;  // the drive is open and takes our positions
+  int unanswered = 0;  // questions about the disc that it left open, one tick after another
   std::uint32_t lastMode = 0;
   bool mediaPresent = false;
   bool audioDisc = false;                     // while false only Eject and the tray-closing Play act

@@ -10,14 +10,29 @@ MCIERROR CdDrive::SetTimeFormat() {
   return Send(MCI_SET, MCI_SET_TIME_FORMAT, parameters);
 }
 
-bool CdDrive::QueryMediaPresent() { return Query(MCI_STATUS_MEDIA_PRESENT) != 0; }
-bool CdDrive::QueryFirstTrackIsAudio() { return Query(MCI_CDA_STATUS_TYPE_TRACK, 1) == MCI_CDA_TRACK_AUDIO; }
-int CdDrive::QueryTrackCount() {
-  return static_cast<int>(std::min<std::uint32_t>(Query(MCI_STATUS_NUMBER_OF_TRACKS), kMaxTracks));
+std::optional<bool> CdDrive::QueryMediaPresent() {
+  const std::optional<std::uint32_t> answer = Ask(MCI_STATUS_MEDIA_PRESENT);
+  return answer ? std::optional(*answer != 0) : std::nullopt;
 }
-int CdDrive::QueryTrackLength(int track) { return LengthInSeconds(Query(MCI_STATUS_LENGTH, track)); }
-Tmsf CdDrive::QueryPosition() { return Tmsf::Unpack(Query(MCI_STATUS_POSITION)); }
-int CdDrive::QueryCurrentTrack() { return static_cast<int>(Query(MCI_STATUS_CURRENT_TRACK)); }
+
+std::optional<bool> CdDrive::QueryFirstTrackIsAudio() {
+  const std::optional<std::uint32_t> answer = Ask(MCI_CDA_STATUS_TYPE_TRACK, 1);
+  return answer ? std::optional(*answer == MCI_CDA_TRACK_AUDIO) : std::nullopt;
+}
+
+std::optional<int> CdDrive::QueryTrackCount() {
+  const std::optional<std::uint32_t> answer = Ask(MCI_STATUS_NUMBER_OF_TRACKS);
+  return answer ? std::optional(static_cast<int>(std::min<std::uint32_t>(*answer, kMaxTracks)))
+                : std::nullopt;
+}
+
+std::optional<int> CdDrive::QueryTrackLength(int track) {
+  const std::optional<std::uint32_t> answer = Ask(MCI_STATUS_LENGTH, track);
+  return answer ? std::optional(LengthInSeconds(*answer)) : std::nullopt;
+}
+
+Tmsf CdDrive::QueryPosition() { return Tmsf::Unpack(Ask(MCI_STATUS_POSITION).value_or(0)); }
+int CdDrive::QueryCurrentTrack() { return static_cast<int>(Ask(MCI_STATUS_CURRENT_TRACK).value_or(0)); }
 
 MCIERROR CdDrive::Play(int track, HWND notified) {
   MCI_PLAY_PARMS parameters{};

@@ -1,6 +1,8 @@
 // The CD drive as the platform's MCI shows it: what can be asked of a disc with music, and how it is played.
 #pragma once
 
+#include <optional>
+
 #include "devices/cd/tmsf.h"
 #include "devices/mci_drive.h"
 
@@ -14,11 +16,13 @@ class CdDrive : public MciDrive {
   // Positions are track, minutes, seconds, frames from here on.
   MCIERROR SetTimeFormat();
 
-  // Each 0 when the driver does not answer.
-  bool QueryMediaPresent();
-  bool QueryFirstTrackIsAudio();
-  int QueryTrackCount();            // at most kMaxTracks
-  int QueryTrackLength(int track);  // in whole seconds
+  // None when the driver refuses.
+  std::optional<bool> QueryMediaPresent();
+  std::optional<bool> QueryFirstTrackIsAudio();
+  std::optional<int> QueryTrackCount();            // at most kMaxTracks
+  std::optional<int> QueryTrackLength(int track);  // in whole seconds
+
+  // 0 when the driver refuses.
   Tmsf QueryPosition();
   int QueryCurrentTrack();
 

@@ -52,6 +52,9 @@ class CdEngine {
   // A command of `device` that asks for a notification of its own takes the place of its play command's.
   void Supersede(MCIDEVICEID device);
 
+  // How long the drive takes for an answer (ms), as a test may have ordered.
+  std::uint32_t AnswerMs() { return SharedDrive::Turn(drive)->answerMs; }
+
   // What the drive is doing.
   struct Status {
     std::uint32_t mode;  // MCI_MODE_...

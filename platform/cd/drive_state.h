@@ -11,7 +11,7 @@ enum class Transport : std::uint8_t { kStopped, kPlaying, kPaused };
 
 // Plain data: it lies in memory shared between processes and in a file.
 struct DriveState {
-  static constexpr std::uint32_t kVersion = 1;
+  static constexpr std::uint32_t kVersion = 2;
   static constexpr std::size_t kLongestPath = 1024;
 
   std::uint32_t version = kVersion;
@@ -32,6 +32,7 @@ struct DriveState {
   std::uint32_t failNextPlay = 0;   // the code that the next play command fails with
   std::uint32_t notReadyPolls = 0;  // how many more questions for the mode are answered with "not ready"
   std::uint32_t unreadableTrack = 0;
+  std::uint32_t answerMs = 0;  // how long the driver takes for every answer
 
   char image[kLongestPath] = {};  // UTF-8; empty without a disc
 

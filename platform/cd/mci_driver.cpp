@@ -295,10 +295,22 @@ MCIERROR Run(OpenDevice& device, UINT message, DWORD flags, LPARAM parameters) {
   }
 }
 
+// The time that a test lets the drive take for an answer. False when the program, which may do so with its
+// yield procedure, breaks off; the drive then answers at once.
+bool AwaitDrive(MCIDEVICEID device) {
+  const std::uint64_t begun = DriveClock();
+  while (DriveClock() - begun < Engine().AnswerMs()) {
+    if (::mciDriverYield(device) != 0) return false;
+    ::Sleep(20);
+  }
+  return true;
+}
+
 // A command other than PLAY has done its work when it returns; a notification asked for comes at once.
 MCIERROR RunAndNotify(DWORD_PTR id, UINT message, DWORD flags, LPARAM parameters) {
   OpenDevice* device = FindDevice(id);
   if (device == nullptr) return MCIERR_INVALID_DEVICE_ID;
+  if (!AwaitDrive(device->id)) return MCIERR_DEVICE_NOT_READY;
   const MCIERROR code = Run(*device, message, flags, parameters);
   const bool failed = (code & 0xFFFFU) != 0;
   if (message != MCI_PLAY && !failed && (flags & MCI_NOTIFY) != 0 && parameters != 0) {

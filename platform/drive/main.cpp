@@ -39,7 +39,8 @@ constexpr char kUsage[] =
     "qvdrive claim-tracks N         tell this number of tracks instead of the disc's (0: the disc's)\n"
     "qvdrive fail-play [CODE]       let the next play command fail, with an MCI error code\n"
     "qvdrive not-ready N            answer the next N questions for the mode with \"not ready\"\n"
-    "qvdrive unreadable TRACK       make a track of this disc unreadable (0: none)\n";
+    "qvdrive unreadable TRACK       make a track of this disc unreadable (0: none)\n"
+    "qvdrive answer-in MS           let the drive take so long for every answer (0: none)\n";
 
 int Complain(const std::string& text) {
   std::fprintf(stderr, "qvdrive: %s\n", text.c_str());
@@ -135,7 +136,7 @@ struct TestKnob {
 constexpr TestKnob kTestKnobs[] = {
     {"fail-open", &DriveState::failOpens},        {"claim-tracks", &DriveState::claimTracks},
     {"fail-play", &DriveState::failNextPlay},     {"not-ready", &DriveState::notReadyPolls},
-    {"unreadable", &DriveState::unreadableTrack},
+    {"unreadable", &DriveState::unreadableTrack}, {"answer-in", &DriveState::answerMs},
 };
 
 // Does what a test asks of the drive; false when it asks something else.

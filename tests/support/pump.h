@@ -13,7 +13,11 @@ inline bool PumpUntil(const std::function<bool()>& done, DWORD limitMs = 5000) {
   while (!done()) {
     if (::GetTickCount64() >= end) return false;
     MSG message{};
-    while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageA(&message);
+    while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+      ::DispatchMessageA(&message);
+      // Timers come last, and one that takes longer than its period is always due.
+      if (message.message == WM_TIMER) break;
+    }
     ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
   }
   return true;

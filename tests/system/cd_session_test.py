@@ -107,6 +107,19 @@ class CdSession(unittest.TestCase):
         self.assertEqual(STORE.read_bytes(), b"[CD List]\r\nNumber of CDs=1\r\n1=00000500\r\n[00000500]\r\nTitle=\r\nArtist=\r\n"
                                              b"1=Track 01\r\n2=Track 02\r\n3=Track 03\r\nPlaylist=1 2 3 \r\n")
 
+    def test_power_ends_the_program_whether_the_drive_answers_late_or_never(self):
+        CONFIG.write_bytes(b"[QUORVEX]\nLastDevice=3\n[CD]\nAutoPlay=0\n")
+        drive("insert", make_disc(self.remote.folder, [60]))
+        self.addCleanup(drive, "answer-in", 0)
+        for milliseconds in (5000, 4_000_000_000):
+            self.remote.start()
+            self.remote.sees(lambda picture: picture.number(9) == "1")
+            drive("answer-in", milliseconds)
+            time.sleep(0.5)  # it is asked five times a second
+            self.remote.click(POWER)
+            self.assertEqual(self.remote.ended(), 0)
+            drive("answer-in", 0)
+
     def test_the_next_start_finds_the_disc_and_plays_it(self):
         CONFIG.write_bytes(b"[QUORVEX]\nLastDevice=3\n")
         drive("insert", make_disc(self.remote.folder, [60, 60]))

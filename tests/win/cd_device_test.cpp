@@ -1,6 +1,8 @@
 // The CD device over the real MCI and the virtual drive.
 #include "devices/cd/cd_device.h"
 
+#include <thread>
+
 #include "tests/support/cd_panel.h"
 #include "tests/support/message_box.h"
 
@@ -334,6 +336,25 @@ TEST_F(CdDeviceTest, ADriveThatIsNotReadyIsWaitedFor) {
   drive.Set(&DriveState::notReadyPolls, 4);
   Press(kCommandCd);
   EXPECT_TRUE(Until([] { return ShownText() == "Not Ready"; }));
+  EXPECT_TRUE(Until([] { return Second() == 1 && ShownText() == "Track 01"; }));
+}
+
+TEST_F(CdDeviceTest, ADriveThatAnswersLateIsWaitedForAndOneThatNeverDoesIsLeft) {
+  drive.Set(&DriveState::answerMs, 400);
+  drive.Insert({60});
+  Press(kCommandCd);
+  EXPECT_TRUE(PumpUntil([] { return Second() == 1 && State() == PlayState::kPlaying; }, 30000));
+  constexpr std::uint32_t kNever = 0xFFFFFFFF;
+  drive.Set(&DriveState::answerMs, kNever);
+  std::thread user([] {
+    ::Sleep(1000);
+    ::PostMessageA(mainWindow, WM_COMMAND, kCommandCloseDevice, 0);
+  });
+  // Shorter than what a question takes that nobody breaks off.
+  EXPECT_TRUE(PumpUntil([] { return currentDevice == nullptr; }, 9000));
+  user.join();
+  drive.Set(&DriveState::answerMs, 0);
+  Press(kCommandCd);
   EXPECT_TRUE(Until([] { return Second() == 1 && ShownText() == "Track 01"; }));
 }
 
