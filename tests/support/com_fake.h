@@ -1,5 +1,5 @@
 // What fakes of the platform's objects stand on: true reference counts, a common log of the calls, answers
-// given by the test, and a failed test where nobody should call.
+// given by the test, one call of all that fails by its number, and a failed test where nobody should call.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,6 +13,7 @@
 #include <map>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace quorvex {
 
@@ -22,7 +23,22 @@ struct ComScript {
   std::string log;                         // a line for every call
   int alive = 0;                           // fakes that somebody still holds
 
-  [[nodiscard]] HRESULT Answer(const std::string& name) const {
+  // Every call that may fail, by its name, since CountCalls, and what the one of a number (the first is 1) is
+  // answered; none with 0.
+  std::vector<std::string> calls;
+  std::size_t failingCall = 0;
+  HRESULT failure = E_FAIL;
+
+  void CountCalls(std::size_t failing = 0, HRESULT answer = E_FAIL) {
+    calls.clear();
+    failingCall = failing;
+    failure = answer;
+  }
+
+  // The answer to a call.
+  HRESULT Answer(const std::string& name) {
+    calls.push_back(name);
+    if (calls.size() == failingCall) return failure;
     const auto found = answers.find(name);
     return found == answers.end() ? S_OK : found->second;
   }

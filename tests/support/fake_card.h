@@ -27,7 +27,7 @@ struct FakeAttribute {
 };
 
 struct CardScript : ComScript, EventQueue {
-  FakeRenderer renderer;
+  FakeRenderer renderer{"SomeRenderer", this};
   GUID formatType = FORMAT_VideoInfo;
   LONG width = 320;
   LONG height = 240;
@@ -122,6 +122,8 @@ class FakeStreamConfig final : public ComFake<IAMStreamConfig> {
     *type = static_cast<AM_MEDIA_TYPE*>(::CoTaskMemAlloc(sizeof(AM_MEDIA_TYPE)));
     **type = {};
     (*type)->formattype = card.formatType;
+    (*type)->pUnk = this;  // who does not free the format does not let go of this
+    AddRef();
     (*type)->cbFormat = sizeof picture;
     (*type)->pbFormat = static_cast<BYTE*>(::CoTaskMemAlloc(sizeof picture));
     std::memcpy((*type)->pbFormat, &picture, sizeof picture);

@@ -33,7 +33,10 @@ class FakeProperties final : public ComFake<IPropertyBag> {
       : ComFake(itsScript, "", {{{IID_IPropertyBag, "IPropertyBag"}}}), entry(itsEntry) {}
 
   STDMETHODIMP Read(LPCOLESTR property, VARIANT* value, IErrorLog*) override {
-    const wchar_t* const text = property == std::wstring(L"FriendlyName") ? entry.name : entry.id;
+    const bool name = property == std::wstring(L"FriendlyName");
+    const wchar_t* const text = name ? entry.name : entry.id;
+    if (const HRESULT result = script.Answer(name ? "Read name" : "Read class"); FAILED(result))
+      return result;
     if (text == nullptr) return E_INVALIDARG;
     value->vt = VT_BSTR;
     value->bstrVal = ::SysAllocString(text);
@@ -52,12 +55,13 @@ class FakeMoniker final : public ComFake<IMoniker> {
 
   STDMETHODIMP BindToObject(IBindCtx*, IMoniker*, REFIID iid, void** object) override {
     EXPECT_EQ(iid, IID_IBaseFilter);
-    *object = entry.make ? entry.make().Detach() : nullptr;
-    return *object != nullptr ? S_OK : E_FAIL;
+    const HRESULT result = script.Answer("BindToObject");
+    *object = SUCCEEDED(result) && entry.make ? entry.make().Detach() : nullptr;
+    return *object == nullptr && SUCCEEDED(result) ? E_FAIL : result;
   }
   STDMETHODIMP BindToStorage(IBindCtx*, IMoniker*, REFIID iid, void** object) override {
     const auto made = ComPtr<IPropertyBag>::Attach(new FakeProperties(script, entry));
-    return made->QueryInterface(iid, object);
+    return made->QueryInterface(iid, object);  // which may be refused as "IPropertyBag"
   }
   QUORVEX_UNEXPECTED(GetClassID, CLSID*)
   QUORVEX_UNEXPECTED(IsDirty)
@@ -89,13 +93,14 @@ class FakeMonikers final : public ComFake<IEnumMoniker> {
 
   STDMETHODIMP Next(ULONG count, IMoniker** moniker, ULONG*) override {
     EXPECT_EQ(count, 1U);
+    if (const HRESULT result = script.Answer("NextEntry"); FAILED(result)) return result;
     if (next == category.entries.size()) return S_FALSE;
     *moniker = new FakeMoniker(script, category.entries[next++]);
     return S_OK;
   }
   STDMETHODIMP Reset() override {
     next = 0;
-    return S_OK;
+    return script.Answer("ResetEntries");
   }
   QUORVEX_UNEXPECTED(Skip, ULONG)
   QUORVEX_UNEXPECTED(Clone, IEnumMoniker**)

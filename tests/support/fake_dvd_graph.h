@@ -16,13 +16,22 @@ namespace quorvex {
 
 // What the graph has: it outlives the graph.
 struct GraphScript : ComScript, EventQueue {
-  FakeRenderer renderer;
+  FakeRenderer renderer{"SomeRenderer", this};
   long width = 720;
   long height = 480;
+
+  GraphScript() = default;
+  GraphScript(const GraphScript&) = delete;
+  GraphScript& operator=(const GraphScript&) = delete;
+  ~GraphScript() {
+    EXPECT_EQ(alive, 0) << "somebody still holds a part of the graph";
+    EXPECT_EQ(renderer.references, 1U);
+    EXPECT_EQ(unfreedEvents, 0);
+  }
 };
 
-class FakeDvdGraph final : public ComFake<NoGraphBuilder, NoMediaControl, QueuedEvents, NoMediaSeeking,
-                                          NoBasicAudio, NoDispatch<IBasicVideo>> {
+class FakeDvdGraph : public ComFake<NoGraphBuilder, NoMediaControl, QueuedEvents, NoMediaSeeking,
+                                    NoBasicAudio, NoDispatch<IBasicVideo>> {
  public:
   explicit FakeDvdGraph(GraphScript& itsScript)
       : ComFake(itsScript, "graph",
@@ -67,12 +76,14 @@ class FakeDvdGraph final : public ComFake<NoGraphBuilder, NoMediaControl, Queued
 
   // IBasicVideo
   STDMETHODIMP get_VideoWidth(long* width) override {
-    *width = graph.width;
-    return S_OK;
+    const HRESULT result = graph.Answer("get_VideoWidth");
+    if (SUCCEEDED(result)) *width = graph.width;
+    return result;
   }
   STDMETHODIMP get_VideoHeight(long* height) override {
-    *height = graph.height;
-    return S_OK;
+    const HRESULT result = graph.Answer("get_VideoHeight");
+    if (SUCCEEDED(result)) *height = graph.height;
+    return result;
   }
   QUORVEX_UNEXPECTED(get_AvgTimePerFrame, REFTIME*)
   QUORVEX_UNEXPECTED(get_BitRate, long*)
@@ -105,7 +116,7 @@ class FakeDvdGraph final : public ComFake<NoGraphBuilder, NoMediaControl, Queued
   QUORVEX_UNEXPECTED(IsUsingDefaultSource)
   QUORVEX_UNEXPECTED(IsUsingDefaultDestination)
 
- private:
+ protected:
   GraphScript& graph;
 };
 

@@ -37,6 +37,8 @@ class FakePin final : public IPin {
   FakePin* peer = nullptr;
 
   void Join(FakePin& other) {
+    Part();
+    other.Part();
     peer = &other;
     other.peer = this;
   }
@@ -50,10 +52,12 @@ class FakePin final : public IPin {
   STDMETHODIMP_(ULONG) AddRef() override;
   STDMETHODIMP_(ULONG) Release() override;
   STDMETHODIMP ConnectedTo(IPin** pin) override {
-    *pin = peer;
+    const HRESULT result = Answer("ConnectedTo");
+    *pin = SUCCEEDED(result) ? peer : nullptr;
+    if (FAILED(result)) return result;
     if (peer == nullptr) return VFW_E_NOT_CONNECTED;
     peer->AddRef();
-    return S_OK;
+    return result;
   }
   STDMETHODIMP QueryPinInfo(PIN_INFO* info) override;
   QUORVEX_UNEXPECTED(Connect, IPin*, const AM_MEDIA_TYPE*)
@@ -69,6 +73,9 @@ class FakePin final : public IPin {
   QUORVEX_UNEXPECTED(BeginFlush)
   QUORVEX_UNEXPECTED(EndFlush)
   QUORVEX_UNEXPECTED(NewSegment, REFERENCE_TIME, REFERENCE_TIME, double)
+
+ private:
+  [[nodiscard]] HRESULT Answer(const char* name) const;
 };
 
 class FakePinList final : public ComFake<IEnumPins> {
@@ -78,6 +85,7 @@ class FakePinList final : public ComFake<IEnumPins> {
 
   STDMETHODIMP Next(ULONG count, IPin** pin, ULONG*) override {
     EXPECT_EQ(count, 1U);
+    if (const HRESULT result = script.Answer("NextPin"); FAILED(result)) return result;
     if (next == pins.size()) return S_FALSE;
     *pin = pins[next++].get();
     (*pin)->AddRef();
@@ -114,9 +122,11 @@ class FakeFilter final : public ComFake<IBaseFilter> {
     return other ? other->QueryInterface(iid, object) : ComFake::QueryInterface(iid, object);
   }
   STDMETHODIMP EnumPins(IEnumPins** list) override {
-    *list = new FakePinList(script, pins);
-    return S_OK;
+    const HRESULT result = Answer("EnumPins");
+    *list = SUCCEEDED(result) ? new FakePinList(script, pins) : nullptr;
+    return result;
   }
+  HRESULT Answer(const char* call) { return script.Answer(call); }
   QUORVEX_UNEXPECTED(GetClassID, CLSID*)
   QUORVEX_UNEXPECTED(Stop)
   QUORVEX_UNEXPECTED(Pause)
@@ -133,12 +143,15 @@ class FakeFilter final : public ComFake<IBaseFilter> {
 inline std::string FakePin::Name() const { return std::string(filter.name) + '.' + facts.name; }
 inline ULONG FakePin::AddRef() { return filter.AddRef(); }
 inline ULONG FakePin::Release() { return filter.Release(); }
+inline HRESULT FakePin::Answer(const char* name) const { return filter.Answer(name); }
 inline HRESULT FakePin::QueryPinInfo(PIN_INFO* info) {
+  const HRESULT result = Answer("QueryPinInfo");
+  if (FAILED(result)) return result;
   filter.AddRef();
   info->pFilter = &filter;
   info->dir = facts.direction;
   ::MultiByteToWideChar(CP_ACP, 0, facts.name, -1, info->achName, MAX_PIN_NAME);
-  return S_OK;
+  return result;
 }
 
 }  // namespace quorvex

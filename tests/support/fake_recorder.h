@@ -64,6 +64,8 @@ class FakeSoundConfig final : public ComFake<IAMStreamConfig> {
     *type = static_cast<AM_MEDIA_TYPE*>(::CoTaskMemAlloc(sizeof(AM_MEDIA_TYPE)));
     **type = {};
     (*type)->formattype = FORMAT_WaveFormatEx;
+    (*type)->pUnk = this;  // who does not free the format does not let go of this
+    AddRef();
     (*type)->cbFormat = sizeof sound;
     (*type)->pbFormat = static_cast<BYTE*>(::CoTaskMemAlloc(sizeof sound));
     std::memcpy((*type)->pbFormat, &sound, sizeof sound);
@@ -86,11 +88,11 @@ class FakeFrameCounts final : public ComFake<IAMDroppedFrames> {
 
   STDMETHODIMP GetNumNotDropped(LONG* number) override {
     *number = card.framesCaptured;
-    return S_OK;
+    return card.Answer("GetNumNotDropped");
   }
   STDMETHODIMP GetNumDropped(LONG* number) override {
     *number = card.framesDropped;
-    return S_OK;
+    return card.Answer("GetNumDropped");
   }
   QUORVEX_UNEXPECTED(GetDroppedInfo, LONG, LONG*, LONG*)
   QUORVEX_UNEXPECTED(GetAverageFrameSize, LONG*)
@@ -106,7 +108,7 @@ class FakeMuxPosition final : public ComFake<NoMediaSeeking> {
 
   STDMETHODIMP GetCurrentPosition(LONGLONG* time) override {
     *time = card.recorded;
-    return S_OK;
+    return card.Answer("GetCurrentPosition");
   }
 
  private:
@@ -119,7 +121,7 @@ inline ComPtr<FakeFilter> MakeMultiplexer(CardScript& card) {
       new FakeFilter(card, "mux", {{"First", PINDIR_INPUT}, {"Second", PINDIR_INPUT}}));
   mux->beside = [&card](REFIID iid) -> ComPtr<IUnknown> {
     if (iid == IID_IMediaSeeking) return ComPtr<IUnknown>::Attach(new FakeMuxPosition(card));
-    if (iid != IID_IConfigAviMux || FAILED(card.Answer("IConfigAviMux"))) return nullptr;
+    if (iid != IID_IConfigAviMux) return nullptr;
     return ComPtr<IUnknown>::Attach(new FakeMuxSettings(card));
   };
   return mux;

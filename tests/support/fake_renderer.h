@@ -15,8 +15,9 @@ namespace quorvex {
 
 class FakeRenderer final : public NoDispatch<IVideoWindow> {
  public:
-  // `className`: what the window's class is called.
-  explicit FakeRenderer(const char* className = "SomeRenderer") {
+  // `className`: what the window's class is called. `itsScript`: what its calls are answered; none: success.
+  explicit FakeRenderer(const char* className = "SomeRenderer", ComScript* itsScript = nullptr)
+      : script(itsScript) {
     WNDCLASSA look{};
     look.lpfnWndProc = ::DefWindowProcA;
     look.lpszClassName = className;
@@ -35,27 +36,33 @@ class FakeRenderer final : public NoDispatch<IVideoWindow> {
   int placed = 0;
 
   STDMETHODIMP put_WindowStyle(LONG windowStyle) override {
-    style = windowStyle;
-    return S_OK;
+    const HRESULT result = Answer("put_WindowStyle");
+    if (SUCCEEDED(result)) style = windowStyle;
+    return result;
   }
   STDMETHODIMP put_Owner(OAHWND owner) override {
+    const HRESULT result = Answer("put_Owner");
+    if (FAILED(result)) return result;
     ::SetWindowLongA(window, GWL_STYLE, owner != 0 ? WS_CHILD : WS_POPUP);
     ::SetParent(window, reinterpret_cast<HWND>(owner));
     ::ShowWindow(window, SW_SHOWNA);
-    return S_OK;
+    return result;
   }
   STDMETHODIMP put_MessageDrain(OAHWND to) override {
-    drain = reinterpret_cast<HWND>(to);
-    return S_OK;
+    const HRESULT result = Answer("put_MessageDrain");
+    if (SUCCEEDED(result)) drain = reinterpret_cast<HWND>(to);
+    return result;
   }
   STDMETHODIMP SetWindowPosition(LONG left, LONG top, LONG width, LONG height) override {
+    const HRESULT result = Answer("SetWindowPosition");
+    if (FAILED(result)) return result;
     place = {left, top, left + width, top + height};
     ++placed;
     ::MoveWindow(window, left, top, width, height, TRUE);
-    return S_OK;
+    return result;
   }
 
-  STDMETHODIMP put_Visible(LONG) override { return S_OK; }
+  STDMETHODIMP put_Visible(LONG) override { return Answer("put_Visible"); }
 
   // It lives as long as its test, which holds one reference.
   ULONG references = 1;
@@ -98,6 +105,13 @@ class FakeRenderer final : public NoDispatch<IVideoWindow> {
   QUORVEX_UNEXPECTED(GetRestorePosition, LONG*, LONG*, LONG*, LONG*)
   QUORVEX_UNEXPECTED(HideCursor, LONG)
   QUORVEX_UNEXPECTED(IsCursorHidden, LONG*)
+
+ private:
+  [[nodiscard]] HRESULT Answer(const char* name) const {
+    return script == nullptr ? S_OK : script->Answer(name);
+  }
+
+  ComScript* script;
 };
 
 }  // namespace quorvex

@@ -33,6 +33,10 @@ class FakeCaptureGraph final : public ComFake<NoGraphBuilder, NoMediaControl, No
         card(itsCard) {}
 
   EventQueue& Queue() override { return card; }
+  STDMETHODIMP SetNotifyWindow(OAHWND window, long, LONG_PTR) override {
+    EXPECT_TRUE(window == 0 || window == reinterpret_cast<OAHWND>(mainWindow));
+    return script.Answer("SetNotifyWindow");
+  }
 
   STDMETHODIMP Run() override { return script.Call("Run"); }
   STDMETHODIMP Pause() override { return script.Call("Pause"); }
@@ -46,10 +50,11 @@ class FakeCaptureGraph final : public ComFake<NoGraphBuilder, NoMediaControl, No
   }
   // What is still connected to it, as other inputs of a multiplexer, is disconnected by the platform.
   STDMETHODIMP RemoveFilter(IBaseFilter* filter) override {
-    script.Call("Remove " + NameOf(filter));
+    const HRESULT result = script.Call("Remove " + NameOf(filter));
+    if (FAILED(result)) return result;
     for (const auto& pin : static_cast<FakeFilter*>(filter)->pins) pin->Part();
     std::erase_if(filters, [filter](const auto& held) { return held.Get() == filter; });
-    return S_OK;
+    return result;
   }
   STDMETHODIMP ConnectDirect(IPin* output, IPin* input, const AM_MEDIA_TYPE* type) override {
     EXPECT_EQ(type, nullptr);
@@ -58,9 +63,9 @@ class FakeCaptureGraph final : public ComFake<NoGraphBuilder, NoMediaControl, No
     return result;
   }
   STDMETHODIMP Disconnect(IPin* pin) override {
-    script.Call("Disconnect", AsPin(pin).Name());
-    AsPin(pin).Part();
-    return S_OK;
+    const HRESULT result = script.Call("Disconnect", AsPin(pin).Name());
+    if (SUCCEEDED(result)) AsPin(pin).Part();
+    return result;
   }
   STDMETHODIMP Render(IPin* pin) override {
     const HRESULT result = script.Call("Render " + AsPin(pin).Name());
@@ -251,20 +256,19 @@ class FakeTv final : public CardScript {
                            {"Tuner", PINDIR_INPUT}})();
   }
   template <typename Made>
-  HRESULT Create(const char* name, const Made& make, REFIID iid, void** object) {
-    if (const HRESULT result = Answer(std::string("Create ") + name); FAILED(result)) return result;
-    const auto made = ComPtr<IUnknown>::Attach(make());
-    return made->QueryInterface(iid, object);
+  HRESULT Create(const char* name, const Made& make, void** object) {
+    const HRESULT result = Answer(std::string("Create ") + name);
+    if (SUCCEEDED(result)) *object = make();
+    return result;
   }
   FakeClass::Creator Creates(const char* name, std::function<IUnknown*()> make) {
-    return [this, name, make](REFIID iid, void** object) { return Create(name, make, iid, object); };
+    return [this, name, make](REFIID, void** object) { return Create(name, make, object); };
   }
   IUnknown* MakeLineDecoder() {
     auto* const decoder = new FakeFilter(*this, "line21", {{"In", PINDIR_INPUT}, {"Out", PINDIR_OUTPUT}});
-    if (Answer("IID_IAMLine21Decoder") == S_OK)
-      decoder->beside = [this](REFIID iid) {
-        return iid == kIidLine21Decoder ? ComPtr<IUnknown>::Attach(new FakeCaptions(*this)) : nullptr;
-      };
+    decoder->beside = [this](REFIID iid) {
+      return iid == kIidLine21Decoder ? ComPtr<IUnknown>::Attach(new FakeCaptions(*this)) : nullptr;
+    };
     return decoder;
   }
 

@@ -28,10 +28,6 @@ class QueuedEvents : public NoDispatch<IMediaEventEx> {
   // Outlives the graph.
   virtual EventQueue& Queue() = 0;
 
-  STDMETHODIMP SetNotifyWindow(OAHWND window, long, LONG_PTR) override {
-    EXPECT_TRUE(window == 0 || window == reinterpret_cast<OAHWND>(mainWindow));
-    return S_OK;
-  }
   STDMETHODIMP GetEvent(long* code, LONG_PTR* first, LONG_PTR* second, long limit) override {
     EXPECT_EQ(limit, 0);
     EventQueue& queue = Queue();

@@ -142,6 +142,23 @@ TEST_F(TvPlayerTest, ABadCardEndsWell) {
   }
 }
 
+TEST_F(TvPlayerTest, ACardThatNeverSendsAPictureTakesItsKeysAndCanBeClosed) {
+  cards->slowFrames = 0xFFFFFFFF;
+  const ULONGLONG begun = ::GetTickCount64();
+  Open("[TV]\r\nLastChannel=5\r\n");
+  for (const int command :
+       {kCommandUp, kCommandVideoInput, kCommandPause, kCommandFullScreen, kCommandFullScreen}) {
+    Press(command);
+    PumpFor(50);
+  }
+  Press(kCommandCloseDevice);
+  EXPECT_EQ(currentDevice, nullptr);
+  EXPECT_LT(::GetTickCount64() - begun, 20'000U);
+  cards->slowFrames = 0;
+  Open("[TV]\r\nLastChannel=5\r\n");
+  EXPECT_TRUE(Shows(0, 5));
+}
+
 TEST_F(TvPlayerTest, ARouteThatIsRefusedIsSaid) {
   Open("[TV]\r\nLastChannel=5\r\n");
   cards->refuseRoute = 1;
