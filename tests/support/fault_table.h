@@ -47,15 +47,19 @@ class FaultTable {
   // The codes that calls fail with, in turn.
   std::vector<HRESULT> codes{E_FAIL, E_NOTIMPL, E_OUTOFMEMORY, E_NOINTERFACE};
 
-  // With every call failing once, and without any fault after each.
+  // With every call failing once, and after the first call of each name without any fault.
   void Run() {
     const std::vector<std::string> whole = CallsWithout();
+    std::set<std::string> again;
     ASSERT_FALSE(whole.empty());
+    testing::Test::RecordProperty("calls", static_cast<int>(whole.size()));
     for (std::size_t number = 1; number <= whole.size(); ++number) {
       SCOPED_TRACE("call " + std::to_string(number) + " of " + std::to_string(whole.size()) + ": " +
                    whole[number - 1]);
       Fail(number, whole);
-      EXPECT_EQ(CallsWithout(), whole) << "a fault has left something";
+      if (again.insert(whole[number - 1]).second) {
+        EXPECT_EQ(CallsWithout(), whole) << "a fault has left something";
+      }
       if (testing::Test::HasFatalFailure()) return;
     }
     for (const FaultRow& row : rows) EXPECT_TRUE(met.count(row.call) != 0) << "nobody calls " << row.call;

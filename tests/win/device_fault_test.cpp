@@ -10,8 +10,9 @@
 #include "tests/support/fake_media.h"
 #include "tests/support/fault_table.h"
 #include "tests/support/mci_calls.h"
-#include "tests/support/message_box.h"
 #include "tests/support/tv_panel.h"
+
+extern "C" decltype(&::DialogBoxParamA) __imp_DialogBoxParamA;
 
 namespace quorvex {
 namespace {
@@ -232,7 +233,15 @@ TEST_F(CdFaultTest, EveryCommandUntilADiscPlays) {
   table.Run();
 }
 
-using TvFaultTest = FaultTest<TvTest>;
+// The user confirms every recording.
+class TvFaultTest : public FaultTest<TvTest> {
+ protected:
+  void OpenWithFile() { Open("[CAPTURE]\r\nCaptureFile=C:\\tape.avi\r\n"); }
+
+ private:
+  ImportHook<decltype(&::DialogBoxParamA)> confirmed{
+      __imp_DialogBoxParamA, [](HINSTANCE, LPCSTR, HWND, DLGPROC, LPARAM) -> INT_PTR { return 1; }};
+};
 
 TEST_F(TvFaultTest, EveryCallOfOpeningACard) {
   const char* const noPicture = "The capture device has no picture";
@@ -278,38 +287,64 @@ TEST_F(TvFaultTest, EveryCallOfOpeningACard) {
 }
 
 TEST_F(TvFaultTest, EveryCallFromTheRecordKeyToTheRecording) {
-  const MessageBoxAnswerer confirms;  // the boxes are noted and never shown
+  FaultTable table(tv,
+                   {
+                       Fails("SetOutputFileName", "Cannot set capture file."),
+                       Opens("SetMasterStream", "SetMasterStream failed!"),
+                       Fails("Render card", "Cannot render video capture stream."),
+                       Opens("RenderStream", "This graph cannot preview!"),
+                       Fails("Render line", "Cannot render audio capture stream."),
+                       Fails("Find card IVideoWindow", "This graph cannot preview properly."),
+                       Opens("SetFormat", "Error: Cannot set frame rate for preview."),
+                       Fails("IID_IMediaControl", "IID_IMediaControl"),
+                       Opens("IID_IBasicAudio", "IID_IBasicAudio"),
+                       Fails("Run", "Error 80004005: Cannot start graph"),
+                   },
+                   {[] { Press(kCommandRecord); },
+                    [&](const FaultRow& row) {
+                      ASSERT_NE(currentDevice, nullptr);
+                      const bool records = row.outcome == kOpens;
+                      EXPECT_EQ(currentDevice->recording, records);
+                      EXPECT_EQ(IsLit(kCommandRecord), records);
+                      EXPECT_EQ(Shown(kRecordLamp), records ? 1 : 0);
+                      EXPECT_EQ(ShownText(), records ? "C:\\tape.avi" : "");
+                      EXPECT_TRUE(records || tv.calls.back() == "Run") << "the preview is not back";
+                      const bool written = tv.log.find("gone mux\n") != std::string::npos;
+                      EXPECT_EQ(written, !records && row.call != std::string("SetOutputFileName"))
+                          << "what would write is still in the graph";
+                      Press(kCommandStop);
+                      EXPECT_FALSE(currentDevice->recording);
+                    },
+                    [&] { Close(tv, tv.renderer); }, [&] { OpenWithFile(); }});
+  table.codes = {E_FAIL};
+  table.Run();
+}
+
+// The file is ended, the preview built again, and then everything is taken down.
+TEST_F(TvFaultTest, EveryCallOfClosingACardThatRecords) {
+  const char* const noCaptions = "This graph cannot CC!";
   FaultTable table(
       tv,
       {
-          Fails("SetOutputFileName", "Cannot set capture file."),
-          Opens("SetMasterStream", "SetMasterStream failed!"),
-          Fails("Render card", "Cannot render video capture stream."),
+          Opens("Stop #1", "Stop"),
           Opens("RenderStream", "This graph cannot preview!"),
-          Fails("Render line", "Cannot render audio capture stream."),
-          Fails("Find card IVideoWindow", "This graph cannot preview properly."),
-          Opens("SetFormat", "Error: Cannot set frame rate for preview."),
-          Fails("IID_IMediaControl", "IID_IMediaControl"),
+          Opens("Find card IVideoWindow", "This graph cannot preview properly"),
+          Opens("SetFormat", "Error: Cannot set frame rate for preview"),
+          Opens("BindToObject", "Cannot bind to object"),
+          {"EnumPins", kOpens, Box(noCaptions), "", false},
+          {"NextPin", kOpens, Box(noCaptions), "", false},
+          {"QueryPinInfo", kOpens, Box(noCaptions), "", false},
+          Opens("Render line21.Out", noCaptions),
+          Opens("Connect card.VPVBI", noCaptions),
+          Opens("IID_IMediaControl", "IID_IMediaControl"),
           Opens("IID_IBasicAudio", "IID_IBasicAudio"),
-          Fails("Run", "Error 80004005: Cannot start graph"),
       },
-      {[] { Press(kCommandRecord); },
-       [&](const FaultRow& row) {
-         ASSERT_NE(currentDevice, nullptr);
-         const bool records = row.outcome == kOpens;
-         EXPECT_EQ(currentDevice->recording, records);
-         EXPECT_EQ(IsLit(kCommandRecord), records);
-         EXPECT_EQ(Shown(kRecordLamp), records ? 1 : 0);
-         EXPECT_EQ(ShownText(), records ? "C:\\tape.avi" : "");
-         EXPECT_TRUE(records || tv.calls.back() == "Run") << "the preview is not back";
-         const bool written = tv.log.find("gone mux\n") != std::string::npos;
-         EXPECT_EQ(written, !records && row.call != std::string("SetOutputFileName"))
-             << "what would write is still in the graph";
-         Press(kCommandStop);
-         EXPECT_FALSE(currentDevice->recording);
-       },
-       [&] { Close(tv, tv.renderer); }, [&] { Open("[CAPTURE]\r\nCaptureFile=C:\\tape.avi\r\n"); }});
-  table.codes = {E_FAIL};
+      {[] { Press(kCommandCloseDevice); }, [&](const FaultRow&) { Close(tv, tv.renderer); }, [] {},
+       [&] {
+         OpenWithFile();
+         Press(kCommandRecord);
+         ASSERT_TRUE(currentDevice->recording);
+       }});
   table.Run();
 }
 
