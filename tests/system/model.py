@@ -86,7 +86,7 @@ class Model(User):
         tops = self.hand.tops()
         self.seen[state["device"], state.get("state"), state.get("recording")] += 1
         asks = any(window.kind == DIALOG and window.visible for window in tops)
-        broken = [*invariants.of_lamps(state, asks), *invariants.of_items(state, self.world.tracks_for_sure()), *invariants.of_windows(state, tops)]
+        broken = [*invariants.of_lamps(state, asks), *invariants.of_items(state, self.world.tracks_unlike), *invariants.of_windows(state, tops)]
         panel = invariants.panel_to_look_at(tops) if self.number % 5 == 0 and not broken else None
         return [*broken, *(invariants.of_painting(state, panel) if panel else ())]
 

@@ -11,7 +11,7 @@ from model import Model
 from user import HOUR, Broken
 
 # Seed, first command, how many: a stream, and where longer ones have found faults.
-SHORT = ((1, 0, 165), (1, 310, 30), (2, 540, 30), (2, 1200, 30))
+SHORT = ((1, 0, 165), (1, 310, 25), (2, 545, 20), (2, 1205, 20), (4, 3970, 15), (7, 3695, 15), (8, 1050, 15))
 
 
 def play(streams, limit_ms=500):
