@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <utility>
+
 #include "devices/audio_adjustment.h"
 #include "devices/current_device.h"
 #include "devices/shared_state.h"
@@ -9,12 +11,13 @@
 #include "panel/main_window.h"
 #include "panel/status_display.h"
 #include "setup/setup_sheet.h"
-#include "shell/lifecycle.h"
 #include "shell/settings.h"
 #include "video/video_window.h"
 
 namespace quorvex {
 namespace {
+
+bool closeAwaited = false;  // the panel is to close after a dialog
 
 using DeviceOperation = bool (CDevice::*)();
 
@@ -69,6 +72,13 @@ void HidePlayer() {
   ::DefDlgProcA(mainWindow, WM_SYSCOMMAND, SC_MINIMIZE, 0);
 }
 
-void Power() { ClosePanel(); }
+void Power() {
+  closeAwaited = ::IsWindowEnabled(mainWindow) == FALSE;
+  if (!closeAwaited) ::DestroyWindow(mainWindow);
+}
+
+void OnPanelEnabled() {
+  if (std::exchange(closeAwaited, false)) ::PostMessageA(mainWindow, WM_CLOSE, 0, 0);
+}
 
 }  // namespace quorvex

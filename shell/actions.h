@@ -20,6 +20,11 @@ void Setup();
 
 void ToggleFullScreen();
 void HidePlayer();
+
+// The panel closes: at once or, while a dialog is open, after that, for what has opened the dialog goes on
+// then.
 void Power();
+// A dialog has been closed: the panel takes keys again.
+void OnPanelEnabled();
 
 }  // namespace quorvex

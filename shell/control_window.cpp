@@ -11,6 +11,7 @@
 #include "panel/panel_accessibility.h"
 #include "panel/skin.h"
 #include "panel/status_display.h"
+#include "shell/actions.h"
 #include "shell/command_table.h"
 #include "shell/lifecycle.h"
 #include "shell/open_files.h"
@@ -58,7 +59,7 @@ LRESULT CALLBACK ControlWindowProcedure(HWND window, UINT message, WPARAM wParam
     case WM_CREATE: return LoadSkinBitmaps() ? 0 : -1;
     case WM_DESTROY: ShutDown(); return 0;
     case WM_PAINT: OnPaint(window); return 0;
-    case WM_CLOSE: ClosePanel(); return 0;
+    case WM_CLOSE: Power(); return 0;
     case WM_ENABLE:
       if (wParam != FALSE) OnPanelEnabled();
       break;

@@ -1,7 +1,5 @@
 #include "shell/lifecycle.h"
 
-#include <utility>
-
 #include "devices/current_device.h"
 #include "devices/shared_state.h"
 #include "mixer/mixer.h"
@@ -21,8 +19,7 @@ constexpr UINT kLampTestMs = 500;
 constexpr UINT kClockPeriodMs = 300;
 constexpr char kVersionText[] = "ver 04.09.1999";
 
-bool started = false;       // the lamp test is over
-bool closeAwaited = false;  // the panel is to close after a dialog
+bool started = false;  // the lamp test is over
 
 void StartLastDevice() {
   switch (currentDeviceType) {
@@ -67,15 +64,6 @@ void OnHandedOver() {
 
 void TickClock() {
   if (!currentDevice || (currentDeviceType == DeviceType::kTv && !currentDevice->recording)) ShowClock();
-}
-
-void ClosePanel() {
-  closeAwaited = ::IsWindowEnabled(mainWindow) == FALSE;
-  if (!closeAwaited) ::DestroyWindow(mainWindow);
-}
-
-void OnPanelEnabled() {
-  if (std::exchange(closeAwaited, false)) ::PostMessageA(mainWindow, WM_CLOSE, 0, 0);
 }
 
 void ShutDown() {

@@ -21,12 +21,6 @@ void TickClock();
 // Files were handed over: they are played now, or when the lamp test is over.
 void OnHandedOver();
 
-// The panel closes: at once or, while a dialog is open, after that, for what has opened the dialog goes on
-// then.
-void ClosePanel();
-// A dialog has been closed: the panel takes keys again.
-void OnPanelEnabled();
-
 // The panel goes: settings are saved, the device closed, the message loop ended.
 void ShutDown();
 

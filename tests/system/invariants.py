@@ -55,15 +55,15 @@ def of_lamps(state, asks):
         yield f"lamps {sorted(lit)}, not {sorted(wanted)}"
 
 
-def of_items(state, disc_tracks):
-    """`disc_tracks`: of the audio disc that lies in the closed drive for some time; none when that is not so."""
+def of_items(state, tracks_unlike):
+    """`tracks_unlike`: answers how many tracks there are when there are not so many as a CD player tells."""
     device, item, items = state["device"], int(state.get("item", 0)), int(state.get("items", 0))
     if items and not (1 if device in ("cd", "file") else 0) <= item <= items:
         yield f"item {item} of {items}"
     if items > 1000:
         yield f"{items} items"
-    if device == "cd" and disc_tracks is not None and items != disc_tracks:
-        yield f"{items} tracks of a disc of {disc_tracks}"
+    if device == "cd" and (tracks := tracks_unlike(items)):
+        yield f"{items} tracks of a disc of {tracks}"
     if device == "tv" and "channel" in state and not 0 <= int(state["channel"]) <= 125:
         yield f"channel {state['channel']}"
 

@@ -1,9 +1,11 @@
 """A busy session of the program in which every store is written, rehearsed once and then killed anywhere in it.
 
-The rehearsal notes what the stores hold after each operation, and whatever else they hold meanwhile. A killed session begins with the same stores, so
-each store must hold what it held in the rehearsal at that operation: the old or the new content, byte for byte.
+The rehearsal notes what the stores hold after each operation, and what else they are seen to hold meanwhile. A killed session begins with the same
+stores, so each store must hold what it held in the rehearsal at that operation: the old or the new content, byte for byte. An operation may change a
+store in two steps of which nobody saw the first: then all that the old and the new content have in common is there, and no line of neither.
 """
 
+import collections
 import os
 import signal
 import threading
@@ -29,6 +31,17 @@ def large_store(count):
     discs = "".join(f"[A{disc:07}]\r\nTitle=\r\nArtist=\r\n{titles}Playlist={playlist}\r\n" for disc in range(1, count + 1))
     places = "".join(f"{disc}=A{disc:07}\r\n" for disc in range(1, count + 1))
     return f"[CD List]\r\nNumber of CDs={count}\r\n{places}{discs}"
+
+
+def is_whole(content, seen):
+    """`seen`: what the store held at this operation in the rehearsal."""
+    if content in seen:
+        return True
+    versions = [collections.Counter(version.splitlines(True)) for version in seen]
+    lines, kept = collections.Counter(content.splitlines(True)), versions[0].copy()
+    for version in versions:
+        kept &= version
+    return not kept - lines and all(any(line in version for version in versions) for line in lines)
 
 
 def held():
@@ -159,12 +172,12 @@ class Session(Player):
     # The rehearsal and the killed sessions
 
     def begin(self):
-        """The first stores and drive, with the program running: it reads them when it needs them."""
+        """The first stores; a program that runs reads them when it needs them."""
         for name, content in self.first.items():
             (WINDOWS / name).write_bytes(content)
-        empty_drive()
 
     def rehearse(self):
+        empty_drive()
         drive("card", "on")
         self.begin()
         self.start()

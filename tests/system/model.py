@@ -10,10 +10,10 @@ import time
 
 import invariants
 import processes
-from hand import DIALOG, MENU, WM_KEYDOWN
+from hand import DIALOG, MENU
 from invariants import OSD, VIDEO
 from remote import ROOT, WINDOWS, drive, empty_drive
-from user import CALM, CANCEL, CLOSE_DEVICE, NO, OK, WILD, Broken, User
+from user import CALM, CLOSE_DEVICE, WILD, Broken, User
 from world import windows_path
 
 
@@ -86,24 +86,18 @@ class Model(User):
         tops = self.hand.tops()
         self.seen[state["device"], state.get("state"), state.get("recording")] += 1
         asks = any(window.kind == DIALOG and window.visible for window in tops)
-        broken = [*invariants.of_lamps(state, asks), *invariants.of_items(state, self.world.tracks_for_sure()), *invariants.of_windows(state, tops)]
+        broken = [*invariants.of_lamps(state, asks), *invariants.of_items(state, self.world.tracks_unlike), *invariants.of_windows(state, tops)]
         panel = invariants.panel_to_look_at(tops) if self.number % 5 == 0 and not broken else None
         return [*broken, *(invariants.of_painting(state, panel) if panel else ())]
 
     def rest(self):
         """Leaves dialogs and device, as a user who is done; returns what the program holds then."""
         for _ in range(60):
-            if menu := self.menu():
-                self.hand.post(menu, WM_KEYDOWN, 0x1B)
-            elif dialogs := self.dialogs():
-                self.leave(dialogs[0])
-            elif self.hand.press(CLOSE_DEVICE)[0] == 1 and self.hand.look().get("device") == "none":
+            self.leave_dialogs()
+            if self.hand.press(CLOSE_DEVICE)[0] == 1 and self.hand.look().get("device") == "none":
                 break
-            self.hand.settle()
         time.sleep(1)  # a sound device is closed on threads of its own
-        wakes = processes.wakes(self.process)
-        time.sleep(1)
-        wakes = processes.wakes(self.process) - wakes
+        wakes = min(self.wakes_of_a_second() for _ in range(3))
         state, tops = self.hand.look(), self.hand.tops()
         left = [window for window in tops if window.kind in (VIDEO, OSD, DIALOG, MENU)]
         if left or state.get("device") != "none":
@@ -113,6 +107,7 @@ class Model(User):
         return {"private MB": round(processes.private_megabytes(self.process), 2), "handles": counts["handles"], "drawing objects": counts["drawing"],
                 "windows": len(tops), "wakes a second": wakes, "threads": len(list((self.process / "task").iterdir())), "files": len(list((self.process / "fd").iterdir()))}
 
-    def leave(self, dialog):
-        keys = {control.id for control in self.hand.inner(dialog) if control.kind == "Button" and control.enabled}
-        self.hand.choose(dialog, next((key for key in (CANCEL, NO, OK) if key in keys), CANCEL))
+    def wakes_of_a_second(self):
+        before = processes.wakes(self.process)
+        time.sleep(1)
+        return processes.wakes(self.process) - before

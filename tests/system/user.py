@@ -197,6 +197,7 @@ class User(Player):
         """Power, or the system's wish, which comes also while a dialog is open."""
         if chance.random() < 0.3:
             self.hand.post(self.panel(), WM_CLOSE)
+            self.leave_dialogs()  # the panel closes after them
             how = "closed"
         else:
             how = "power"
@@ -206,6 +207,20 @@ class User(Player):
         return how
 
     # Menus and dialogs
+
+    def leave_dialogs(self):
+        for _ in range(60):
+            if menu := self.menu():
+                self.hand.post(menu, WM_KEYDOWN, 0x1B)
+            elif dialogs := self.dialogs():
+                self.leave(dialogs[0])
+            else:
+                return
+            self.hand.settle()
+
+    def leave(self, dialog):
+        keys = {control.id for control in self.hand.inner(dialog) if control.kind == "Button" and control.enabled}
+        self.hand.choose(dialog, next((key for key in (CANCEL, NO, OK) if key in keys), CANCEL))
 
     def use_menu(self, chance, menu):
         keys = chance.choice(((0x1B,), (0x28,), (0x26,), (0x28, 0x0D), (0x28, 0x28, 0x0D), (0x28, 0x27, 0x28, 0x0D)))
