@@ -90,6 +90,7 @@ class Session(Player):
 
     def is_over(self, dialog):
         self.until(lambda: all(window.handle != dialog.handle for window in self.hand.tops()))
+        self.hand.settle()  # what follows the dialog is done
 
     def ask(self, command, caption):
         self.until(lambda: self.hand.press(command)[0] == 1)
@@ -191,10 +192,10 @@ class Session(Player):
                 operation()
             except Killed:
                 assert operation == self.end
-            took = time.monotonic() - begin
-            over.set()
-            watcher.join()
-            self.moments.append((took, seen))
+            finally:
+                over.set()
+                watcher.join()
+            self.moments.append((time.monotonic() - begin, seen))
 
     @staticmethod
     def watch(seen, over):
@@ -220,11 +221,20 @@ class Session(Player):
         killer.join()
         self.remote.process.wait(10)
 
+    @staticmethod
+    def fresh():
+        """The files that stores are being written to, or were when an earlier program was killed: each with its time."""
+        found = set()
+        for name in STORES:
+            try:
+                found.add((name, (WINDOWS / f"{name}.new").stat().st_mtime_ns))
+            except FileNotFoundError:
+                continue
+        return found
+
     def kill(self, moment, later, end):
-        fresh = [WINDOWS / f"{name}.new" for name in STORES]
-        for path in fresh:
-            path.unlink(missing_ok=True)
-        while time.monotonic() < (moment or end) and (moment or not any(path.exists() for path in fresh)):
+        before = self.fresh()
+        while time.monotonic() < (moment or end) and (moment or self.fresh() <= before):
             pass
         if moment is None:
             time.sleep(later)

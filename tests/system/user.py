@@ -59,6 +59,7 @@ class User(Player):
 
     def close(self):
         super().close()
+        self.world.mend()
         empty_drive()
         drive("card", "off")
 

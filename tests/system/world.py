@@ -34,6 +34,14 @@ class World:
             self.tracks = self.discs[words[1]]
         drive(*words)
 
+    @staticmethod
+    def mend():
+        """Takes the faults of drive and cards away again."""
+        for knob in ("fail-open", "fail-play", "not-ready"):
+            drive(knob, 0)
+        for fault in CARD_FAULTS:
+            drive("card", "fault", fault, 0)
+
     def tracks_unlike(self, items):
         """How many tracks the audio disc in the closed drive has when a CD player tells another number; none when it is right."""
         if items == self.tracks:
