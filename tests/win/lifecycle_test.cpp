@@ -1,7 +1,7 @@
 #include "shell/lifecycle.h"
 
 #include "base/handles.h"
-#include "tests/support/dialog_script.h"
+#include "tests/support/dialog_user.h"
 #include "tests/support/panel.h"
 #include "tests/support/recording_device.h"
 
