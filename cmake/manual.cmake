@@ -1,5 +1,5 @@
 # The manual as one HTML file, for packages to install: build/win/manual.html.
-file(GLOB manual_pictures CONFIGURE_DEPENDS docs/*.png docs/keys/*.png)
+file(GLOB manual_pictures CONFIGURE_DEPENDS docs/*.png docs/keys/*.png docs/states/*.png)
 set(manual_documents ${CMAKE_SOURCE_DIR}/docs/manual.md ${CMAKE_SOURCE_DIR}/docs/stores.md)
 add_custom_command(
   OUTPUT ${CMAKE_BINARY_DIR}/manual.html
