@@ -95,7 +95,7 @@ HWND CreateElement(const std::string& text, DWORD visible) {
 
 void Move(HWND element, const Rect& rect) {
   ::SetWindowPos(element, nullptr, rect.left, rect.top, rect.Width(), rect.Height(),
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+                 SWP_NOZORDER | SWP_NOCOPYBITS | SWP_NOACTIVATE);
 }
 
 void Place(HWND element, const Rect& rect) { Move(element, Shifted(rect, AreaOrigin())); }
