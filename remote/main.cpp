@@ -69,7 +69,8 @@ int Open(std::span<char*> files) {
     paths += path + '\0';
   }
   if (paths.size() > kLargestRemoteMessage) return Complain("that is too many files");
-  const HWND panel = FindPanel() != nullptr ? FindPanel() : StartPanel();
+  const HWND running = FindPanel();
+  const HWND panel = running != nullptr ? running : StartPanel();
   return panel != nullptr ? Tell(Ask(panel, kRemoteOpenFiles, paths)) : ComplainOfNoPanel();
 }
 

@@ -114,7 +114,8 @@ LRESULT CALLBACK RepeatProcedure(HWND button, UINT message, WPARAM wParam, LPARA
       BeginPress(button, id);
       break;
     case WM_KEYUP:
-      if (wParam == VK_SPACE) FinishPress(button, id);
+      // The button is not pushed when the panel took the key's press for itself.
+      if (wParam == VK_SPACE && (Button_GetState(button) & BST_PUSHED) != 0) FinishPress(button, id);
       break;
     case WM_TIMER:
       if (wParam == kDelayTimer || wParam == kRepeatTimer) OnRepeatTimer(button, id, wParam);

@@ -90,6 +90,8 @@ bool ProbeDvd() {
 
 bool StartUp(HINSTANCE module) {
   instance = module;
+  // The current folder is one of the user's media, which may come from anywhere: no library is taken from it.
+  ::SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
   ::InitCommonControls();
   ::CoInitialize(nullptr);
   BuildPaths();

@@ -15,6 +15,8 @@ namespace {
 
 constexpr char kOsdClass[] = "myOSCtl";
 constexpr UINT kHideAfterMs = 4000;
+constexpr UINT_PTR kRepaintTimer = 1;  // of an element
+constexpr UINT kRepaintAfterMs = 150;
 
 bool levelShown = false;
 int lastShownAdjustId = -1;
@@ -52,8 +54,7 @@ void PaintHighContrast(HDC dc, HWND element, const RECT& client) {
   ::TextOutA(dc, 0, 0, text.c_str(), static_cast<int>(text.size()));
 }
 
-LRESULT CALLBACK OsdProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message != WM_PAINT) return ::DefWindowProcA(window, message, wParam, lParam);
+void PaintElement(HWND window) {
   PAINTSTRUCT paint{};
   const HDC dc = ::BeginPaint(window, &paint);
   RECT client{};
@@ -62,8 +63,15 @@ LRESULT CALLBACK OsdProcedure(HWND window, UINT message, WPARAM wParam, LPARAM l
   ::FillRect(dc, &client, bright.Get());
   if (IsHighContrastShown()) PaintHighContrast(dc, window, client);
   ::EndPaint(window, &paint);
-  ::DefWindowProcA(window, WM_PAINT, 0, 0);
-  return 0;
+}
+
+LRESULT CALLBACK OsdProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_PAINT) PaintElement(window);
+  if (message == WM_TIMER && wParam == kRepaintTimer) {
+    ::KillTimer(window, kRepaintTimer);
+    ::InvalidateRect(window, nullptr, FALSE);
+  }
+  return ::DefWindowProcA(window, message, wParam, lParam);
 }
 
 // What the elements lie on: the renderer's window, or the desktop.
@@ -93,9 +101,12 @@ HWND CreateElement(const std::string& text, DWORD visible) {
                            nullptr);
 }
 
+// The renderer paints from a thread of its own: a frame that was begun before the element came here is still
+// drawn over it, so that it is painted once more when that frame is over.
 void Move(HWND element, const Rect& rect) {
   ::SetWindowPos(element, nullptr, rect.left, rect.top, rect.Width(), rect.Height(),
                  SWP_NOZORDER | SWP_NOCOPYBITS | SWP_NOACTIVATE);
+  ::SetTimer(element, kRepaintTimer, kRepaintAfterMs, nullptr);
 }
 
 void Place(HWND element, const Rect& rect) { Move(element, Shifted(rect, AreaOrigin())); }

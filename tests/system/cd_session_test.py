@@ -125,19 +125,6 @@ class CdSession(unittest.TestCase):
             self.assertEqual(self.remote.ended(), 0)
             drive("answer-in", 0)
 
-    def test_power_ends_the_program_whether_the_drive_answers_late_or_never(self):
-        CONFIG.write_bytes(b"[QUORVEX]\nLastDevice=3\n[CD]\nAutoPlay=0\n")
-        drive("insert", make_disc(self.remote.folder, [60]))
-        self.addCleanup(drive, "answer-in", 0)
-        for milliseconds in (5000, 4_000_000_000):
-            self.remote.start()
-            self.remote.sees(lambda picture: picture.number(9) == "1")
-            drive("answer-in", milliseconds)
-            time.sleep(0.5)  # it is asked five times a second
-            self.remote.click(POWER)
-            self.assertEqual(self.remote.ended(), 0)
-            drive("answer-in", 0)
-
     def test_the_next_start_finds_the_disc_and_plays_it(self):
         CONFIG.write_bytes(b"[QUORVEX]\nLastDevice=3\n")
         drive("insert", make_disc(self.remote.folder, [60, 60]))

@@ -161,6 +161,18 @@ TEST_F(ButtonBehaviourTest, TheSpaceBarHoldsAKeyAsTheMouseDoes) {
   EXPECT_EQ(log, "");
 }
 
+// The space bar that only shows where the keyboard is never goes down on the button, but up.
+TEST_F(ButtonBehaviourTest, ASpaceBarThatDidNotPressAKeyLetsNoneGo) {
+  Use(DeviceType::kDvd);
+  const HWND forward = Button(kCommandFastForward);
+  ::SetFocus(forward);
+  ::SendMessageA(forward, WM_KEYUP, VK_SPACE, 1);
+  EXPECT_EQ(log, "");
+  ::SendMessageA(forward, WM_KEYDOWN, VK_SPACE, 1);
+  ::SendMessageA(forward, WM_KEYUP, VK_SPACE, 1);
+  EXPECT_EQ(log, "FastForward\n");
+}
+
 // A menu or a box takes the mouse away: the scan must not go on, nor stay begun.
 TEST_F(ButtonBehaviourTest, ATakenMouseEndsTheScan) {
   Use(DeviceType::kCd);

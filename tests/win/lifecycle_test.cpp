@@ -20,6 +20,21 @@ void SetScreenSaver(bool active) {
   ::SystemParametersInfoA(SPI_SETSCREENSAVEACTIVE, active ? TRUE : FALSE, nullptr, 0);
 }
 
+// The current folder, for as long as this lives.
+class CurrentFolder {
+ public:
+  explicit CurrentFolder(const std::string& folder) {
+    ::GetCurrentDirectoryA(MAX_PATH, before);
+    ::SetCurrentDirectoryA(folder.c_str());
+  }
+  CurrentFolder(const CurrentFolder&) = delete;
+  CurrentFolder& operator=(const CurrentFolder&) = delete;
+  ~CurrentFolder() { ::SetCurrentDirectoryA(before); }
+
+ private:
+  char before[MAX_PATH] = "";
+};
+
 TEST_F(LifecycleTest, ThePanelLiesAtTheBottomCentreOfTheScreen) {
   RECT rect{};
   ::GetWindowRect(mainWindow, &rect);
@@ -134,6 +149,16 @@ TEST_F(LifecycleTest, AnUnreadableConfigurationIsSaidAndNotWrittenOver) {
     ::DestroyWindow(mainWindow);
   }
   EXPECT_EQ(stores.Read("quorvex.ini"), "[QUORVEX]\r\nLastDevice=3\r\n");
+}
+
+TEST_F(LifecycleTest, NoLibraryIsTakenFromTheCurrentFolder) {
+  const std::string planted = stores.Path("planted.dll");
+  ASSERT_TRUE(::CopyFileA(QUORVEX_BIN "/qvsound.dll", planted.c_str(), TRUE));
+  const CurrentFolder inMedia(stores.Path(""));
+  EXPECT_EQ(::LoadLibraryA("planted.dll"), nullptr);
+  const HMODULE wanted = ::LoadLibraryA(planted.c_str());
+  EXPECT_NE(wanted, nullptr) << "it could be loaded, by its path";
+  if (wanted != nullptr) ::FreeLibrary(wanted);
 }
 
 TEST_F(LifecycleTest, TheScreenSaverIsOffWhileThePlayerRunsAndAsBeforeAfterwards) {

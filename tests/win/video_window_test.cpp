@@ -203,6 +203,22 @@ TEST_F(VideoWindowTest, ATextIsShownOverThePictureForFourSeconds) {
   EXPECT_TRUE(Elements(renderer.window).empty());
 }
 
+// A renderer's thread may draw a frame that it began before there was the element.
+TEST_F(VideoWindowTest, AnElementOutlivesAFrameThatIsDrawnOverIt) {
+  Show(640, 480);
+  currentDevice->ShowOsdLevel(31, {.title = "HUE"});
+  const HWND segment = Elements(renderer.window).at(5);
+  const Rect place = Place(segment);
+  const HDC dc = ::GetDC(segment);
+  const auto colour = [&] { return ::GetPixel(dc, place.Width() / 2, place.Height() / 2); };
+  ::UpdateWindow(segment);
+  const COLORREF whole = colour();
+  ::PatBlt(dc, 0, 0, place.Width(), place.Height(), BLACKNESS);
+  ASSERT_NE(colour(), whole);
+  EXPECT_TRUE(PumpUntil([&] { return colour() == whole; }));
+  ::ReleaseDC(segment, dc);
+}
+
 TEST_F(VideoWindowTest, ALevelBarFollowsTheValue) {
   Show(640, 480);
   AdjustmentInfo brightness;
