@@ -97,6 +97,7 @@ add_library(
   devices/tv/video_inputs.cpp
   mixer/mixer.cpp
   panel/accessible_object.cpp
+  panel/answer_watch.cpp
   panel/control_panel.cpp
   panel/list_box.cpp
   panel/main_window.cpp

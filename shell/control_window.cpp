@@ -6,6 +6,7 @@
 #include "base/handles.h"
 #include "devices/cd/mci_error.h"
 #include "devices/current_device.h"
+#include "panel/answer_watch.h"
 #include "panel/control_panel.h"
 #include "panel/main_window.h"
 #include "panel/panel_accessibility.h"
@@ -74,6 +75,7 @@ LRESULT CALLBACK ControlWindowProcedure(HWND window, UINT message, WPARAM wParam
     case WM_COPYDATA:
       return OnCopyData(reinterpret_cast<HWND>(wParam), *reinterpret_cast<const COPYDATASTRUCT*>(lParam));
     case kRemoteKeyMessage: OnRemoteKey(static_cast<int>(wParam)); return 0;
+    case kAskMessage: GiveSignOfLife(); return 0;
     case kHandedOverMessage: OnHandedOver(); return 0;
     case MM_MCINOTIFY:
       if (currentDevice) currentDevice->OnMciNotify(static_cast<std::uint32_t>(wParam));

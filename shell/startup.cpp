@@ -8,6 +8,7 @@
 #include "base/geometry.h"
 #include "devices/current_device.h"
 #include "devices/shared_state.h"
+#include "panel/answer_watch.h"
 #include "panel/control_panel.h"
 #include "panel/main_window.h"
 #include "panel/panel_accessibility.h"
@@ -97,6 +98,7 @@ bool StartUp(HINSTANCE module) {
   BuildPaths();
   SetScale(ScaleFor(WantedScale(), static_cast<int>(::GetDpiForSystem())));
   if (!RegisterPanelClass() || !RegisterVideoClass() || !RegisterOsdClass() || !CreatePanel()) return false;
+  WatchAnswers(mainWindow);
   ConnectPicture();
   CreatePanelButtons(CreateToolTips());
   LoadSettings();

@@ -15,8 +15,8 @@ namespace {
 
 constexpr char kOsdClass[] = "myOSCtl";
 constexpr UINT kHideAfterMs = 4000;
-constexpr UINT_PTR kRepaintTimer = 1;  // of an element
-constexpr UINT kRepaintAfterMs = 150;
+constexpr UINT_PTR kReclaimTimer = 1;  // of an element
+constexpr UINT kReclaimAfterMs = 150;
 
 bool levelShown = false;
 int lastShownAdjustId = -1;
@@ -65,11 +65,18 @@ void PaintElement(HWND window) {
   ::EndPaint(window, &paint);
 }
 
+// Makes every drawing context over the element ask anew what it may paint on, and paints the element.
+void Reclaim(HWND element) {
+  constexpr UINT kFrameOnly = SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE;
+  ::SetWindowPos(element, nullptr, 0, 0, 0, 0, kFrameOnly);
+  ::InvalidateRect(element, nullptr, FALSE);
+}
+
 LRESULT CALLBACK OsdProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_PAINT) PaintElement(window);
-  if (message == WM_TIMER && wParam == kRepaintTimer) {
-    ::KillTimer(window, kRepaintTimer);
-    ::InvalidateRect(window, nullptr, FALSE);
+  if (message == WM_TIMER && wParam == kReclaimTimer) {
+    ::KillTimer(window, kReclaimTimer);
+    Reclaim(window);
   }
   return ::DefWindowProcA(window, message, wParam, lParam);
 }
@@ -102,11 +109,12 @@ HWND CreateElement(const std::string& text, DWORD visible) {
 }
 
 // The renderer paints from a thread of its own: a frame that was begun before the element came here is still
-// drawn over it, so that it is painted once more when that frame is over.
+// drawn over it, and under Wine sometimes every later one (docs/testing.md). So the element takes its place
+// once more when that frame is over.
 void Move(HWND element, const Rect& rect) {
   ::SetWindowPos(element, nullptr, rect.left, rect.top, rect.Width(), rect.Height(),
                  SWP_NOZORDER | SWP_NOCOPYBITS | SWP_NOACTIVATE);
-  ::SetTimer(element, kRepaintTimer, kRepaintAfterMs, nullptr);
+  ::SetTimer(element, kReclaimTimer, kReclaimAfterMs, nullptr);
 }
 
 void Place(HWND element, const Rect& rect) { Move(element, Shifted(rect, AreaOrigin())); }

@@ -3,6 +3,7 @@
 
 #include "devices/tv/channel_list.h"
 #include "devices/tv/tv_device.h"
+#include "panel/answer_watch.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
 #include "video/video_window.h"
@@ -36,6 +37,7 @@ std::vector<int> CTVDevice::SearchChannels() {
   for (int channel = lowestNumber; channel <= last; ++channel) {
     LONG signal = 0;
     tuner->AutoTune(channel, &signal);
+    GiveSignOfLife();
     if (signal != 0) found.push_back(channel);
     ShowDisplayNumber(channel, true, false);
   }

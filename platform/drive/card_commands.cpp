@@ -20,7 +20,7 @@ constexpr CardFault kFaults[] = {
     {"format", &CardState::formatFault},       {"refuse-format", &CardState::refuseFormat},
     {"refuse-input", &CardState::refuseInput}, {"refuse-route", &CardState::refuseRoute},
     {"no-crossbar", &CardState::noCrossbar},   {"no-captions", &CardState::noCaptions},
-    {"slow", &CardState::slowFrames},
+    {"slow", &CardState::slowFrames},          {"slow-tuner", &CardState::slowTuner},
 };
 
 int SetFault(CardState& state, const std::string& name, const std::string& text) {

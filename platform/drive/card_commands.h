@@ -15,7 +15,7 @@ inline constexpr char kCardUsage[] =
     "3 tells\n"
     "                               0 x 0), refuse-format, refuse-input, refuse-route, no-crossbar, "
     "no-captions,\n"
-    "                               slow (milliseconds a picture)\n";
+    "                               slow (milliseconds a picture), slow-tuner (milliseconds a channel)\n";
 
 // What follows "card". 0 when it was done, 1 when it could not be, 2 when it is no such command.
 int RunCardCommand(std::span<const std::string> words);

@@ -24,7 +24,7 @@ struct StreamCounts {
 };
 
 struct CardState {
-  static constexpr std::uint32_t kVersion = 2;
+  static constexpr std::uint32_t kVersion = 3;
   using Value = std::atomic<std::uint32_t>;
 
   Value version = kVersion;
@@ -48,6 +48,7 @@ struct CardState {
   Value noCrossbar = 0;    // of cards that are made from now on
   Value noCaptions = 0;    // no VBI pins, of cards that are made from now on
   Value slowFrames = 0;    // milliseconds that every picture takes longer
+  Value slowTuner = 0;     // milliseconds that a change of channel takes
 
   [[nodiscard]] bool IsPlugged(CardKind card) const {
     return (plugged & static_cast<std::uint32_t>(card)) != 0;

@@ -21,6 +21,8 @@ LONG StandardOf(int country) {
 HRESULT TvTuner::put_Channel(LONG channel, LONG, LONG) {
   const ChannelRange range = ChannelsOf(Country(), state.Input());
   if (channel < range.lowest || channel > range.highest) return E_INVALIDARG;
+  const ULONGLONG begun = ::GetTickCount64();
+  while (::GetTickCount64() - begun < state.slowTuner) ::Sleep(kLockMs);
   state.channel = static_cast<std::uint32_t>(channel);
   for (const auto& listener : listeners) listener->OnEvent(AMTUNER_EVENT_CHANGED);
   return S_OK;

@@ -10,7 +10,26 @@
 
 namespace {
 
+constexpr UINT kPatienceMs = 1000;
+
 DWORD player = 0;
+DWORD heldUp = 0;  // a thread that does not answer
+
+// Empty when the window's thread does not answer.
+std::string TextOf(HWND window) {
+  const DWORD thread = ::GetWindowThreadProcessId(window, nullptr);
+  std::string text(1000, '\0');
+  DWORD_PTR length = 0;
+  if (thread != heldUp &&
+      ::SendMessageTimeoutA(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
+                            SMTO_NORMAL, kPatienceMs, &length) == 0) {
+    heldUp = thread;
+  }
+  text.resize(length);
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
+  return text;
+}
 
 void Print(HWND window, int depth);
 
@@ -23,15 +42,11 @@ BOOL CALLBACK PrintChild(HWND window, LPARAM parentAndDepth) {
 void Print(HWND window, int depth) {
   char className[100] = "";
   ::GetClassNameA(window, className, sizeof className);
-  std::string text(1000, '\0');
-  text.resize(static_cast<std::size_t>(
-      ::SendMessageA(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
-  std::replace_if(
-      text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
   RECT place{};
   ::GetWindowRect(window, &place);
   std::printf("%d\t%ld\t%s\t%ld\t%ld\t%ld\t%ld\t%d\t%s\n", depth, ::GetWindowLongA(window, GWL_ID), className,
-              place.left, place.top, place.right, place.bottom, ::IsWindowEnabled(window), text.c_str());
+              place.left, place.top, place.right, place.bottom, ::IsWindowEnabled(window),
+              TextOf(window).c_str());
   std::pair<HWND, int> next{window, depth + 1};
   ::EnumChildWindows(window, PrintChild, reinterpret_cast<LPARAM>(&next));
 }

@@ -40,7 +40,7 @@ def in_wine(*command, **options):
 def drive(*command):
     done = in_wine(BIN / "qvdrive.exe", *map(str, command))
     if done.returncode:
-        raise AssertionError(f"qvdrive {command}: {done.stderr}")
+        raise AssertionError(f"qvdrive {command} ended with {done.returncode}: {done.stdout}{done.stderr}")
     return dict(line.split("=", 1) for line in done.stdout.splitlines())
 
 

@@ -5,8 +5,11 @@ import subprocess
 import time
 import unittest
 
-from remote import POWER, ROOT, TESTS, drive, loudness, remote_control, video_frame, wait_for, xdotool
+from remote import POWER, ROOT, TESTS, click_in, control, drive, loudness, remote_control, video_frame, wait_for, windows, xdotool
 from television import CONFIG, Television, brightness, colours, is_snow, osd, stored, write_stations
+
+
+IDYES = 6
 
 
 class TvSession(Television):
@@ -81,6 +84,29 @@ class TvSession(Television):
         wait_for(lambda: video_frame() is None)
         remote_control("key", "picture", "right", "close")
         wait_for(lambda: remote_control("state")["device"] == "none")
+
+    def test_a_late_tuner_is_waited_for_and_one_that_never_answers_can_be_left(self):
+        def box():
+            return any(window.text.startswith("A device does not answer.") for window in windows())
+
+        self.addCleanup(drive, "card", "fault", "slow-tuner", 0)
+        self.start()
+        self.open_card()
+        drive("card", "fault", "slow-tuner", 5000)
+        xdotool("key", "Up")
+        wait_for(lambda: drive("card", "status")["channel"] == "3", 15)
+        drive("card", "fault", "slow-tuner", 4_000_000_000)
+        xdotool("key", "Up")
+        wait_for(box, 60)
+        drive("card", "fault", "slow-tuner", 0)  # it comes round, and the box goes by itself
+        wait_for(lambda: not box())
+        self.assertEqual(drive("card", "status")["channel"], "4")
+        time.sleep(1)  # the window system takes the keyboard back to the panel
+        self.press("Up", "5")
+        drive("card", "fault", "slow-tuner", 4_000_000_000)
+        xdotool("key", "Up")
+        click_in(control("Quorvex", IDYES))
+        self.assertEqual(self.remote.ended(), 1)
 
     def test_a_station_sends_a_film(self):
         film = self.remote.folder / "film.mpg"
