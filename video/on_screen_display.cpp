@@ -1,6 +1,7 @@
 #include "video/on_screen_display.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "base/text.h"
 #include "panel/main_window.h"
@@ -15,11 +16,13 @@ namespace {
 
 constexpr char kOsdClass[] = "myOSCtl";
 constexpr UINT kHideAfterMs = 4000;
-constexpr UINT_PTR kReclaimTimer = 1;  // of an element
-constexpr UINT kReclaimAfterMs = 150;
+constexpr UINT_PTR kSettleTimer = 107;  // of the panel
+constexpr UINT kSettleMs = 150;  // longer than any frame takes to be painted
+constexpr int kSettleRounds = 2;
 
 bool levelShown = false;
 int lastShownAdjustId = -1;
+int settleRounds = 0;  // that are to come
 
 std::string TextOf(HWND element) {
   char text[kLongestOsdText * 4 + 1] = "";
@@ -65,19 +68,8 @@ void PaintElement(HWND window) {
   ::EndPaint(window, &paint);
 }
 
-// Makes every drawing context over the element ask anew what it may paint on, and paints the element.
-void Reclaim(HWND element) {
-  constexpr UINT kFrameOnly = SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE;
-  ::SetWindowPos(element, nullptr, 0, 0, 0, 0, kFrameOnly);
-  ::InvalidateRect(element, nullptr, FALSE);
-}
-
 LRESULT CALLBACK OsdProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_PAINT) PaintElement(window);
-  if (message == WM_TIMER && wParam == kReclaimTimer) {
-    ::KillTimer(window, kReclaimTimer);
-    Reclaim(window);
-  }
   return ::DefWindowProcA(window, message, wParam, lParam);
 }
 
@@ -108,13 +100,36 @@ HWND CreateElement(const std::string& text, DWORD visible) {
                            nullptr);
 }
 
-// The renderer paints from a thread of its own: a frame that was begun before the element came here is still
-// drawn over it, and under Wine sometimes every later one (docs/testing.md). So the element takes its place
-// once more when that frame is over.
+BOOL CALLBACK PaintAgain(HWND window, LPARAM /*data*/) {
+  char name[sizeof kOsdClass] = "";
+  ::GetClassNameA(window, name, sizeof name);
+  if (std::string_view(name) == kOsdClass) ::InvalidateRect(window, nullptr, FALSE);
+  return TRUE;
+}
+
+void CALLBACK Settle(HWND panel, UINT /*message*/, UINT_PTR timer, DWORD /*time*/) {
+  constexpr UINT kFrameOnly =
+      SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW;
+  if (--settleRounds == 0) ::KillTimer(panel, timer);
+  const HWND host = Host();
+  if (host == nullptr) return;
+  ::SetWindowPos(host, nullptr, 0, 0, 0, 0, kFrameOnly);
+  ::EnumChildWindows(host, PaintAgain, 0);
+}
+
+// The renderer paints from a thread of its own: a frame that was begun before an element came or went still
+// leaves out or paints over the places of before, and under Wine sometimes every later one does so
+// (docs/testing.md). When that frame is over the renderer is made to ask anew where it may paint, and then the
+// elements are painted once more.
+void SettleSoon() {
+  settleRounds = kSettleRounds;
+  ::SetTimer(mainWindow, kSettleTimer, kSettleMs, Settle);
+}
+
 void Move(HWND element, const Rect& rect) {
   ::SetWindowPos(element, nullptr, rect.left, rect.top, rect.Width(), rect.Height(),
                  SWP_NOZORDER | SWP_NOCOPYBITS | SWP_NOACTIVATE);
-  ::SetTimer(element, kReclaimTimer, kReclaimAfterMs, nullptr);
+  SettleSoon();
 }
 
 void Place(HWND element, const Rect& rect) { Move(element, Shifted(rect, AreaOrigin())); }
@@ -277,6 +292,7 @@ bool OnScreenDisplay::DestroyOsdWindows() {
   std::erase(elements, nullptr);
   for (const HWND element : elements) ::ShowWindow(element, SW_HIDE);
   for (const HWND element : elements) ::DestroyWindow(element);
+  if (!elements.empty()) SettleSoon();
   return !elements.empty();
 }
 

@@ -141,10 +141,9 @@ void CDVDDevice::CloseDisc() {
 }
 
 void CDVDDevice::ShowNoDisc() {
-  playState = PlayState::kStopped;
   ClearDisplayTime();
   ClearDisplayNumbers();
-  UpdateButtonStates();
+  SetPlayState(PlayState::kStopped);
 }
 
 template <typename Operation>
