@@ -1,6 +1,7 @@
 #include "panel/main_window.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "base/geometry.h"
 
@@ -20,8 +21,29 @@ std::string LoadText(int stringId) {
   return text;
 }
 
+namespace {
+
+// Keeps the dialog that takes keys, if there is one.
+BOOL CALLBACK FindDialog(HWND window, LPARAM found) {
+  char name[8] = "";
+  ::GetClassNameA(window, name, sizeof name);
+  const bool isDialog = std::string_view(name) == "#32770";
+  if (!isDialog || ::IsWindowVisible(window) == FALSE || ::IsWindowEnabled(window) == FALSE) return TRUE;
+  *reinterpret_cast<HWND*>(found) = window;
+  return FALSE;
+}
+
+// Who must wait until a box is answered: what runs in a dialog is not to be begun again under its own box.
+HWND OwnerOfBox() {
+  HWND owner = mainWindow;
+  ::EnumThreadWindows(::GetCurrentThreadId(), FindDialog, reinterpret_cast<LPARAM>(&owner));
+  return owner;
+}
+
+}  // namespace
+
 int ReportError(const std::string& text) {
-  return ::MessageBoxA(mainWindow, text.c_str(), "Quorvex", MB_ICONHAND | MB_TOPMOST);
+  return ::MessageBoxA(OwnerOfBox(), text.c_str(), "Quorvex", MB_ICONHAND | MB_TOPMOST);
 }
 
 bool ReportErrorIf(long failed, const std::string& text) {

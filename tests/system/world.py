@@ -37,7 +37,7 @@ class World:
     @staticmethod
     def mend():
         """Takes the faults of drive and cards away again."""
-        for knob in ("fail-open", "fail-play", "not-ready"):
+        for knob in ("fail-open", "fail-play", "not-ready", "answer-in"):
             drive(knob, 0)
         for fault in CARD_FAULTS:
             drive("card", "fault", fault, 0)
