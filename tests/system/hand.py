@@ -8,7 +8,7 @@ from remote import BIN, ROOT, TESTS, Remote, wait_for
 
 Seen = namedtuple("Seen", "handle owner visible enabled id left top right bottom kind text")
 MOVE, DOWN, UP, RIGHT_DOWN, RIGHT_UP = 0x1, 0x2, 0x4, 0x8, 0x10
-SHIFT, CONTROL, ALT = 0x10, 0x11, 0x12
+CONTROL = 0x11
 WM_CLOSE, WM_KEYDOWN, WM_COMMAND, BM_CLICK = 0x10, 0x100, 0x111, 0xF5
 PANEL, DIALOG, MENU = "PControl", "#32770", "#32768"
 

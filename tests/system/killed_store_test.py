@@ -37,20 +37,6 @@ class KilledStore(unittest.TestCase):
         self.assertGreater(discs, FIRST + ROUNDS)
         self.assertGreater(looks, ROUNDS)
 
-    def test_two_programs_at_once_take_turns(self):
-        store = Remote().folder / "cd.abm"
-        store.write_bytes(large_store(20).encode())
-        writers = [self.start_writer(store), self.start_writer(store)]
-        discs = 20
-        deadline = time.monotonic() + 60
-        while (discs := self.check(store.read_bytes().decode(), discs)) < 120:
-            self.assertLess(time.monotonic(), deadline)
-            self.assertEqual([writer.poll() for writer in writers], [None, None])
-        for writer in writers:
-            writer.kill()
-            writer.wait()
-        self.check(store.read_bytes().decode(), discs)
-
     def start_writer(self, store):
         writer = subprocess.Popen([ROOT / "tools" / "in-wine", TESTS / "store_writer.exe", store], stdin=subprocess.DEVNULL,
                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)

@@ -72,12 +72,6 @@ class Scale(unittest.TestCase):
         self.remote.click(POWER)
         self.assertEqual(self.remote.ended(), 0)
 
-    def test_the_setting_goes_before_the_displays_density(self):
-        CONFIG.write_bytes(b"[QUORVEX]\r\nAutoStartDevice=0\r\nScale=1\r\n")
-        set_density(192)
-        self.remote.start()
-        self.assertEqual(self.remote.size, PANEL_SIZE)
-
 
 if __name__ == "__main__":
     unittest.main(verbosity=2)

@@ -226,27 +226,6 @@ class Setup(unittest.TestCase):
         sheet.leave(OK)
         self.assertTrue(video_frame())
 
-    def test_auto_tune_from_the_page(self):
-        self.start()
-        self.open_card()
-        sheet = self.open_sheet("TV")
-        sheet.press(1087)
-        wait_for(lambda: "Channel Autotune" in dialogs())
-        xdotool("key", "Escape")
-        wait_for(lambda: dialogs() == [SHEET])
-        every = stored("TV")["AntennaChannelList"].split()
-        self.assertEqual(len(every), 68)
-        sheet.press(1087)
-        wait_for(lambda: "Channel Autotune" in dialogs())
-        xdotool("key", "Return")
-        wait_for(lambda: stored("TV")["AntennaChannelList"].split() != every, 60)
-        wait_for(lambda: dialogs() == [SHEET])  # it was hidden meanwhile
-        found = stored("TV")["AntennaChannelList"].split()
-        state = remote_control("state")
-        self.assertEqual((state["channels"], state["channel"]), (str(len(found)), found[0]))
-        self.assertFalse(sheet.can_apply())
-        sheet.leave(CANCEL)
-
     def test_with_a_disc_that_plays(self):
         drive("eject")
         drive("close")

@@ -112,26 +112,6 @@ class SoundKeys(unittest.TestCase):
         before = screen()
         self.remote.click(SOUND)
         wait_for(lambda: desktop.bar(screen())[:6] == "######")
-        self.softer_and_back(full)
-        wait_for(lambda: beside.changed(before, screen()) is None, 6)
-
-        self.silent_and_back(full)
-
-    def test_a_film_gets_softer_and_silent(self):
-        film = self.remote.folder / "film.mpg"
-        subprocess.run(["ffmpeg", "-v", "error", *FILM[:4], "-f", "lavfi", "-i", "sine=441:duration=60,volume=4", *FILM[4:], "-shortest", film],
-                       check=True)
-        self.remote.start()
-        time.sleep(1.5)
-        remote_control("open", film)
-        full = steady_loudness(5000)
-        self.remote.click(SOUND)
-        time.sleep(0.5)  # until the bar stands there: its keys go to the device before
-        self.softer_and_back(full)
-        self.silent_and_back(full)
-
-    def softer_and_back(self, full):
-        """By the arrow keys, with the level bar up."""
         for _ in range(16):
             xdotool("key", "Left")
         half = wait_for(lambda: (heard := loudness()) < full * 0.7 and heard)
@@ -139,9 +119,8 @@ class SoundKeys(unittest.TestCase):
         for _ in range(16):
             xdotool("key", "Right")
         wait_for(lambda: loudness() > full * 0.9)
+        wait_for(lambda: beside.changed(before, screen()) is None, 6)
 
-    def silent_and_back(self, full):
-        """By the mute key."""
         self.remote.click(MUTE)
         self.remote.sees(lambda picture: "MUTE" in picture.lamps() and picture.pressed_or_lit_frame(MUTE))
         wait_for(lambda: loudness() == 0)

@@ -103,15 +103,5 @@ TEST(ChannelList, AChannelIsInsertedWhereItBelongs) {
   EXPECT_EQ(full.orderIndex, 3);
 }
 
-TEST(ChannelList, AChannelIsRemoved) {
-  PlayOrder channels = ListOf({2, 4, 9});
-  for (const int position : {2, 0, 0}) RemoveChannel(channels, position);
-  EXPECT_EQ(channels.orderLength, 0);
-  SetChannelRange(channels, 1, 1000);
-  RemoveChannel(channels, 0);
-  EXPECT_EQ(Entries(channels).back(), 1000);
-  EXPECT_EQ(Entries(channels).size(), 999U);
-}
-
 }  // namespace
 }  // namespace quorvex

@@ -53,16 +53,6 @@ TEST(PlayOrder, ShufflingPermutesAndReachesEveryOrder) {
   EXPECT_EQ(empty.orderLength, 0);
 }
 
-TEST(PlayOrder, FindsTheFirstOfEqualEntriesWithinItsLength) {
-  PlayOrder order = OrderOf({4, 2, 4});
-  EXPECT_EQ(order.IndexOf(4), 0);
-  EXPECT_EQ(order.IndexOf(2), 1);
-  EXPECT_FALSE(order.Contains(7));
-  order.orderLength = 0;
-  EXPECT_EQ(order.IndexOf(4), -1);
-  EXPECT_EQ(order.CurrentEntry(), 0);
-}
-
 TEST(PlayOrder, StepsWrapAtBothEnds) {
   PlayOrder order = OrderOf({7, 8, 9});
   order.StepBack();
@@ -76,20 +66,6 @@ TEST(PlayOrder, StepsWrapAtBothEnds) {
   empty.StepBack();
   empty.StepForward();
   EXPECT_EQ(empty.orderIndex, 0) << "an order without entries has no other place";
-}
-
-TEST(PlayOrder, MovesToAnItemOrToTheFirstEntry) {
-  PlayOrder order = OrderOf({7, 8, 9});
-  order.MoveTo(9);
-  EXPECT_EQ(order.orderIndex, 2);
-  order.MoveTo(1);
-  EXPECT_EQ(order.orderIndex, 0);
-}
-
-TEST(RepeatMode, GoesRound) {
-  EXPECT_EQ(NextRepeatMode(RepeatMode::kOff), RepeatMode::kOne);
-  EXPECT_EQ(NextRepeatMode(RepeatMode::kOne), RepeatMode::kAll);
-  EXPECT_EQ(NextRepeatMode(RepeatMode::kAll), RepeatMode::kOff);
 }
 
 TEST(NumberEntry, IsCompleteWhenNoFurtherDigitCanCount) {

@@ -191,16 +191,6 @@ TEST(CaptureFormatTest, PicturesAreLaidOut) {
     EXPECT_TRUE(IsPossible({.frameTime = time})) << time;
 }
 
-TEST(BlockFontTest, LettersDigitsAndSigns) {
-  const Glyph none{};
-  for (char letter = 'A'; letter <= 'Z'; ++letter) {
-    EXPECT_NE(GlyphOf(letter), none) << letter;
-    EXPECT_EQ(GlyphOf(static_cast<char>(letter - 'A' + 'a')), GlyphOf(letter)) << letter;
-  }
-  for (const char* c = "0123456789-"; *c != 0; ++c) EXPECT_NE(GlyphOf(*c), none) << *c;
-  for (const char* c = " @[`{~"; *c != 0; ++c) EXPECT_EQ(GlyphOf(*c), none) << *c;
-}
-
 TEST(ProgrammeSoundTest, AToneGoesOnWithoutABreak) {
   const Scene scene{0, 5, true, "", ""};
   EXPECT_EQ(ToneOf(scene), 300);
