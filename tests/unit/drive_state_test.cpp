@@ -29,6 +29,19 @@ TEST(DriveState, PlaysWithItsClockAndStopsAtTheEnd) {
   EXPECT_EQ(state.player, 0U);
 }
 
+TEST(DriveState, PausesWhereItIsAtItsSpeedAndSeeksWithoutForgettingThePause) {
+  DriveState state = WithDisc();
+  state.speedPercent = 1000;
+  state.Play(0, kMe, 0);
+  state.PlayUntil(100000, false);
+  state.Pause(2000);
+  EXPECT_EQ(state.PositionAt(9000), 1500);
+  state.Seek(700, true);
+  state.Pause(9500);
+  EXPECT_EQ(state.transport, Transport::kPaused);
+  EXPECT_EQ(state.position, 700);
+}
+
 TEST(DriveState, EveryCommandEndsThePlayingBefore) {
   DriveState state = WithDisc();
   std::uint32_t before = state.playSerial;

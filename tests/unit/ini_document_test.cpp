@@ -64,6 +64,7 @@ TEST(IniDocument, ChangesOnlyWhatItIsAskedTo) {
   document.Set("One", "new", "x");
   document.Set("Two", "d", "4");
   document.Set("Three", "e", "5 6 ");
+  document.Set("Three", "f", std::string_view("a\r\nk=b\0c", 8));
   EXPECT_EQ(document.Text(),
             "; my notes\n"
             "\n"
@@ -77,7 +78,8 @@ TEST(IniDocument, ChangesOnlyWhatItIsAskedTo) {
             "c=3\n"
             "d=4\n"
             "[Three]\n"
-            "e=5 6 \n");
+            "e=5 6 \n"
+            "f=a  k=b\n");
 }
 
 TEST(IniDocument, RemovesASectionButNotTheRemarksAboutTheNext) {

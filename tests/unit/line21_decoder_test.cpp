@@ -215,20 +215,6 @@ TEST(Line21Decoder, EveryChannelIsItsOwn) {
   }
 }
 
-TEST(Line21Decoder, TellsWhetherTheScreenChanged) {
-  Line21Decoder decoder;
-  decoder.SetChannel(Line21Channel::kCaption1);
-  const struct {
-    const char* script;
-    bool changes;
-  } cases[]{{"{!RCL}", false}, {"{!15:0}", false}, {"AB", false}, {"{!EOC}", true},
-            {"{!EOC}", false}, {"{!EDM}", true},   {"{~}", false}};
-  for (const auto& [script, changes] : cases) {
-    const Line21Pair pair = Line21Script(script).pairs.front();
-    EXPECT_EQ(decoder.Feed(1, pair.first, pair.second), changes) << script;
-  }
-}
-
 TEST(Line21Decoder, BeginsAnewAfterAJumpAndInAnotherChannel) {
   Line21Decoder decoder;
   decoder.SetChannel(Line21Channel::kCaption1);

@@ -46,6 +46,12 @@ TEST(M3U, LongLinesComeInPieces) {
   EXPECT_EQ(AlbumEntriesOfM3U(wide + "\nq"), (Texts{wide, "q"})) << "counted in characters";
 }
 
+TEST(M3U, TenMegabytesInOneLineTakeTheirTimeOnce) {
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(AlbumEntriesOfM3U(std::string(10 << 20, 'x')).size(), ((10U << 20U) + 258) / 259);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
+}
+
 TEST(M3U, TextBecomesUtf8WithoutMark) {
   EXPECT_EQ(M3UText("\xEF\xBB\xBF"
                     "C:\\\xC3\xA9.mp3\n"),
