@@ -52,5 +52,11 @@ TEST(DiscStore, ADamagedListLosesNothing) {
   EXPECT_FALSE(IsDiscKnown(IniDocument("[CD List]\r\nNumber of CDs=2147483647\r\n"), "AAAAAAAA"));
 }
 
+TEST(DiscStore, AStoredPlaylistHasAThousandEntriesAtTheMost) {
+  std::string longest = "[L]\r\nPlaylist=";
+  for (int i = 0; i < 2000; ++i) longest += "12 ";
+  EXPECT_EQ(StoredPlaylist(IniDocument(longest), "L").size(), 1000U);
+}
+
 }  // namespace
 }  // namespace quorvex

@@ -32,34 +32,28 @@ TEST(SetupRules, TheCurrentDevicesPageComesFirst) {
   for (const auto& [subject, page] : cases) EXPECT_EQ(FirstPage(subject), page);
 }
 
-TEST(SetupRules, TheTunersKeysNeedATuner) {
+TEST(SetupRules, WhatCanBeUsedIsWhatTheDeviceHas) {
   const std::set<int> captions = {IDC_OPAQUE_CAPTIONS, IDC_TRANSPARENT_CAPTIONS};
   std::set<int> all = captions;
   all.insert({IDC_ANTENNA, IDC_CABLE, IDC_AUTO_TUNE});
-  EXPECT_EQ(SetOf(EnabledTvControls(kTuner)), all);
   EXPECT_EQ(SetOf(EnabledTvControls(kRecording)), all);
   EXPECT_EQ(SetOf(EnabledTvControls(kCard)), captions);
-  for (const DeviceType other : {DeviceType::kNone, DeviceType::kDvd, DeviceType::kCd, DeviceType::kFile})
-    EXPECT_TRUE(EnabledTvControls({.device = other}).empty());
-}
-
-TEST(SetupRules, TheCapturePageIsForACardThatDoesNotRecord) {
+  EXPECT_TRUE(EnabledTvControls({.device = DeviceType::kDvd}).empty());
+  EXPECT_EQ(EnabledCdControls({.device = DeviceType::kCd}), std::vector{IDC_EDIT_PLAYLIST});
+  EXPECT_TRUE(EnabledCdControls({.device = DeviceType::kFile}).empty());
   for (const SetupSubject& subject : {kNothing, kRecording, SetupSubject{.device = DeviceType::kCd}}) {
     EXPECT_FALSE(IsCapturePageFilled(subject));
     EXPECT_TRUE(EnabledCaptureControls(subject).empty());
   }
-  const std::set<int> always = SetOf(EnabledCaptureControls(kCard));
-  EXPECT_EQ(always.size(), 11U);
-  const std::pair<bool SetupSubject::*, int> more[] = {
-      {&SetupSubject::recordsSound, IDC_AUDIO_FORMAT},
-      {&SetupSubject::hasSourceDialog, IDC_VIDEO_SOURCE},
-      {&SetupSubject::hasFormatDialog, IDC_VIDEO_FORMAT},
-      {&SetupSubject::hasDisplayDialog, IDC_VIDEO_DISPLAY},
-  };
+  EXPECT_EQ(EnabledCaptureControls(kCard).size(), 11U);
+  const std::pair<bool SetupSubject::*, int> more[] = {{&SetupSubject::recordsSound, IDC_AUDIO_FORMAT},
+                                                       {&SetupSubject::hasSourceDialog, IDC_VIDEO_SOURCE},
+                                                       {&SetupSubject::hasFormatDialog, IDC_VIDEO_FORMAT},
+                                                       {&SetupSubject::hasDisplayDialog, IDC_VIDEO_DISPLAY}};
   for (const auto& [fact, control] : more) {
     SetupSubject subject = kTuner;
     subject.*fact = true;
-    std::set<int> expected = always;
+    std::set<int> expected = SetOf(EnabledCaptureControls(kCard));
     expected.insert(control);
     EXPECT_EQ(SetOf(EnabledCaptureControls(subject)), expected) << control;
   }
