@@ -2,23 +2,18 @@
 """Recording as a user does it: with the panel's keys and the dialogs, until other programs and Quorvex itself play what was recorded."""
 
 import tempfile
-import time
 import unittest
 from pathlib import Path
 
-from recording_test import pictures, sound, windows_path
-from remote import MEDIA_SELECT, POWER, WINDOWS, Remote, click_in, control, drive, remote_control, video_frame, wait_for, windows, xdotool
+from recording_test import pictures, sound
+from remote import POWER, click_in, control, drive, remote_control, wait_for, windows, windows_path, xdotool
+from television import CONFIG, Television, stored
 
 RECORD = 1044
-CONFIG = WINDOWS / "quorvex.ini"
 RATE = 30000 / 1001
 OK = 1
 ALLOCATE, CHOOSE, READY = "Allocate Capture File", "Set Capture File", "Ready to Record"
 CHANGE, SIZE, NAME = 1087, 401, 0x47C
-
-
-def stored():
-    return dict(line.split("=", 1) for line in CONFIG.read_text().splitlines() if "=" in line)
 
 
 def state():
@@ -49,30 +44,19 @@ def name_file(path):
     wait_for(lambda: not is_open(CHOOSE))
 
 
-class Capture(unittest.TestCase):
+class Capture(Television):
     def setUp(self):
-        drive("card", "on")
-        self.addCleanup(drive, "card", "off")
+        super().setUp()
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
         self.folder = Path(folder.name)
         self.file = self.folder / "tape.avi"
-        self.remote = Remote()
-        self.addCleanup(self.remote.stop)
 
-    def start(self, **options):
+    def start_with(self, **options):
         lines = ["[QUORVEX]", "AutoStartDevice=0", "[CAPTURE]", "FrameRate=333667", *(f"{key}={value}" for key, value in options.items())]
         CONFIG.write_bytes("\r\n".join(lines + [""]).encode())
+        self.start()
         self.open_card()
-
-    def open_card(self):
-        self.remote.start()
-        time.sleep(1.5)
-        self.remote.click(MEDIA_SELECT)
-        time.sleep(0.5)
-        xdotool("key", "--delay", 200, "Down", "Right", "Return")
-        wait_for(video_frame, 15)
-        self.remote.sees(lambda panel: "TV/CAP" in panel.lamps())
 
     def record(self, frames=45):
         """Presses Record, confirms, and waits until so many pictures are in the file."""
@@ -93,7 +77,7 @@ class Capture(unittest.TestCase):
         return length
 
     def test_allocated_recorded_saved_and_played(self):
-        self.start(EnableTimeLimit=1, TimeLimit=4, PromptToSave=1)
+        self.start_with(EnableTimeLimit=1, TimeLimit=4, PromptToSave=1)
         self.remote.click(RECORD)
         click_in(control("Quorvex", OK))
         click_in(control(ALLOCATE, CHANGE))
@@ -120,12 +104,12 @@ class Capture(unittest.TestCase):
         wait_for(lambda: state()["time"] >= "00:00:02", 20)
         self.remote.click(POWER)
         self.assertEqual(self.remote.ended(), 0)
-        self.assertEqual(stored()["CaptureFile"], windows_path(self.file))
-        self.assertEqual((stored()["TimeLimit"], stored()["EnableTimeLimit"], stored()["PromptToSave"]), ("4", "1", "1"))
+        self.assertEqual(stored("CaptureFile"), windows_path(self.file))
+        self.assertEqual([stored(key) for key in ("TimeLimit", "EnableTimeLimit", "PromptToSave")], ["4", "1", "1"])
 
     def test_power_finishes_the_file(self):
         for prompt in (0, 1):
-            self.start(CaptureFile=windows_path(self.file), PromptToSave=prompt)
+            self.start_with(CaptureFile=windows_path(self.file), PromptToSave=prompt)
             self.record()
             self.remote.click(POWER)
             if prompt:
@@ -135,7 +119,7 @@ class Capture(unittest.TestCase):
         self.check(self.folder / "kept.avi")
 
     def test_a_card_that_is_pulled_out_finishes_the_file(self):
-        self.start(CaptureFile=windows_path(self.file))
+        self.start_with(CaptureFile=windows_path(self.file))
         self.record()
         drive("card", "off")
         self.remote.sees_text("The capture device is gone")
@@ -143,12 +127,13 @@ class Capture(unittest.TestCase):
         self.check(self.file, silence=1.5)
 
     def test_killed_it_is_recovered_at_the_next_start(self):
-        self.start(CaptureFile=windows_path(self.file))
+        self.start_with(CaptureFile=windows_path(self.file))
         self.record(90)
         self.remote.process.kill()
         self.remote.process.wait(10)
         self.assertTrue(Path(f"{self.file}.journal").exists())
         wait_for(lambda: not self.remote.is_visible())
+        self.start()
         self.open_card()
         text = wait_for(lambda: state()["title"])
         self.assertTrue(text.startswith("Recovered 00:00:0"), text)

@@ -12,10 +12,10 @@ import threading
 import time
 
 from hand import BM_CLICK, Player
-from remote import TESTS, WINDOWS, drive, empty_drive, make_disc
+from remote import TESTS, WINDOWS, drive, empty_drive, make_disc, windows_path
 
 STORES = ("quorvex.ini", "cd.abm", "mfiles.abm")
-CD, TV, INPUT, ADD, UP, DELETE, SETUP, OPEN, CLOSE_DEVICE, POWER = 1017, 1500, 1049, 1047, 1058, 1053, 1071, 1002, 1526, 1016
+CD, TV, INPUT, UP, DELETE, SETUP, OPEN, CLOSE_DEVICE, POWER = 1017, 1500, 1049, 1058, 1053, 1071, 1002, 1526, 1016
 OK, CANCEL, APPLY, TITLE, EDIT_PLAYLIST, AUTO_PLAY, STOP_ON_EXIT, NEW_ALBUM, DELETE_ALBUM, ALBUM_TITLE = 1, 2, 0x3021, 1059, 1087, 1190, 1201, 1087, 1088, 1080
 PATIENCE = 20
 
@@ -52,8 +52,7 @@ def held():
 class Session(Player):
     def __init__(self):
         super().__init__()
-        media = [str(TESTS / "media" / name).replace("/", "\\") for name in ("sound.mp3", "ramp.wav", "sound.ogg")]
-        self.songs = ["Z:" + path for path in media]
+        self.songs = [windows_path(TESTS / "media" / name) for name in ("sound.mp3", "ramp.wav", "sound.ogg")]
         self.discs = [make_disc(self.remote.folder, seconds, f"disc{len(seconds)}") for seconds in ([40, 50], [60, 70, 80])]
         many = "".join(f"Song{number}=Z:\\songs\\{number}.mp3\r\n" for number in range(4000))
         self.first = {"quorvex.ini": f"; kept\r\n[QUORVEX]\r\nAutoStartDevice=0\r\n[Others]\r\n{many}".encode(), "cd.abm": large_store(1000).encode(),

@@ -12,9 +12,8 @@ import invariants
 import processes
 from hand import DIALOG, MENU
 from invariants import OSD, VIDEO
-from remote import ROOT, WINDOWS, drive, empty_drive
+from remote import ROOT, WINDOWS, drive, empty_drive, windows_path
 from user import CALM, CLOSE_DEVICE, WILD, Broken, User
-from world import windows_path
 
 
 class Model(User):

@@ -11,15 +11,11 @@ import time
 import unittest
 from pathlib import Path
 
-from remote import ROOT, TESTS, drive, in_wine, wait_for
+from remote import ROOT, TESTS, drive, in_wine, wait_for, windows_path
 
 ROUNDS = 20
 BLOCKS = (20, 16)  # the marks of the card's pictures, tests/support/disc_marks.h
 RATE = 30000 / 1001
-
-
-def windows_path(path):
-    return "Z:" + str(path).replace("/", "\\")
 
 
 def bench(*words):

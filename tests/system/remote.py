@@ -37,6 +37,10 @@ def in_wine(*command, **options):
     return subprocess.run([ROOT / "tools" / "in-wine", *command], capture_output=True, text=True, stdin=subprocess.DEVNULL, **options)
 
 
+def windows_path(path):
+    return "Z:" + str(path).replace("/", "\\")
+
+
 def drive(*command):
     done = in_wine(BIN / "qvdrive.exe", *map(str, command))
     if done.returncode:

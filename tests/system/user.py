@@ -9,8 +9,8 @@ import processes
 from hand import BM_CLICK, CONTROL, DOWN, MOVE, PANEL, RIGHT_DOWN, RIGHT_UP, UP, WM_CLOSE, WM_KEYDOWN, Player
 from invariants import VIDEO
 from layout import KEYS
-from remote import drive, empty_drive
-from world import CARD_FAULTS, FAULTS, World, windows_path
+from remote import drive, empty_drive, windows_path
+from world import CARD_FAULTS, FAULTS, World
 
 POWER, DECIMAL_POINT, FULL_SCREEN, CLOSE_DEVICE = 1016, 1046, 1012, 1526
 TRANSPORT = (1000, 1000, 1001, 1009, 1014, 1015, 1007, 1008, 1041, 1043, 1098, 1010)

@@ -1,13 +1,9 @@
 """What the user of the model has at hand: files and disc images, good and bad ones, and the drive."""
 
-from remote import TESTS, drive, make_disc
+from remote import TESTS, drive, make_disc, windows_path
 
 FAULTS = (("fail-open", 2), ("fail-play",), ("not-ready", 3), ("speed", 100), ("speed", 800), ("speed", 5000))
 CARD_FAULTS = ("refuse-input", "refuse-route", "refuse-format", "slow")
-
-
-def windows_path(path):
-    return "Z:" + str(path).replace("/", "\\")
 
 
 class World:
