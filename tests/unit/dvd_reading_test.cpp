@@ -133,32 +133,5 @@ TEST_F(DvdReadingTest, SectorsThatCannotBeReadAreSkipped) {
   }
 }
 
-TEST_F(DvdReadingTest, WrongStreamCountsAreNotBelieved) {
-  constexpr std::size_t kOfTitles = 0x100;
-  constexpr std::size_t kAudioCount = 0x102;
-  constexpr std::size_t kSubpictureCount = 0x154;
-  const std::vector<std::uint8_t> many{0xFF, 0xFF};
-  for (const char* file : {"VTS_01_0.IFO", "VTS_01_0.BUP"})
-    for (const std::size_t place :
-         {kAudioCount, kSubpictureCount, kAudioCount + kOfTitles, kSubpictureCount + kOfTitles})
-      Disc().Write(Disc().RegionOf(file).first, place, many);
-  // What applications are told of the sets lies in the manager's table.
-  constexpr std::size_t kAttributeTable = 0xD0;
-  for (const char* file : {"VIDEO_TS.IFO", "VIDEO_TS.BUP"}) {
-    const std::size_t first = Disc().RegionOf(file).first;
-    const std::size_t table = first + Disc().Sector(first)[kAttributeTable + 3];
-    const auto set = static_cast<std::size_t>(Disc().Sector(table)[10] << 8 | Disc().Sector(table)[11]);
-    for (const std::size_t place : {0x02U, 0x54U, 0x102U, 0x154U}) Disc().Write(table, set + 8 + place, many);
-  }
-  OpenedDisc disc;
-  ASSERT_EQ(OpenDisc(Disc().Path(), disc), DiscFault::kNone);
-  for (const auto part : {StreamAttributes::Part::kMenu, StreamAttributes::Part::kTitle}) {
-    EXPECT_EQ(disc.tables.Of(1).AudioCount(part), 8);
-    EXPECT_EQ(disc.tables.Of(1).SubpictureCount(part), 32);
-  }
-  disc = {};
-  EXPECT_EQ(PlayedChapters().size(), kChapters);
-}
-
 }  // namespace
 }  // namespace quorvex

