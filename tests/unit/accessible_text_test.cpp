@@ -20,6 +20,13 @@ void Set(Values& values, int element, std::initializer_list<int> run) {
   for (const int value : run) values[static_cast<std::size_t>(element++)] = value;
 }
 
+TEST(AccessibleText, SplitsAToolTipIntoNameAndShortcut) {
+  EXPECT_EQ(SplitToolTip("Power (Alt+F4)").name, "Power");
+  EXPECT_EQ(SplitToolTip("Power (Alt+F4)").shortcut, "Alt+F4");
+  EXPECT_EQ(SplitToolTip("Repeat").name, "Repeat");
+  EXPECT_EQ(SplitToolTip("Repeat").shortcut, "");
+}
+
 TEST(AccessibleText, SaysWhatThePlayingDisplayShows) {
   Values values = Dark();
   Set(values, kHoursTens, {0, 0, 0, 2, 1, 7});

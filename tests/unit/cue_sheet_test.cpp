@@ -33,6 +33,9 @@ TEST(CueSheet, EverySectorOfADiscHasItsPlace) {
        "FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00\nPOSTGAP 00:01:00\n"
        "TRACK 02 AUDIO\nPREGAP 00:02:00\nINDEX 01 00:04:00\n",
        "1a@0+525 2a@525+700 | 0:300<a.bin@0 300:75<silence 375:150<silence 525:700<a.bin@705600 | 1225"},
+      {"a gap behind the last track",
+       "FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00\nPOSTGAP 00:01:00\n",
+       "1a@0+1075 | 0:1000<a.bin@0 1000:75<silence | 1075"},
       {"what stands before the first track", "FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:02:00\n",
        "1a@150+850 | 0:150<a.bin@0 150:850<a.bin@352800 | 1000"},
       {"data, and a last sector that is not complete",

@@ -10,9 +10,10 @@ namespace {
 
 constexpr DvdTicks kStart = 9000;
 constexpr DvdTicks kLength = 100 * 1024;
+constexpr int kWidth = 4;
 
 UnitBytes Unit(bool forced = false) {
-  UnitPlan plan{.width = 4, .height = 2, .pixels = {1, 1, 1, 1, 1, 1, 1, 1}, .later = {{100, {0x02}}}};
+  UnitPlan plan{.width = kWidth, .height = 2, .pixels = {1, 1, 1, 1, 1, 1, 1, 1}, .later = {{100, {0x02}}}};
   if (forced) plan.firstCommands.front() = 0x00;
   return MakeUnit(plan);
 }
@@ -24,6 +25,22 @@ PlayItem Piece(const UnitBytes& bytes, std::optional<DvdTicks> time = kStart, in
 // Whether anything is seen at a time.
 bool Shows(const Overlay& overlay, DvdTicks time, bool onlyForced = false) {
   return overlay.At(time, {}, onlyForced) != Overlay::Look();
+}
+
+std::shared_ptr<Place> Menu(int buttons) {
+  const auto place = std::make_shared<Place>();
+  place->domain = DiscDomain::kTitleSetMenu;
+  hli_t& highlight = place->control.hli;
+  highlight.hl_gi.hli_ss = 1;
+  highlight.hl_gi.btn_ns = static_cast<std::uint8_t>(buttons);
+  highlight.btn_colit.btn_coli[0][0] = 0x2222FFFF;
+  highlight.btn_colit.btn_coli[0][1] = 0x3333FFFF;
+  for (btni_t& button : highlight.btnit) {
+    button.btn_coln = 1;
+    button.x_end = kWidth - 1;
+    button.y_end = 1;
+  }
+  return place;
 }
 
 TEST(OverlayTest, AUnitIsSeenFromItsTimeUntilItsEndHoweverItComes) {
@@ -80,13 +97,37 @@ TEST(OverlayTest, SubtitlesThatAreOffAreSeenWhenTheyAreForcedOrAMenus) {
   title->control.hli.hl_gi.hli_ss = 1;
   title->control.hli.hl_gi.btn_ns = 1;
   EXPECT_TRUE(Shows(overlay, kStart, true)) << "a film with buttons";
-  const auto menu = std::make_shared<Place>();
-  menu->domain = DiscDomain::kTitleSetMenu;
-  overlay.SetPlace(menu);
+  overlay.SetPlace(Menu(0));
   EXPECT_TRUE(Shows(overlay, kStart, true));
   overlay.Forget();
   overlay.Feed(Piece(Unit(true)));
   EXPECT_TRUE(Shows(overlay, kStart, true));
+}
+
+TEST(OverlayTest, TheChosenButtonIsInItsColours) {
+  const auto menu = Menu(2);
+  menu->control.hli.btnit[1].btn_coln = 0;  // chosen, it looks as before
+  Overlay overlay;
+  overlay.SetPalette({0x108080, 0xEB8080, 0x51F05A, 0x912236});
+  overlay.SetPlace(menu);
+  overlay.Feed(Piece(Unit()));
+
+  const auto pixel = [&](Overlay::Selection selection) {
+    std::vector<std::uint8_t> picture(std::size_t{kWidth} * 2 * 4);
+    overlay.Draw({picture.data(), kWidth * 4, kWidth, 2}, kStart, selection, false);
+    return std::array{picture[2], picture[1], picture[0]};
+  };
+  const auto plain = pixel({});
+  const auto chosen = pixel({1, false});
+  EXPECT_NE(chosen, plain);
+  EXPECT_NE(pixel({1, true}), chosen);
+  for (const int button : {-1, 0, 2, 3, 1000}) {
+    EXPECT_EQ(pixel({button, false}), plain) << button;
+    EXPECT_EQ(overlay.At(kStart, {button, false}, false).selection, Overlay::Selection()) << button;
+  }
+  EXPECT_EQ(overlay.At(kStart, {1, true}, false).selection, (Overlay::Selection{1, true}));
+  overlay.SetPlace(nullptr);
+  EXPECT_EQ(pixel({1, false}), plain);
 }
 
 }  // namespace
