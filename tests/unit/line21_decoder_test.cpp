@@ -66,7 +66,12 @@ TEST(Line21Decoder, PaintOnCaptionsAppearAsTheyCome) {
   });
   for (int row = 1; row <= CaptionScreen::kRows; ++row) {
     const std::string number = std::to_string(row);
-    EXPECT_EQ(Decoded("{RDC}{" + number + ":12}X"), number + ":12 X");
+    const std::string script = "{RDC}{" + number + ":12}X";
+    EXPECT_EQ(Decoded(script), number + ":12 X");
+    Line21Decoder second;
+    second.SetChannel(Line21Channel::kCaption2);
+    FeedAll(second, script, 1, 2);
+    EXPECT_EQ(ScreenText(second.Shown()), number + ":12 X") << "in the second channel";
   }
 }
 
