@@ -1,7 +1,9 @@
-// What the measuring programs share: a clock, and a look at the screen.
+// What the measuring programs share: clocks, and a look at the screen.
 #pragma once
 
 #include <windows.h>
+
+#include <cstdint>
 
 #include "tests/support/pump.h"
 
@@ -16,6 +18,18 @@ inline double Milliseconds() {
   ::QueryPerformanceFrequency(&frequency);
   ::QueryPerformanceCounter(&now);
   return static_cast<double>(now.QuadPart) * 1e3 / static_cast<double>(frequency.QuadPart);
+}
+
+// The processor time that this process has taken so far, in milliseconds.
+inline double CpuMs() {
+  FILETIME ignored{};
+  FILETIME kernel{};
+  FILETIME user{};
+  ::GetProcessTimes(::GetCurrentProcess(), &ignored, &ignored, &kernel, &user);
+  const auto ticks = [](const FILETIME& time) {
+    return static_cast<double>(static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime);
+  };
+  return (ticks(kernel) + ticks(user)) / 10000;
 }
 
 inline POINT MiddleOf(HWND window) {

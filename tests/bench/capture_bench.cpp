@@ -24,6 +24,7 @@
 #include "platform/tv/capture_file.h"
 #include "platform/tv/capture_type.h"
 #include "platform/tv/graph_walk.h"
+#include "tests/bench/bench.h"
 #include "tests/support/card_graph.h"
 
 namespace quorvex {
@@ -34,17 +35,6 @@ std::wstring Wide(const char* text) {
   ::MultiByteToWideChar(CP_UTF8, 0, text, -1, wide.data(), static_cast<int>(wide.size()));
   wide.pop_back();
   return wide;
-}
-
-double CpuMs() {
-  FILETIME ignored;
-  FILETIME kernel;
-  FILETIME user;
-  ::GetProcessTimes(::GetCurrentProcess(), &ignored, &ignored, &kernel, &user);
-  const auto ticks = [](const FILETIME& time) {
-    return static_cast<double>(static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime);
-  };
-  return (ticks(kernel) + ticks(user)) / 10000;
 }
 
 class Graph {

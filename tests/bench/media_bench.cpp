@@ -7,23 +7,11 @@
 #include <filesystem>
 #include <string_view>
 
+#include "tests/bench/bench.h"
 #include "tests/support/media_graph.h"
-#include "tests/support/pump.h"
 
 namespace quorvex {
 namespace {
-
-double CpuSeconds() {
-  FILETIME created{};
-  FILETIME ended{};
-  FILETIME kernel{};
-  FILETIME user{};
-  ::GetProcessTimes(::GetCurrentProcess(), &created, &ended, &kernel, &user);
-  const auto units = [](const FILETIME& time) {
-    return static_cast<double>(static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime);
-  };
-  return (units(kernel) + units(user)) / 1e7;
-}
 
 // Renders the file from the platform's own reader, as if nobody else were registered.
 HRESULT RenderByPlatform(const MediaGraph& graph, const std::filesystem::path& path) {
@@ -48,11 +36,11 @@ int Play(bool own, const std::filesystem::path& path) {
     std::fprintf(stderr, "cannot be rendered: %lx\n", rendered);
     return 1;
   }
-  const double cpuBefore = CpuSeconds();
+  const double cpuBefore = CpuMs();
   const ULONGLONG begin = ::GetTickCount64();
   graph.control->Run();
   const bool complete = PumpUntil([&] { return graph.Completes(0); }, 60000);
-  std::printf("%.2f %.2f\n", CpuSeconds() - cpuBefore,
+  std::printf("%.2f %.2f\n", (CpuMs() - cpuBefore) / 1000,
               static_cast<double>(::GetTickCount64() - begin) / 1000);
   return complete && graph.Release() == 0 ? 0 : 1;
 }

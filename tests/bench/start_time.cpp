@@ -5,19 +5,15 @@
 #include <cstdio>
 #include <string>
 
+#include "tests/bench/bench.h"
+
 namespace {
 
 constexpr DWORD kPatienceMs = 20000;
 
-double Milliseconds() {
-  LARGE_INTEGER now{};
-  LARGE_INTEGER frequency{};
-  ::QueryPerformanceCounter(&now);
-  ::QueryPerformanceFrequency(&frequency);
-  return static_cast<double>(now.QuadPart) * 1000 / static_cast<double>(frequency.QuadPart);
-}
-
 }  // namespace
+
+using quorvex::Milliseconds;
 
 int main(int count, char** arguments) {
   if (count != 3) return 2;

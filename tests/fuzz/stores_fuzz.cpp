@@ -15,18 +15,17 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr char kNewAlbum[] = "New album";
 constexpr char kNewEntry[] = "C:\\x.mp3";
 constexpr char kNewDisc[] = "0000ABCD";
 constexpr char kDiscList[] = "CD List";
 
 IniDocument Reread(const IniDocument& store) { return IniDocument(store.Text()); }
 
-// The content of every album that the list names and that is no section of the store's own.
-std::map<std::string, Texts> Albums(const IniDocument& store, const Texts& titles) {
+// The content of every album that the list names and that is no section of the store's own, nor `added`.
+std::map<std::string, Texts> Albums(const IniDocument& store, const Texts& titles, const std::string& added) {
   std::map<std::string, Texts> albums;
   for (const std::string& title : titles) {
-    const bool isOther = IsAlbumTitle(title) && !EqualNoCase(title, kNewAlbum);
+    const bool isOther = IsAlbumTitle(title) && !EqualNoCase(title, added);
     if (isOther) albums[title] = LoadAlbumContent(store, title);
   }
   return albums;
@@ -46,18 +45,20 @@ void CheckAlbumList(const IniDocument& store) {
 void CheckAlbumChanges(const std::string& text) {
   IniDocument store(text);
   const Texts titles = LoadAlbumList(store).titles;
-  const auto others = Albums(store, titles);
-  AddAlbum(store, kNewAlbum);
-  AppendToAlbum(store, kNewAlbum, Texts{kNewEntry});
+  const std::string firstLine = text.substr(0, text.find_first_of("\r\n"));
+  const std::string title = IsAlbumTitle(firstLine) ? firstLine : "New album";
+  const auto others = Albums(store, titles, title);
+  AddAlbum(store, title);
+  AppendToAlbum(store, title, Texts{kNewEntry});
   const IniDocument added = Reread(store);
   const AlbumList list = LoadAlbumList(added);
-  Require(list.selected >= 0 && EqualNoCase(list.titles[static_cast<std::size_t>(list.selected)], kNewAlbum),
+  Require(list.selected >= 0 && EqualNoCase(list.titles[static_cast<std::size_t>(list.selected)], title),
           "a new album is selected");
-  const Texts content = LoadAlbumContent(added, kNewAlbum);
+  const Texts content = LoadAlbumContent(added, title);
   Require(!content.empty() && content.back() == kNewEntry, "a new entry is the album's last");
-  Require(Albums(added, titles) == others, "the other albums are as they were");
-  DeleteAlbum(store, kNewAlbum);
-  Require(Albums(Reread(store), titles) == others, "also when the album goes");
+  Require(Albums(added, titles, title) == others, "the other albums are as they were");
+  DeleteAlbum(store, title);
+  Require(Albums(Reread(store), titles, title) == others, "also when the album goes");
   SavePreviewPlaylist(store, Texts{kNewEntry});
   Require(LoadAlbumContent(Reread(store), kPreviewPlaylist) == Texts{kNewEntry},
           "the temporary list is this one");

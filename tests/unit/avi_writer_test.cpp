@@ -23,6 +23,21 @@ void WriteChunks(AviWriter& writer, std::uint32_t count) {
   }
 }
 
+// A whole movie of so many pictures with their sound; where its chunks end.
+std::uint64_t WriteMovie(MemoryFile& file, const AviMovie& movie, std::uint32_t count) {
+  AviWriter writer(file, movie);
+  EXPECT_EQ(writer.Begin(), FileResult::kDone);
+  WriteChunks(writer, count);
+  EXPECT_EQ(writer.Finish(), FileResult::kDone);
+  return writer.End();
+}
+
+AviMovie MovieOfSmallParts() {
+  AviMovie movie = TestMovie();
+  movie.partBytes = 100'000;
+  return movie;
+}
+
 // Follows the lists of indexes to every chunk of a stream, and reads its number.
 std::vector<std::uint32_t> NumbersByIndex(const Bytes& file, const FoundAvi& found, std::size_t stream) {
   std::vector<std::uint32_t> numbers;
@@ -63,10 +78,7 @@ void ExpectAllNumbers(const Bytes& file, std::uint32_t count) {
 
 TEST(AviWriterTest, EveryChunkIsFoundByItsIndexes) {
   MemoryFile file;
-  AviWriter writer(file, TestMovie());
-  ASSERT_EQ(writer.Begin(), FileResult::kDone);
-  WriteChunks(writer, 23);
-  ASSERT_EQ(writer.Finish(), FileResult::kDone);
+  WriteMovie(file, TestMovie(), 23);
   ExpectAllNumbers(file.bytes, 23);
   const FoundAvi found = FindAll(file.bytes);
   EXPECT_EQ(found.parts, std::vector<std::string>{"AVI "});
@@ -88,13 +100,9 @@ TEST(AviWriterTest, EveryChunkIsFoundByItsIndexes) {
 TEST(AviWriterTest, ALongMovieIsInParts) {
   for (const bool oldIndex : {true, false}) {
     MemoryFile file;
-    AviMovie movie = TestMovie();
-    movie.partBytes = 100'000;
+    AviMovie movie = MovieOfSmallParts();
     movie.oldIndex = oldIndex;
-    AviWriter writer(file, movie);
-    ASSERT_EQ(writer.Begin(), FileResult::kDone);
-    WriteChunks(writer, 200);
-    ASSERT_EQ(writer.Finish(), FileResult::kDone);
+    WriteMovie(file, movie, 200);
     ExpectAllNumbers(file.bytes, 200);
     const FoundAvi found = FindAll(file.bytes);
     EXPECT_GT(found.parts.size(), 10U);
@@ -122,53 +130,34 @@ TEST(AviWriterTest, ThePartsThatAFileHasRoomForAreFilledAndNoMore) {
   EXPECT_EQ(MovieBytes(file), file.bytes.size());
 }
 
-// A file that was an AVI file of several parts before, and is longer than what is written now.
+// A file that was an AVI file of several parts before, and is longer than what is written now; what is left
+// after the movie may be too little for a chunk.
 TEST(AviWriterTest, WhatWasInTheFileIsNotInTheMovie) {
   MemoryFile old;
-  AviMovie movie = TestMovie();
-  movie.partBytes = 100'000;
-  AviWriter before(old, movie);
-  ASSERT_EQ(before.Begin(), FileResult::kDone);
-  WriteChunks(before, 200);
-  ASSERT_EQ(before.Finish(), FileResult::kDone);
+  AviMovie movie = MovieOfSmallParts();
+  WriteMovie(old, movie, 200);
   for (std::uint64_t more = 0; more < 20; ++more) {
-    MemoryFile file(old.bytes);
-    file.bytes.resize(old.bytes.size() + more);
-    movie.fileBytes = file.bytes.size();
-    AviWriter writer(file, movie);
-    ASSERT_EQ(writer.Begin(), FileResult::kDone);
-    WriteChunks(writer, 21);
-    ASSERT_EQ(writer.Finish(), FileResult::kDone);
-    EXPECT_EQ(file.bytes.size(), old.bytes.size() + more) << "the space stays";
-    ExpectAllNumbers(file.bytes, 21);
-    EXPECT_EQ(FindAll(file.bytes).parts, (std::vector<std::string>{"AVI ", "AVIX", "JUNK"}));
-    EXPECT_EQ(MovieBytes(file), writer.End());
-  }
-  // What is left after the movie may be too little for a chunk.
-  for (std::uint64_t more = 0; more < 20; ++more) {
-    MemoryFile file(Bytes(old.bytes.size() + more, 0x55));
-    movie.fileBytes = file.bytes.size();
-    AviWriter writer(file, movie);
-    ASSERT_EQ(writer.Begin(), FileResult::kDone);
-    WriteChunks(writer, 200);
-    ASSERT_EQ(writer.Finish(), FileResult::kDone);
-    EXPECT_EQ(file.bytes.size(), old.bytes.size() + more);
-    EXPECT_EQ(MovieBytes(file), old.bytes.size());
-    const Bytes rest(file.bytes.begin() + static_cast<std::ptrdiff_t>(old.bytes.size()), file.bytes.end());
-    if (more < 8) {
-      EXPECT_EQ(rest, Bytes(more));
+    for (const std::uint32_t count : {21U, 200U}) {
+      MemoryFile file(old.bytes);
+      file.bytes.resize(old.bytes.size() + more, 0x55);
+      movie.fileBytes = file.bytes.size();
+      const std::uint64_t end = WriteMovie(file, movie, count);
+      EXPECT_EQ(MovieBytes(file), end);
+      EXPECT_EQ(file.bytes.size(), old.bytes.size() + more) << "the space stays";
+      ExpectAllNumbers(file.bytes, count);
+      if (count == 21) {
+        EXPECT_EQ(FindAll(file.bytes).parts, (std::vector<std::string>{"AVI ", "AVIX", "JUNK"}));
+      } else if (more < 8) {
+        EXPECT_EQ(Bytes(file.bytes.end() - static_cast<std::ptrdiff_t>(more), file.bytes.end()), Bytes(more));
+      }
     }
   }
 }
 
 TEST(AviWriterTest, AFullDiskKeepsWhatIsThere) {
-  AviMovie movie = TestMovie();
-  movie.partBytes = 100'000;
+  const AviMovie movie = MovieOfSmallParts();
   MemoryFile whole;
-  AviWriter reference(whole, movie);
-  ASSERT_EQ(reference.Begin(), FileResult::kDone);
-  WriteChunks(reference, 60);
-  ASSERT_EQ(reference.Finish(), FileResult::kDone);
+  WriteMovie(whole, movie, 60);
   for (std::uint64_t room = HeaderBytes(movie) + 200; room < whole.bytes.size(); room += 1237) {
     MemoryFile file({}, room);
     AviWriter writer(file, movie);

@@ -7,53 +7,45 @@
 namespace quorvex {
 namespace {
 
-std::string Plan(std::string_view sheet, std::map<std::string, std::int64_t> files = {
-                                             {"a.bin", 1000LL * 2352}, {"b.bin", 500LL * 2352}}) {
+std::string Plan(std::string_view sheet,
+                 std::map<std::string, std::int64_t> files = {{"a.bin", 1000LL * 2352},
+                                                              {"b.bin", 500LL * 2352},
+                                                              {"d.bin", 300LL * 2048 + 100LL * 2352 + 7}}) {
   return Described(PlanCueSheet(sheet, FilesOf(std::move(files))));
 }
 
-TEST(CueSheet, OneFileWithAPauseInIt) {
-  EXPECT_EQ(
-      Plan("\xEF\xBB\xBFREM made by hand\r\nTITLE \"Disc\"\r\nFILE \"a.bin\" BINARY\r\n"
-           "  TRACK 01 AUDIO\r\n    TITLE \"One\"\r\n    INDEX 01 00:00:00\r\n"
-           "  TRACK 02 AUDIO\r\n    INDEX 00 00:04:00\r\n    INDEX 01 00:06:00\r\n    INDEX 02 00:08:00\r\n"),
-      "1a@0+450 2a@450+550 | 0:300<a.bin@0 300:150<a.bin@705600 450:550<a.bin@1058400 | 1000");
-}
-
-TEST(CueSheet, SeveralFilesFollowEachOther) {
-  EXPECT_EQ(Plan("file a.bin binary\ntrack 01 audio\nindex 01 00:00:00\nfile b.bin binary\ntrack 02 "
-                 "audio\nindex 01 00:00:00\n"),
-            "1a@0+1000 2a@1000+500 | 0:1000<a.bin@0 1000:500<b.bin@0 | 1500");
-}
-
-TEST(CueSheet, APauseMayEndTheFileBefore) {
-  EXPECT_EQ(Plan("FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00\nTRACK 02 AUDIO\nINDEX 00 00:12:00\n"
-                 "FILE b.bin BINARY\nINDEX 01 00:00:00\n"),
-            "1a@0+1000 2a@1000+500 | 0:900<a.bin@0 900:100<a.bin@2116800 1000:500<b.bin@0 | 1500");
-}
-
-TEST(CueSheet, GapsThatNoFileHoldsAreSilent) {
-  EXPECT_EQ(Plan("FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00\nPOSTGAP 00:01:00\n"
-                 "TRACK 02 AUDIO\nPREGAP 00:02:00\nINDEX 01 00:04:00\n"),
-            "1a@0+525 2a@525+700 | 0:300<a.bin@0 300:75<silence 375:150<silence 525:700<a.bin@705600 | 1225");
-}
-
-TEST(CueSheet, WhatStandsBeforeTheFirstTrackBelongsToTheDisc) {
-  EXPECT_EQ(Plan("FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:02:00\n"),
-            "1a@150+850 | 0:150<a.bin@0 150:850<a.bin@352800 | 1000");
-}
-
-TEST(CueSheet, DataTracksHaveSectorsOfTheirOwnSize) {
-  EXPECT_EQ(
-      Plan("FILE a.bin BINARY\nTRACK 01 MODE1/2048\nINDEX 01 00:00:00\nTRACK 02 AUDIO\nINDEX 01 00:04:00\n",
-           {{"a.bin", 300LL * 2048 + 100LL * 2352 + 7}}),
-      "1d@0+300 2a@300+101 | 0:300<a.bin@0 300:101<a.bin@614400 | 401")
-      << "an incomplete last sector counts";
-}
-
-TEST(CueSheet, TracksMayHaveNoLength) {
-  EXPECT_EQ(Plan("FILE b.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00\nTRACK 02 AUDIO\nINDEX 01 00:00:00\n"),
-            "1a@0+0 2a@0+500 | 0:500<b.bin@0 | 500");
+TEST(CueSheet, EverySectorOfADiscHasItsPlace) {
+  const struct {
+    const char* what;
+    const char* sheet;
+    const char* plan;
+  } discs[] = {
+      {"a pause within the file, and words that say nothing of places",
+       "\xEF\xBB\xBFREM made by hand\r\nTITLE \"Disc\"\r\nFILE \"a.bin\" BINARY\r\n"
+       "  TRACK 01 AUDIO\r\n    TITLE \"One\"\r\n    INDEX 01 00:00:00\r\n"
+       "  TRACK 02 AUDIO\r\n    INDEX 00 00:04:00\r\n    INDEX 01 00:06:00\r\n    INDEX 02 00:08:00\r\n",
+       "1a@0+450 2a@450+550 | 0:300<a.bin@0 300:150<a.bin@705600 450:550<a.bin@1058400 | 1000"},
+      {"a pause that ends the file before",
+       "file a.bin binary\ntrack 01 audio\nindex 01 00:00:00\ntrack 02 audio\nindex 00 00:12:00\n"
+       "file b.bin binary\nindex 01 00:00:00\n",
+       "1a@0+1000 2a@1000+500 | 0:900<a.bin@0 900:100<a.bin@2116800 1000:500<b.bin@0 | 1500"},
+      {"gaps that no file holds",
+       "FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00\nPOSTGAP 00:01:00\n"
+       "TRACK 02 AUDIO\nPREGAP 00:02:00\nINDEX 01 00:04:00\n",
+       "1a@0+525 2a@525+700 | 0:300<a.bin@0 300:75<silence 375:150<silence 525:700<a.bin@705600 | 1225"},
+      {"a gap behind the last track",
+       "FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00\nPOSTGAP 00:01:00\n",
+       "1a@0+1075 | 0:1000<a.bin@0 1000:75<silence | 1075"},
+      {"what stands before the first track", "FILE a.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:02:00\n",
+       "1a@150+850 | 0:150<a.bin@0 150:850<a.bin@352800 | 1000"},
+      {"data, and a last sector that is not complete",
+       "FILE d.bin BINARY\nTRACK 01 MODE1/2048\nINDEX 01 00:00:00\nTRACK 02 AUDIO\nINDEX 01 00:04:00\n",
+       "1d@0+300 2a@300+101 | 0:300<d.bin@0 300:101<d.bin@614400 | 401"},
+      {"a track without a length",
+       "FILE b.bin BINARY\nTRACK 01 AUDIO\nINDEX 01 00:00:00\nTRACK 02 AUDIO\nINDEX 01 00:00:00\n",
+       "1a@0+0 2a@0+500 | 0:500<b.bin@0 | 500"},
+  };
+  for (const auto& [what, sheet, plan] : discs) EXPECT_EQ(Plan(sheet), plan) << what;
 }
 
 TEST(CueSheet, SaysWhatIsWrong) {

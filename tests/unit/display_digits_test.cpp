@@ -51,15 +51,10 @@ TEST(DisplayDigits, MediaTimesArePackedToTenthsAndTheCallersNibbleStays) {
 }
 
 TEST(DisplayDigits, TheClockHasTwelveHours) {
-  struct Case {
-    int hour, tens, units;
-    bool pm;
-  };
-  for (const Case& one : {Case{0, 0, 0, false}, Case{9, 0, 9, false}, Case{11, 1, 1, false},
-                          Case{12, 1, 2, true}, Case{13, 0, 1, true}, Case{23, 1, 1, true}}) {
-    const ClockDigits clock = ClockFor(one.hour, 5, 59);
-    EXPECT_EQ(clock.digits, (std::array<int, 6>{one.tens, one.units, 0, 5, 5, 9})) << one.hour;
-    EXPECT_EQ(clock.pm, one.pm) << one.hour;
+  for (const auto& [hour, shown] : {std::pair{0, 0}, {9, 9}, {11, 11}, {12, 12}, {13, 1}, {23, 11}}) {
+    const ClockDigits clock = ClockFor(hour, 5, 59);
+    EXPECT_EQ(clock.digits, (std::array<int, 6>{shown / 10, shown % 10, 0, 5, 5, 9})) << hour;
+    EXPECT_EQ(clock.pm, hour >= 12) << hour;
   }
 }
 

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <random>
 
 namespace quorvex {
@@ -29,28 +28,17 @@ TEST(DriveState, PlaysWithItsClockAndStopsAtTheEnd) {
   EXPECT_EQ(state.player, 0U);
 }
 
-TEST(DriveState, TurnsFasterForTests) {
+TEST(DriveState, PausesWhereItIsAtItsSpeedAndSeeksWithoutForgettingThePause) {
   DriveState state = WithDisc();
   state.speedPercent = 1000;
   state.Play(0, kMe, 0);
   state.PlayUntil(100000, false);
-  EXPECT_EQ(state.PositionAt(1000), 750);
-}
-
-TEST(DriveState, PausesWhereItIsAndSeeksWithoutForgettingThePause) {
-  DriveState state = WithDisc();
-  state.Play(0, kMe, 0);
-  state.PlayUntil(1000, false);
   state.Pause(2000);
-  EXPECT_EQ(state.transport, Transport::kPaused);
-  EXPECT_EQ(state.PositionAt(9000), 150);
+  EXPECT_EQ(state.PositionAt(9000), 1500);
   state.Seek(700, true);
-  EXPECT_EQ(state.transport, Transport::kPaused);
-  EXPECT_EQ(state.PositionAt(9000), 700);
   state.Pause(9500);
-  EXPECT_EQ(state.position, 700) << "pausing twice changes nothing";
-  state.Stop(9600);
-  EXPECT_EQ(state.transport, Transport::kStopped);
+  EXPECT_EQ(state.transport, Transport::kPaused);
+  EXPECT_EQ(state.position, 700);
 }
 
 TEST(DriveState, EveryCommandEndsThePlayingBefore) {
@@ -106,19 +94,6 @@ TEST(DriveState, ANewDiscEndsWhatTheOldOnePlayedAndIsReadable) {
   EXPECT_EQ(state.unreadableTrack, 0U);
   state.Insert(std::string(5000, 'x'));
   EXPECT_TRUE(state.IsValid()) << "a path that is too long is cut, never left without its end";
-}
-
-TEST(DriveState, RecognisesARecordThatMakesNoSense) {
-  EXPECT_TRUE(DriveState().IsValid());
-  EXPECT_TRUE(WithDisc().IsValid());
-  DriveState state;
-  std::memset(static_cast<void*>(&state), 0, sizeof state);
-  EXPECT_FALSE(state.IsValid()) << "a fresh file is all zero";
-  std::memset(static_cast<void*>(&state), 'x', sizeof state);
-  EXPECT_FALSE(state.IsValid());
-  state = WithDisc();
-  state.position = -5;
-  EXPECT_FALSE(state.IsValid());
 }
 
 // Whatever is done in whatever order, the drive never plays nothing, never plays an open tray and stays

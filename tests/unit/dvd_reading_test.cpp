@@ -66,13 +66,6 @@ std::set<int> PlayedChapters(DiscFault* fault = nullptr) {
   return disc.navigator->PlayTitle(1) ? ChaptersOf(*disc.navigator) : std::set<int>();
 }
 
-TEST_F(DvdReadingTest, ASoundDiscIsPlayedThrough) {
-  EXPECT_EQ(PlayedChapters(), (std::set{1, 2, 3}));
-  const WalkResult walk = WalkDisc(Disc(), {});
-  EXPECT_TRUE(walk.opened);
-  EXPECT_GT(walk.sectors, 100);
-}
-
 TEST_F(DvdReadingTest, WhatIsDamagedInATableIsReadFromItsCopy) {
   for (const char* file : {"VIDEO_TS.IFO", "VTS_01_0.IFO", "VTS_02_0.IFO"}) {
     const std::size_t count = Disc().RegionOf(file).count;
@@ -138,44 +131,6 @@ TEST_F(DvdReadingTest, SectorsThatCannotBeReadAreSkipped) {
     EXPECT_LT(Clock::now() - begin, kPatience) << hole.where;
     Disc().Restore();
   }
-}
-
-TEST_F(DvdReadingTest, AnImageMayEndAnywhere) {
-  const MutableDisc::Region& last = Disc().RegionOf("VTS_02_1.VOB");
-  for (std::size_t sector = 0; sector < last.first + last.count; sector += 97) {
-    Disc().Cut(sector);
-    const Clock::time_point begin = Clock::now();
-    PlayedChapters();
-    EXPECT_LT(Clock::now() - begin, kPatience) << sector;
-    Disc().Restore();
-  }
-}
-
-TEST_F(DvdReadingTest, WrongStreamCountsAreNotBelieved) {
-  constexpr std::size_t kOfTitles = 0x100;
-  constexpr std::size_t kAudioCount = 0x102;
-  constexpr std::size_t kSubpictureCount = 0x154;
-  const std::vector<std::uint8_t> many{0xFF, 0xFF};
-  for (const char* file : {"VTS_01_0.IFO", "VTS_01_0.BUP"})
-    for (const std::size_t place :
-         {kAudioCount, kSubpictureCount, kAudioCount + kOfTitles, kSubpictureCount + kOfTitles})
-      Disc().Write(Disc().RegionOf(file).first, place, many);
-  // What applications are told of the sets lies in the manager's table.
-  constexpr std::size_t kAttributeTable = 0xD0;
-  for (const char* file : {"VIDEO_TS.IFO", "VIDEO_TS.BUP"}) {
-    const std::size_t first = Disc().RegionOf(file).first;
-    const std::size_t table = first + Disc().Sector(first)[kAttributeTable + 3];
-    const auto set = static_cast<std::size_t>(Disc().Sector(table)[10] << 8 | Disc().Sector(table)[11]);
-    for (const std::size_t place : {0x02U, 0x54U, 0x102U, 0x154U}) Disc().Write(table, set + 8 + place, many);
-  }
-  OpenedDisc disc;
-  ASSERT_EQ(OpenDisc(Disc().Path(), disc), DiscFault::kNone);
-  for (const auto part : {StreamAttributes::Part::kMenu, StreamAttributes::Part::kTitle}) {
-    EXPECT_EQ(disc.tables.Of(1).AudioCount(part), 8);
-    EXPECT_EQ(disc.tables.Of(1).SubpictureCount(part), 32);
-  }
-  disc = {};
-  EXPECT_EQ(PlayedChapters().size(), kChapters);
 }
 
 }  // namespace

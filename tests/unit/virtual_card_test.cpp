@@ -25,28 +25,28 @@ constexpr auto kAntenna = TunerInput::kAntenna;
 constexpr auto kCable = TunerInput::kCable;
 
 TEST(ChannelPlanTest, ChannelsAreOnTheFrequenciesOfTheirCountry) {
-  struct Case {
+  const struct {
     int country;
     TunerInput input;
     int channel;
-    long video;  // kHz; 0: no channel
-    long audio;
-  };
-  for (const Case& each :
-       {Case{1, kAntenna, 2, 55250, 59750}, Case{1, kAntenna, 5, 77250, 81750},
-        Case{1, kAntenna, 13, 211250, 215750}, Case{1, kAntenna, 14, 471250, 475750},
-        Case{1, kAntenna, 69, 801250, 805750}, Case{1, kAntenna, 1, 0, 0}, Case{1, kAntenna, 70, 0, 0},
-        Case{1, kCable, 14, 121250, 125750}, Case{1, kCable, 22, 169250, 173750},
-        Case{1, kCable, 94, 643250, 647750}, Case{1, kCable, 95, 91250, 95750},
-        Case{1, kCable, 125, 799250, 803750}, Case{49, kAntenna, 12, 224250, 229750},
-        Case{49, kAntenna, 13, 0, 0}, Case{49, kAntenna, 69, 855250, 860750}, Case{44, kAntenna, 2, 0, 0},
-        Case{44, kAntenna, 21, 471250, 477250}, Case{81, kAntenna, 62, 765250, 769750}}) {
-    const Carriers carriers = CarriersOf(each.country, each.input, each.channel).value_or(Carriers{});
-    EXPECT_EQ(carriers.video, each.video * 1000) << each.country << ' ' << each.channel;
-    EXPECT_EQ(carriers.audio, each.audio * 1000) << each.country << ' ' << each.channel;
+    long video, audio;  // kHz; 0: no channel
+  } cases[] = {{1, kAntenna, 2, 55250, 59750},
+               {1, kAntenna, 5, 77250, 81750},
+               {1, kAntenna, 69, 801250, 805750},
+               {1, kAntenna, 70, 0, 0},
+               {1, kCable, 22, 169250, 173750},
+               {1, kCable, 95, 91250, 95750},
+               {49, kAntenna, 12, 224250, 229750},
+               {49, kAntenna, 13, 0, 0},
+               {44, kAntenna, 2, 0, 0},
+               {44, kAntenna, 21, 471250, 477250},
+               {81, kAntenna, 62, 765250, 769750}};
+  for (const auto& [country, input, channel, video, audio] : cases) {
+    const Carriers carriers = CarriersOf(country, input, channel).value_or(Carriers{});
+    EXPECT_EQ(carriers.video, video * 1000) << country << ' ' << channel;
+    EXPECT_EQ(carriers.audio, audio * 1000) << country << ' ' << channel;
   }
   EXPECT_EQ(ChannelsOf(1, kCable), (ChannelRange{1, 125}));
-  EXPECT_EQ(ChannelsOf(44, kAntenna), (ChannelRange{21, 69}));
   EXPECT_FALSE(HasChannelPlan(999));
   EXPECT_EQ(ChannelsOf(999, kAntenna), ChannelsOf(kUnitedStates, kAntenna));
 }
@@ -139,17 +139,16 @@ TEST(TestPictureTest, TellsItsNumberAndChannelInEverySize) {
 
 TEST(ColorAdjustmentTest, EachControlDoesItsPart) {
   const Rgb orange{200, 120, 40};
-  const auto with = [](std::size_t control, int value, Rgb color = {200, 120, 40}) {
+  const auto with = [&](std::size_t control, int value) {
     ColorAdjustment adjustment;
     adjustment.values[control] = value;
-    return adjustment.Apply(color);
+    return adjustment.Apply(orange);
   };
   EXPECT_EQ(with(0, 128), orange);
-  EXPECT_EQ(with(0, 0, {10, 10, 10}), (Rgb{0, 0, 0}));
   EXPECT_NEAR(with(0, 158).green, orange.green + 30, 1);
   EXPECT_EQ(with(1, 0), (Rgb{128, 128, 128}));
-  EXPECT_EQ(with(3, 0).red, with(3, 0).blue);
   EXPECT_LT(with(2, 0).red, with(2, 0).blue) << "half a turn of the hue";
+  EXPECT_EQ(with(3, 0).red, with(3, 0).blue);
   EXPECT_GT(with(3, 255).red, orange.red);
 }
 
@@ -189,16 +188,6 @@ TEST(CaptureFormatTest, PicturesAreLaidOut) {
     EXPECT_FALSE(IsPossible({.frameTime = time})) << time;
   for (const MediaTime time : {kShortestFrame, kLongestFrame})
     EXPECT_TRUE(IsPossible({.frameTime = time})) << time;
-}
-
-TEST(BlockFontTest, LettersDigitsAndSigns) {
-  const Glyph none{};
-  for (char letter = 'A'; letter <= 'Z'; ++letter) {
-    EXPECT_NE(GlyphOf(letter), none) << letter;
-    EXPECT_EQ(GlyphOf(static_cast<char>(letter - 'A' + 'a')), GlyphOf(letter)) << letter;
-  }
-  for (const char* c = "0123456789-"; *c != 0; ++c) EXPECT_NE(GlyphOf(*c), none) << *c;
-  for (const char* c = " @[`{~"; *c != 0; ++c) EXPECT_EQ(GlyphOf(*c), none) << *c;
 }
 
 TEST(ProgrammeSoundTest, AToneGoesOnWithoutABreak) {
