@@ -76,21 +76,6 @@ TEST(CaptionPainter, CharactersStandInTheirCells) {
   }
 }
 
-TEST(CaptionPainter, NothingIsDrawnWhereNothingStands) {
-  for (const bool opaque : {false, true}) {
-    Picture picture({720, 480});
-    CaptionPainter painter;
-    painter.Paint(picture.view, ScreenOf(""), opaque);
-    EXPECT_EQ(picture.CountIn({.right = 720, .bottom = 480}).changed, 0);
-    painter.Paint(picture.view, ScreenOf("{RDC}{15:0}A"), opaque);
-    EXPECT_EQ(picture.CountIn({.right = 720, .bottom = CaptionCellBox({720, 480}, 13, 0).bottom - 3}).changed,
-              0);
-    EXPECT_EQ(picture.CountIn({.left = CaptionCellBox({720, 480}, 14, 2).left, .right = 720, .bottom = 480})
-                  .changed,
-              0);
-  }
-}
-
 TEST(CaptionPainter, TheOpaqueBackgroundIsBlackBehindTheCharactersAndBesideThem) {
   for (const Size& size : kSizes) {
     Picture picture(size);
