@@ -61,8 +61,6 @@ class FakeDvdControl final : public ComFake<DvdScript, IDvdControl> {
   STDMETHODIMP LeftButtonSelect() override { return script.Call("LeftButtonSelect"); }
   STDMETHODIMP RightButtonSelect() override { return script.Call("RightButtonSelect"); }
   STDMETHODIMP ButtonActivate() override { return script.Call("ButtonActivate"); }
-  STDMETHODIMP MouseActivate(POINT point) override { return script.Call("MouseActivate", Text(point)); }
-  STDMETHODIMP MouseSelect(POINT point) override { return script.Call("MouseSelect", Text(point)); }
   STDMETHODIMP AudioStreamChange(ULONG stream) override {
     const HRESULT result = script.Call("AudioStreamChange", std::to_string(stream));
     if (SUCCEEDED(result)) script.track = stream;
@@ -76,6 +74,8 @@ class FakeDvdControl final : public ComFake<DvdScript, IDvdControl> {
     script.subtitlesDisabled = display == FALSE;
     return result;
   }
+  QUORVEX_UNEXPECTED(MouseActivate, POINT)
+  QUORVEX_UNEXPECTED(MouseSelect, POINT)
   QUORVEX_UNEXPECTED(TitlePlay, ULONG)
   QUORVEX_UNEXPECTED(TimePlay, ULONG, ULONG)
   QUORVEX_UNEXPECTED(StopForResume)
@@ -94,9 +94,6 @@ class FakeDvdControl final : public ComFake<DvdScript, IDvdControl> {
   QUORVEX_UNEXPECTED(VideoModePreferrence, ULONG)
   QUORVEX_UNEXPECTED(SetRoot, LPCWSTR)
   QUORVEX_UNEXPECTED(ChapterPlayAutoStop, ULONG, ULONG, ULONG)
-
- private:
-  static std::string Text(POINT point) { return std::to_string(point.x) + ',' + std::to_string(point.y); }
 };
 
 class FakeDvdInfo final : public ComFake<DvdScript, IDvdInfo> {

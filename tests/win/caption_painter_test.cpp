@@ -110,17 +110,6 @@ TEST(CaptionPainter, CharactersHaveTheirColorAndTheirOutline) {
   EXPECT_GT(picture.CountIn(box).black, 30);
 }
 
-TEST(CaptionPainter, UnderlinesAndItalicsDiffer) {
-  std::vector<std::vector<std::uint8_t>> looks;
-  for (const char* script : {"{RDC}{15:0}HELLO", "{RDC}{15:0u}HELLO", "{RDC}{15 italic}HELLO"}) {
-    Picture picture({720, 480});
-    CaptionPainter().Paint(picture.view, ScreenOf(script), false);
-    looks.push_back(picture.bytes);
-  }
-  EXPECT_NE(looks[0], looks[1]);
-  EXPECT_NE(looks[0], looks[2]);
-}
-
 TEST(CaptionPainter, FollowsTheScreenThePicturesSizeAndTheBackground) {
   CaptionPainter kept;
   const struct {

@@ -2,7 +2,6 @@
 #include "devices/tv/capture_file_dialog.h"
 
 #include "base/handles.h"
-#include "devices/tv/capture_disk.h"
 #include "resources/ids.h"
 #include "tests/support/dialog_user.h"
 #include "tests/support/tv_panel.h"
@@ -45,9 +44,6 @@ class CaptureFileTest : public TvTest {
   static bool IsOn(HWND dialog, int control) {
     return ::IsWindowEnabled(::GetDlgItem(dialog, control)) != FALSE;
   }
-  static int FreeMegabytes(const std::string& path) {
-    return static_cast<int>(GetFreeDiskSpaceKB(path).value_or(0) / 1024);
-  }
 };
 
 TEST_F(CaptureFileTest, CancelledWithoutAFileNothingIsRecorded) {
@@ -79,9 +75,7 @@ TEST_F(CaptureFileTest, APathThatIsTooLongIsRefused) {
   const std::size_t room = kLongestCapturePath - stores.Path("").size();
   const auto refused = [](const std::string& name) {
     return [name](HWND dialog) {
-      constexpr int kNameField = 0x47C;
-      EXPECT_TRUE(DialogScript::WaitUntil([&] { return ::GetDlgItem(dialog, kNameField) != nullptr; }));
-      ::SetDlgItemTextA(dialog, kNameField, name.c_str());
+      DialogScript::TypeName(dialog, name);
       ::SendMessageA(dialog, WM_COMMAND, IDOK, 0);
       EXPECT_EQ(ShownText(), "The path is too long");
       EXPECT_TRUE(::IsWindow(dialog));

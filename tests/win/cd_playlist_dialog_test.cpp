@@ -141,25 +141,6 @@ TEST_F(CdPlaylistDialogTest, FocusDecidesWhatEnterDoesAndWhichListHasASelection)
   });
 }
 
-TEST_F(CdPlaylistDialogTest, NamesOfEveryScriptAreStoredWithSixtyThreeCharacters) {
-  OpenStored({200}, "Title=\r\nArtist=\r\n1=\r\nPlaylist=\r\n");
-  const std::string note = "\xF0\x9F\x8E\xB5";
-  std::string expected;
-  std::string entered;
-  for (int i = 0; i < 63; ++i) expected += i % 2 == 0 ? "\xC3\xA9" : "\xE6\x97\xA5";
-  entered = expected + note;
-  Edit([&](EditorUser& user) {
-    user.Enter(IDC_DISC_TITLE, entered);
-    user.Enter(IDC_DISC_ARTIST, entered + "more");
-    user.Enter(IDC_TRACK_NAME, entered);
-    user.Press(IDC_SET_NAME);
-    EXPECT_EQ(user.Content(), "[(03:20) " + expected + "]");
-    user.PressOk();
-  });
-  EXPECT_EQ(StoredLines(),
-            "Title=" + expected + "\r\nArtist=" + expected + "\r\n1=" + expected + "\r\nPlaylist=\r\n");
-}
-
 // Whatever happens to the disc, OK stores what was edited in the section of the disc that was edited.
 TEST_F(CdPlaylistDialogTest, ADiscThatGoesMeanwhileIsStoredAllTheSame) {
   for (const bool exchanged : {false, true}) {

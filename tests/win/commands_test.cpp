@@ -129,17 +129,6 @@ TEST_F(CommandsTest, DriversAndTimersReachTheDevice) {
   ::SendMessageA(mainWindow, MM_MCINOTIFY, MCI_NOTIFY_SUCCESSFUL, 0);
 }
 
-TEST_F(CommandsTest, ASwitchToWhatIsOpenDoesNothing) {
-  Use(DeviceType::kCd);
-  EXPECT_EQ(LogOf(kCommandCd), "");
-  Use(DeviceType::kDvd);
-  EXPECT_EQ(LogOf(kCommandDvd), "");
-  Use(DeviceType::kTv);
-  currentCaptureDevice = 3;
-  EXPECT_EQ(LogOf(1503), "");
-  EXPECT_TRUE(currentDevice);
-}
-
 TEST_F(CommandsTest, MediaSelectShowsWhatIsThere) {
   dvdAvailable = false;
   MenuReader menus;

@@ -15,6 +15,17 @@ class DvdTrayTest : public DvdTest {
   VirtualDrive drive;
 };
 
+TEST_F(DvdTrayTest, EjectOpensTheTrayAndOnceMoreClosesIt) {
+  drive.Insert({60});
+  Press(kCommandDvd);
+  for (const bool open : {true, false}) {
+    Press(kCommandEject);
+    EXPECT_EQ(TrayOpen(), open);
+    EXPECT_EQ(currentDevice->playState, PlayState::kStopped);
+    EXPECT_EQ(dvd.alive, 0);
+  }
+}
+
 TEST_F(DvdTrayTest, ADiscThatIsTakenOutFromOutsideIsLetGoAndTheTrayIsLeftAlone) {
   drive.Insert({60});
   for (const bool paused : {false, true}) {

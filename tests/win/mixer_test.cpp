@@ -204,6 +204,9 @@ TEST_F(MixerTest, WithoutADeviceTheSoundStillObeys) {
   EXPECT_EQ(Speakers(1), Values{1});
   EXPECT_TRUE(IsLit(kCommandMute));
   EXPECT_EQ(Shown(kMuteLamp), 1);
+  Press(kCommandMute);
+  EXPECT_EQ(Speakers(1), Values{0});
+  EXPECT_FALSE(IsLit(kCommandMute));
 }
 
 TEST_F(MixerTest, TheBarOfADeviceThatGoesGoesWithIt) {

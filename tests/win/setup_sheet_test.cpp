@@ -91,7 +91,11 @@ TEST_F(SetupSheetTest, APageHandsItsChangesToADeviceOfItsKindOnly) {
     user.Apply();
     EXPECT_EQ(log, "LoadSettings\nBuildPlayOrder\nApplyPlayOrder\n");
     EXPECT_EQ(Config(), "[CD]\r\nAutoPlay=0\r\nStopOnExit=1\r\nUsePlayList=1\r\n");
-    user.Cancel();
+    log.clear();
+    user.Show(SetupPageKind::kDvd);
+    user.Press(IDC_DVD_OPAQUE);
+    user.Ok();
+    EXPECT_EQ(log, "LoadSettings\nBuildPlayOrder\nApplyPlayOrder\n") << "nothing from the DVD page";
   });
   Use(DeviceType::kDvd);
   With([this](SetupUser& user) {

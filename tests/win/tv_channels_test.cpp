@@ -1,5 +1,5 @@
 // The TV device's channels: keys, entry, lists, auto-tune, and what of them is stored.
-#include "base/ini_file.h"
+#include "devices/null_device.h"
 #include "mixer/mixer.h"
 #include "tests/support/noted_boxes.h"
 #include "tests/support/scripted_mixer.h"
@@ -53,6 +53,12 @@ TEST_F(TvChannelsTest, ATypedNumberIsTunedWhenItIsComplete) {
     Press(kCommandCloseDevice);
     EXPECT_EQ(::KillTimer(mainWindow, kEntryTimer), FALSE) << "the entry's time ends with the device";
   }
+}
+
+TEST_F(TvChannelsTest, DigitsAreForTelevisionOnly) {
+  CNullDevice device;
+  device.EnterDigit(7);
+  EXPECT_FALSE(device.entryActive);
 }
 
 TEST_F(TvChannelsTest, AnEntryIsConfirmedOrDropped) {

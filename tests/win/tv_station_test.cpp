@@ -146,25 +146,6 @@ TEST_F(TvStationTest, AFileThatCannotBeSentIsSnow) {
   EXPECT_GE(graph.WaitForChannel(9), 0) << "without a file it is a test picture";
 }
 
-TEST_F(TvStationTest, ThePictureControlsWorkOnFiles) {
-  const PluggedCards cards;
-  cards->channel = 9;
-  const StationList list(Station(9, TestFile("mpeg4_mp3.avi")));
-  CardGraph graph;
-  const auto controls = graph.card.As<IAMVideoProcAmp>();
-  ASSERT_EQ(graph.Watch(PIN_CATEGORY_PREVIEW), S_OK);
-  graph.Run();
-  const auto settles = [&](double least, double most) {
-    return graph.WaitFor([=](const SeenPicture& one) { return one.green >= least && one.green <= most; }) >=
-           0;
-  };
-  EXPECT_TRUE(settles(80, 170));
-  EXPECT_EQ(controls->Set(VideoProcAmp_Brightness, 255, VideoProcAmp_Flags_Manual), S_OK);
-  EXPECT_TRUE(settles(180, 255));
-  EXPECT_EQ(controls->Set(VideoProcAmp_Brightness, 0, VideoProcAmp_Flags_Manual), S_OK);
-  EXPECT_TRUE(settles(0, 70));
-}
-
 // What the decoder cannot read is passed over, and a time that goes on seeks nothing.
 TEST_F(TvStationTest, APlaceIsFoundWhereverOneBegins) {
   StationPictures pictures;
