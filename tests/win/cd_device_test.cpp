@@ -295,15 +295,5 @@ TEST_F(CdDeviceTest, AStoreThatCannotBeReadIsToldAndLeftAlone) {
   EXPECT_EQ(stores.Read("cd.abm"), before);
 }
 
-TEST_F(CdDeviceTest, TitlesOfTheUserAreShown) {
-  stores.Write("cd.abm", "[" + DiscIdentifier(std::vector{30, 31}) +
-                             "]\r\n1=Caf\xC3\xA9 \xE6\x97\xA5\xE6\x9C\xAC\r\n2=" + std::string(70, 'w') +
-                             "\r\n");
-  OpenWith({30, 31});
-  EXPECT_EQ(ShownText(), "Caf\xC3\xA9 \xE6\x97\xA5\xE6\x9C\xAC");
-  Press(kCommandNext);
-  EXPECT_EQ(ShownText(), std::string(64, 'w'));
-}
-
 }  // namespace
 }  // namespace quorvex

@@ -160,10 +160,6 @@ TEST_F(DvdControlTest, LanguagesAndAttributesOfStreams) {
   DVD_VideoATR video{};
   EXPECT_EQ(dvd.info->GetCurrentVideoAttributes(&video), S_OK);
   EXPECT_EQ(video[0] >> 6, 1) << "MPEG-2";
-  DVD_ATR whole{};
-  EXPECT_EQ(dvd.info->GetTitleAttributes(1, &whole), S_OK);
-  EXPECT_EQ(whole.pbATRI[0x103], 4) << "four streams of sound";
-  EXPECT_EQ(dvd.info->GetVMGAttributes(&whole), S_OK);
 }
 
 TEST_F(DvdControlTest, MenusByNumberAndWhatTheyForbid) {

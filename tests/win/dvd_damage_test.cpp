@@ -66,14 +66,6 @@ TEST_F(DvdDamageTest, AFilmThatBreaksOffWhileItPlaysEnds) {
   EXPECT_LE(Milliseconds([&] { dvd.mediaControl->Stop(); }), kPatienceMs);
 }
 
-TEST_F(DvdDamageTest, ADiscThatGoesInACircleIsTold) {
-  DvdGraph dvd;
-  HRESULT opened = S_OK;
-  EXPECT_LE(Milliseconds([&] { opened = dvd.Open("endless"); }), kPatienceMs);
-  EXPECT_EQ(opened, VFW_E_DVD_INVALID_DISC);
-  EXPECT_TRUE(dvd.status.bDvdVolInvalid);
-}
-
 TEST_F(DvdDamageTest, WhatIsNoDvdIsToldApart) {
   for (const char* name :
        {"damaged/data", "damaged/data.iso", "damaged/empty", "damaged/text.iso", "nowhere.iso"}) {

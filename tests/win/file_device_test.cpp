@@ -229,13 +229,5 @@ TEST_F(FileDeviceTest, AFileThatIsDeletedWhileItPlaysEndsWellAndSoDoesItsList) {
   EXPECT_EQ(currentDevice->PreviousItem(), std::filesystem::exists(unixPath));
 }
 
-TEST_F(FileDeviceTest, APathAsLongAsTheyMayBeIsPlayed) {
-  const std::string name = std::string(259 - stores.Path("").size() - 5, 'n') + ".wav";
-  std::filesystem::copy_file(stores.Path("long.wav"), stores.Path(name));
-  ASSERT_TRUE(Load({stores.Path(name)}));
-  EXPECT_EQ(State(), PlayState::kPlaying);
-  EXPECT_EQ(ShownText(), name.substr(0, 99));
-}
-
 }  // namespace
 }  // namespace quorvex

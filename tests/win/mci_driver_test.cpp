@@ -167,16 +167,6 @@ TEST_F(MciDriverTest, AnswersMisuseWithTheCodesOfADrive) {
   EXPECT_EQ(Mode(device), MCI_MODE_STOP) << "and nothing has begun to play";
 }
 
-TEST_F(MciDriverTest, AnEmptyDriveIsNotReady) {
-  const MCIDEVICEID device = Open();
-  EXPECT_EQ(Mode(device), MCI_MODE_NOT_READY);
-  EXPECT_EQ(Status(device, MCI_STATUS_MEDIA_PRESENT), 0U);
-  EXPECT_EQ(StatusError(device, MCI_STATUS_NUMBER_OF_TRACKS), MCIERR_DEVICE_NOT_READY);
-  EXPECT_EQ(Play(device, 0), MCIERR_DEVICE_NOT_READY);
-  EXPECT_EQ(Seek(device, MCI_SEEK_TO_START), MCIERR_DEVICE_NOT_READY);
-  EXPECT_EQ(Send(device, MCI_STOP), MCIERR_DEVICE_NOT_READY);
-}
-
 TEST_F(MciDriverTest, PlayingEndsWhereItWasToldToAndSaysSo) {
   drive.Insert({2, 2, 2});
   drive.SetSpeed(1000);
