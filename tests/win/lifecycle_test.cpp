@@ -35,19 +35,6 @@ class CurrentFolder {
   char before[MAX_PATH] = "";
 };
 
-TEST_F(LifecycleTest, ThePanelLiesAtTheBottomCentreOfTheScreen) {
-  RECT rect{};
-  ::GetWindowRect(mainWindow, &rect);
-  EXPECT_EQ(rect.left, (::GetSystemMetrics(SM_CXSCREEN) - 534) / 2);
-  EXPECT_EQ(rect.top, ::GetSystemMetrics(SM_CYSCREEN) - 195);
-  EXPECT_EQ(rect.right - rect.left, 534);
-  EXPECT_EQ(rect.bottom - rect.top, 115);
-  EXPECT_TRUE(::IsWindowVisible(mainWindow));
-  char title[20] = "";
-  ::GetWindowTextA(mainWindow, title, sizeof title);
-  EXPECT_STREQ(title, "Quorvex");
-}
-
 TEST_F(LifecycleTest, TheClockRestsWhileADeviceShowsItsOwnTime) {
   for (const bool shown : {true, false}) {
     SetDisplayElement(kMinutesUnits, kBlankDigit);

@@ -96,10 +96,6 @@ TEST_F(RemoteControlTest, WhatIsNotInOrderIsRefused) {
   EXPECT_EQ(Send(kRemotePressKey, ""), RemoteAnswer::kRefused);
   EXPECT_EQ(Send(kRemoteOpenFiles, ""), RemoteAnswer::kRefused);
   EXPECT_EQ(Send(kRemoteOpenFiles, "C:\\no end"), RemoteAnswer::kRefused);
-  EXPECT_EQ(Send(kRemoteOpenFiles, std::string("C:\\a\0\0", 6)), RemoteAnswer::kRefused);
-  std::string many;
-  for (int i = 0; i < 10001; ++i) many += std::string("x\0", 2);
-  EXPECT_EQ(Send(kRemoteOpenFiles, many), RemoteAnswer::kRefused);
   EXPECT_EQ(Send(kRemoteState, "device=none\n"), RemoteAnswer::kRefused);
   EXPECT_EQ(Send(7, "x"), RemoteAnswer::kRefused);
   COPYDATASTRUCT data{kRemoteAskState, 0, nullptr};
