@@ -46,6 +46,13 @@ struct ComScript {
     log += name + (arguments.empty() ? "" : " " + arguments) + '\n';
     return Answer(name);
   }
+  // A question, whose answer is told when it succeeds.
+  template <typename Value>
+  HRESULT Tell(const std::string& name, Value* to, const Value& value) {
+    const HRESULT result = Answer(name);
+    if (SUCCEEDED(result)) *to = value;
+    return result;
+  }
   // The log since the last time.
   std::string Take() { return std::exchange(log, ""); }
 };
@@ -59,6 +66,11 @@ inline HRESULT UnexpectedCall(const char* name) {
 #define QUORVEX_UNEXPECTED(method, ...) \
   STDMETHODIMP method(__VA_ARGS__) override { return UnexpectedCall(#method); }
 
+// A property that nobody should read or change.
+#define QUORVEX_UNEXPECTED_PROPERTY(property, type) \
+  QUORVEX_UNEXPECTED(get_##property, type*)         \
+  QUORVEX_UNEXPECTED(put_##property, type)
+
 // An interface for scripts as well, which nobody uses as such.
 template <typename Dual>
 class NoDispatch : public Dual {
@@ -69,8 +81,9 @@ class NoDispatch : public Dual {
   QUORVEX_UNEXPECTED(Invoke, DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*)
 };
 
-// An object with these interfaces, which ends with its last reference.
-template <typename... Interfaces>
+// An object with these interfaces, which ends with its last reference. `Script`: a ComScript, with what else
+// the object's test says.
+template <typename Script, typename... Interfaces>
 class ComFake : public Interfaces... {
  public:
   struct Offered {
@@ -79,7 +92,7 @@ class ComFake : public Interfaces... {
   };
 
   // `offers`: in the order of the interfaces. Nothing is written of the end of a fake without a name.
-  ComFake(ComScript& itsScript, const char* itsName, std::array<Offered, sizeof...(Interfaces)> offers)
+  ComFake(Script& itsScript, const char* itsName, std::array<Offered, sizeof...(Interfaces)> offers)
       : script(itsScript), label(itsName), offered(offers) {
     ++script.alive;
   }
@@ -106,7 +119,7 @@ class ComFake : public Interfaces... {
   }
 
  protected:
-  ComScript& script;
+  Script& script;
 
  private:
   HRESULT Hand(void* pointer, HRESULT result, void** object) {

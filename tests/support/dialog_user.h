@@ -187,11 +187,18 @@ class DialogScript : public Dialogs {
   // The platform's dialog for a file: its name is typed.
   static Step Name(const std::string& caption, const std::string& name) {
     return {caption, [name](HWND dialog) {
-              constexpr int kNameField = 0x47C;
-              EXPECT_TRUE(WaitUntil([&] { return ::GetDlgItem(dialog, kNameField) != nullptr; }));
-              ::SetDlgItemTextA(dialog, kNameField, name.c_str());
+              TypeName(dialog, name);
               ::PostMessageA(dialog, WM_COMMAND, IDOK, 0);
             }};
+  }
+  // Until it stays: the dialog may still be filling its fields.
+  static void TypeName(HWND dialog, const std::string& name) {
+    constexpr int kNameField = 0x47C;
+    EXPECT_TRUE(WaitUntil([&] {
+      ::SetDlgItemTextA(dialog, kNameField, name.c_str());
+      ::Sleep(50);
+      return TextOf(dialog, kNameField) == name;
+    }));
   }
 
  private:

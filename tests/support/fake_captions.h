@@ -8,7 +8,7 @@
 
 namespace quorvex {
 
-class FakeCaptions final : public ComFake<IAMLine21Decoder> {
+class FakeCaptions final : public ComFake<ComScript, IAMLine21Decoder> {
  public:
   explicit FakeCaptions(ComScript& itsScript)
       : ComFake(itsScript, "captions", {{{kIidLine21Decoder, "IID_IAMLine21Decoder"}}}) {}

@@ -42,42 +42,52 @@ struct CardScript : ComScript, EventQueue {
   LONGLONG recovered = 0;  // the same, of what is found beside the capture file
 };
 
-class FakeTuner final : public ComFake<IAMTVTuner> {
+// A stream's format as its owner hands it out: who does not free it does not let go of the owner.
+template <typename Format>
+AM_MEDIA_TYPE* NewMediaType(const GUID& formatType, const Format& format, IUnknown& owner) {
+  auto* const type = static_cast<AM_MEDIA_TYPE*>(::CoTaskMemAlloc(sizeof(AM_MEDIA_TYPE)));
+  *type = {};
+  type->formattype = formatType;
+  type->pUnk = &owner;
+  owner.AddRef();
+  type->cbFormat = sizeof format;
+  type->pbFormat = static_cast<BYTE*>(::CoTaskMemAlloc(sizeof format));
+  std::memcpy(type->pbFormat, &format, sizeof format);
+  return type;
+}
+
+class FakeTuner final : public ComFake<CardScript, IAMTVTuner> {
  public:
-  explicit FakeTuner(CardScript& itsCard)
-      : ComFake(itsCard, "tuner", {{{IID_IAMTVTuner, "IAMTVTuner"}}}), card(itsCard) {}
+  explicit FakeTuner(CardScript& itsCard) : ComFake(itsCard, "tuner", {{{IID_IAMTVTuner, "IAMTVTuner"}}}) {}
 
   STDMETHODIMP put_InputType(LONG connection, TunerInputType type) override {
     EXPECT_EQ(connection, 0);
-    return card.Call("put_InputType", std::to_string(type));
+    return script.Call("put_InputType", std::to_string(type));
   }
   STDMETHODIMP ChannelMinMax(LONG* lowest, LONG* highest) override {
-    const HRESULT result = card.Answer("ChannelMinMax");
+    const HRESULT result = script.Answer("ChannelMinMax");
     if (FAILED(result)) return result;
-    *lowest = card.lowestChannel;
-    *highest = card.highestChannel;
+    *lowest = script.lowestChannel;
+    *highest = script.highestChannel;
     return result;
   }
   STDMETHODIMP put_Channel(LONG channel, LONG video, LONG audio) override {
     EXPECT_EQ(video, -1);
     EXPECT_EQ(audio, -1);
-    return card.Call("put_Channel", std::to_string(channel));
+    return script.Call("put_Channel", std::to_string(channel));
   }
   STDMETHODIMP AutoTune(LONG channel, LONG* signal) override {
-    *signal = card.withSignal.count(channel) != 0 ? 1 : 0;
-    return card.Call("AutoTune", std::to_string(channel));
+    *signal = script.withSignal.count(channel) != 0 ? 1 : 0;
+    return script.Call("AutoTune", std::to_string(channel));
   }
-  STDMETHODIMP StoreAutoTune() override { return card.Call("StoreAutoTune"); }
+  STDMETHODIMP StoreAutoTune() override { return script.Call("StoreAutoTune"); }
   QUORVEX_UNEXPECTED(get_Channel, LONG*, LONG*, LONG*)
-  QUORVEX_UNEXPECTED(put_CountryCode, LONG)
-  QUORVEX_UNEXPECTED(get_CountryCode, LONG*)
-  QUORVEX_UNEXPECTED(put_TuningSpace, LONG)
-  QUORVEX_UNEXPECTED(get_TuningSpace, LONG*)
+  QUORVEX_UNEXPECTED_PROPERTY(CountryCode, LONG)
+  QUORVEX_UNEXPECTED_PROPERTY(TuningSpace, LONG)
   QUORVEX_UNEXPECTED(Logon, HANDLE)
   QUORVEX_UNEXPECTED(Logout)
   QUORVEX_UNEXPECTED(SignalPresent, LONG*)
-  QUORVEX_UNEXPECTED(put_Mode, AMTunerModeType)
-  QUORVEX_UNEXPECTED(get_Mode, AMTunerModeType*)
+  QUORVEX_UNEXPECTED_PROPERTY(Mode, AMTunerModeType)
   QUORVEX_UNEXPECTED(GetAvailableModes, LONG*)
   QUORVEX_UNEXPECTED(RegisterNotificationCallBack, IAMTunerNotification*, LONG)
   QUORVEX_UNEXPECTED(UnRegisterNotificationCallBack, IAMTunerNotification*)
@@ -85,16 +95,12 @@ class FakeTuner final : public ComFake<IAMTVTuner> {
   QUORVEX_UNEXPECTED(get_TVFormat, LONG*)
   QUORVEX_UNEXPECTED(get_NumInputConnections, LONG*)
   QUORVEX_UNEXPECTED(get_InputType, LONG, TunerInputType*)
-  QUORVEX_UNEXPECTED(put_ConnectInput, LONG)
-  QUORVEX_UNEXPECTED(get_ConnectInput, LONG*)
+  QUORVEX_UNEXPECTED_PROPERTY(ConnectInput, LONG)
   QUORVEX_UNEXPECTED(get_VideoFrequency, LONG*)
   QUORVEX_UNEXPECTED(get_AudioFrequency, LONG*)
-
- private:
-  CardScript& card;
 };
 
-class FakeCrossbar final : public ComFake<IAMCrossbar> {
+class FakeCrossbar final : public ComFake<CardScript, IAMCrossbar> {
  public:
   explicit FakeCrossbar(CardScript& itsCard)
       : ComFake(itsCard, "crossbar", {{{IID_IAMCrossbar, "IAMCrossbar"}}}) {}
@@ -108,46 +114,36 @@ class FakeCrossbar final : public ComFake<IAMCrossbar> {
   QUORVEX_UNEXPECTED(get_CrossbarPinInfo, BOOL, LONG, LONG*, LONG*)
 };
 
-class FakeStreamConfig final : public ComFake<IAMStreamConfig> {
+class FakeStreamConfig final : public ComFake<CardScript, IAMStreamConfig> {
  public:
   FakeStreamConfig(CardScript& itsCard, const char* itsName)
-      : ComFake(itsCard, itsName, {{{IID_IAMStreamConfig, "IAMStreamConfig"}}}), card(itsCard) {}
+      : ComFake(itsCard, itsName, {{{IID_IAMStreamConfig, "IAMStreamConfig"}}}) {}
 
   STDMETHODIMP GetFormat(AM_MEDIA_TYPE** type) override {
     *type = nullptr;
-    if (const HRESULT result = card.Answer("GetFormat"); result != S_OK) return result;
+    if (const HRESULT result = script.Answer("GetFormat"); result != S_OK) return result;
     VIDEOINFOHEADER picture{};
-    picture.bmiHeader.biWidth = card.width;
-    picture.bmiHeader.biHeight = card.height;
-    *type = static_cast<AM_MEDIA_TYPE*>(::CoTaskMemAlloc(sizeof(AM_MEDIA_TYPE)));
-    **type = {};
-    (*type)->formattype = card.formatType;
-    (*type)->pUnk = this;  // who does not free the format does not let go of this
-    AddRef();
-    (*type)->cbFormat = sizeof picture;
-    (*type)->pbFormat = static_cast<BYTE*>(::CoTaskMemAlloc(sizeof picture));
-    std::memcpy((*type)->pbFormat, &picture, sizeof picture);
+    picture.bmiHeader.biWidth = script.width;
+    picture.bmiHeader.biHeight = script.height;
+    *type = NewMediaType(script.formatType, picture, *this);
     return S_OK;
   }
   STDMETHODIMP SetFormat(AM_MEDIA_TYPE* type) override {
     const auto* const picture = reinterpret_cast<const VIDEOINFOHEADER*>(type->pbFormat);
-    return card.Call("SetFormat", std::to_string(picture->AvgTimePerFrame));
+    return script.Call("SetFormat", std::to_string(picture->AvgTimePerFrame));
   }
   QUORVEX_UNEXPECTED(GetNumberOfCapabilities, int*, int*)
   QUORVEX_UNEXPECTED(GetStreamCaps, int, AM_MEDIA_TYPE**, BYTE*)
-
- private:
-  CardScript& card;
 };
 
-class FakePictureControls final : public ComFake<IAMVideoProcAmp> {
+class FakePictureControls final : public ComFake<CardScript, IAMVideoProcAmp> {
  public:
   explicit FakePictureControls(CardScript& itsCard)
-      : ComFake(itsCard, "controls", {{{IID_IAMVideoProcAmp, "IAMVideoProcAmp"}}}), card(itsCard) {}
+      : ComFake(itsCard, "controls", {{{IID_IAMVideoProcAmp, "IAMVideoProcAmp"}}}) {}
 
   STDMETHODIMP GetRange(LONG property, LONG* minimum, LONG* maximum, LONG* delta, LONG* usual,
                         LONG* flags) override {
-    if (const HRESULT result = card.Answer("GetRange"); FAILED(result)) return result;
+    if (const HRESULT result = script.Answer("GetRange"); FAILED(result)) return result;
     *minimum = Attribute(property).minimum;
     *maximum = Attribute(property).maximum;
     *delta = 1;
@@ -159,25 +155,23 @@ class FakePictureControls final : public ComFake<IAMVideoProcAmp> {
     EXPECT_EQ(flags, VideoProcAmp_Flags_Manual);
     FakeAttribute& attribute = Attribute(property);
     const bool within = value >= attribute.minimum && value <= attribute.maximum;
-    const HRESULT result = card.Call("Set", std::to_string(property) + ' ' + std::to_string(value));
-    if (!within && !card.takesAnyValue) return E_INVALIDARG;
+    const HRESULT result = script.Call("Set", std::to_string(property) + ' ' + std::to_string(value));
+    if (!within && !script.takesAnyValue) return E_INVALIDARG;
     if (SUCCEEDED(result)) attribute.value = value;
     return result;
   }
   STDMETHODIMP Get(LONG property, LONG* value, LONG* flags) override {
-    if (const HRESULT result = card.Answer("Get"); FAILED(result)) return result;
+    if (const HRESULT result = script.Answer("Get"); FAILED(result)) return result;
     *value = Attribute(property).value;
     *flags = VideoProcAmp_Flags_Manual;
     return S_OK;
   }
 
  private:
-  FakeAttribute& Attribute(LONG property) { return card.attributes.at(static_cast<std::size_t>(property)); }
-
-  CardScript& card;
+  FakeAttribute& Attribute(LONG property) { return script.attributes.at(static_cast<std::size_t>(property)); }
 };
 
-class FakeDialogs final : public ComFake<IAMVfwCaptureDialogs> {
+class FakeDialogs final : public ComFake<CardScript, IAMVfwCaptureDialogs> {
  public:
   explicit FakeDialogs(CardScript& itsCard)
       : ComFake(itsCard, "dialogs", {{{IID_IAMVfwCaptureDialogs, "IAMVfwCaptureDialogs"}}}) {}

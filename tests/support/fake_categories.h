@@ -27,7 +27,7 @@ struct FakeCategory {
   std::vector<FakeEntry> entries;
 };
 
-class FakeProperties final : public ComFake<IPropertyBag> {
+class FakeProperties final : public ComFake<ComScript, IPropertyBag> {
  public:
   FakeProperties(ComScript& itsScript, const FakeEntry& itsEntry)
       : ComFake(itsScript, "", {{{IID_IPropertyBag, "IPropertyBag"}}}), entry(itsEntry) {}
@@ -48,7 +48,7 @@ class FakeProperties final : public ComFake<IPropertyBag> {
   const FakeEntry& entry;
 };
 
-class FakeMoniker final : public ComFake<IMoniker> {
+class FakeMoniker final : public ComFake<ComScript, IMoniker> {
  public:
   FakeMoniker(ComScript& itsScript, const FakeEntry& itsEntry)
       : ComFake(itsScript, "", {{{IID_IMoniker, "IMoniker"}}}), entry(itsEntry) {}
@@ -86,7 +86,7 @@ class FakeMoniker final : public ComFake<IMoniker> {
   const FakeEntry& entry;
 };
 
-class FakeMonikers final : public ComFake<IEnumMoniker> {
+class FakeMonikers final : public ComFake<ComScript, IEnumMoniker> {
  public:
   FakeMonikers(ComScript& itsScript, const FakeCategory& itsCategory)
       : ComFake(itsScript, "", {{{IID_IEnumMoniker, "IEnumMoniker"}}}), category(itsCategory) {}
@@ -110,7 +110,7 @@ class FakeMonikers final : public ComFake<IEnumMoniker> {
   std::size_t next = 0;
 };
 
-class FakeDeviceList final : public ComFake<ICreateDevEnum> {
+class FakeDeviceList final : public ComFake<ComScript, ICreateDevEnum> {
  public:
   FakeDeviceList(ComScript& itsScript, const std::vector<FakeCategory>& itsCategories)
       : ComFake(itsScript, "", {{{IID_ICreateDevEnum, "ICreateDevEnum"}}}), categories(itsCategories) {}

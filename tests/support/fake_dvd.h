@@ -35,47 +35,47 @@ struct DvdScript : GraphScript {
   bool subtitlesDisabled = true;
 };
 
-class FakeDvdControl final : public ComFake<IDvdControl> {
+class FakeDvdControl final : public ComFake<DvdScript, IDvdControl> {
  public:
   explicit FakeDvdControl(DvdScript& itsScript)
-      : ComFake(itsScript, "control", {{{IID_IDvdControl, "IID_IDvdControl"}}}), dvd(itsScript) {}
+      : ComFake(itsScript, "control", {{{IID_IDvdControl, "IID_IDvdControl"}}}) {}
 
   STDMETHODIMP ChapterPlay(ULONG title, ULONG chapter) override {
-    return dvd.Call("ChapterPlay", std::to_string(title) + ' ' + std::to_string(chapter));
+    return script.Call("ChapterPlay", std::to_string(title) + ' ' + std::to_string(chapter));
   }
   STDMETHODIMP ChapterSearch(ULONG chapter) override {
-    return dvd.Call("ChapterSearch", std::to_string(chapter));
+    return script.Call("ChapterSearch", std::to_string(chapter));
   }
-  STDMETHODIMP PrevPGSearch() override { return dvd.Call("PrevPGSearch"); }
-  STDMETHODIMP NextPGSearch() override { return dvd.Call("NextPGSearch"); }
+  STDMETHODIMP PrevPGSearch() override { return script.Call("PrevPGSearch"); }
+  STDMETHODIMP NextPGSearch() override { return script.Call("NextPGSearch"); }
   STDMETHODIMP ForwardScan(double speed) override {
-    return dvd.Call("ForwardScan", std::to_string(static_cast<int>(speed)));
+    return script.Call("ForwardScan", std::to_string(static_cast<int>(speed)));
   }
   STDMETHODIMP BackwardScan(double speed) override {
-    return dvd.Call("BackwardScan", std::to_string(static_cast<int>(speed)));
+    return script.Call("BackwardScan", std::to_string(static_cast<int>(speed)));
   }
-  STDMETHODIMP MenuCall(DVD_MENU_ID menu) override { return dvd.Call("MenuCall", std::to_string(menu)); }
-  STDMETHODIMP Resume() override { return dvd.Call("Resume"); }
-  STDMETHODIMP UpperButtonSelect() override { return dvd.Call("UpperButtonSelect"); }
-  STDMETHODIMP LowerButtonSelect() override { return dvd.Call("LowerButtonSelect"); }
-  STDMETHODIMP LeftButtonSelect() override { return dvd.Call("LeftButtonSelect"); }
-  STDMETHODIMP RightButtonSelect() override { return dvd.Call("RightButtonSelect"); }
-  STDMETHODIMP ButtonActivate() override { return dvd.Call("ButtonActivate"); }
-  STDMETHODIMP MouseActivate(POINT point) override { return dvd.Call("MouseActivate", Text(point)); }
-  STDMETHODIMP MouseSelect(POINT point) override { return dvd.Call("MouseSelect", Text(point)); }
+  STDMETHODIMP MenuCall(DVD_MENU_ID menu) override { return script.Call("MenuCall", std::to_string(menu)); }
+  STDMETHODIMP Resume() override { return script.Call("Resume"); }
+  STDMETHODIMP UpperButtonSelect() override { return script.Call("UpperButtonSelect"); }
+  STDMETHODIMP LowerButtonSelect() override { return script.Call("LowerButtonSelect"); }
+  STDMETHODIMP LeftButtonSelect() override { return script.Call("LeftButtonSelect"); }
+  STDMETHODIMP RightButtonSelect() override { return script.Call("RightButtonSelect"); }
+  STDMETHODIMP ButtonActivate() override { return script.Call("ButtonActivate"); }
   STDMETHODIMP AudioStreamChange(ULONG stream) override {
-    const HRESULT result = dvd.Call("AudioStreamChange", std::to_string(stream));
-    if (SUCCEEDED(result)) dvd.track = stream;
+    const HRESULT result = script.Call("AudioStreamChange", std::to_string(stream));
+    if (SUCCEEDED(result)) script.track = stream;
     return result;
   }
   STDMETHODIMP SubpictureStreamChange(ULONG stream, BOOL display) override {
     const HRESULT result =
-        dvd.Call("SubpictureStreamChange", std::to_string(stream) + ' ' + std::to_string(display));
+        script.Call("SubpictureStreamChange", std::to_string(stream) + ' ' + std::to_string(display));
     if (FAILED(result)) return result;
-    dvd.subtitle = stream;
-    dvd.subtitlesDisabled = display == FALSE;
+    script.subtitle = stream;
+    script.subtitlesDisabled = display == FALSE;
     return result;
   }
+  QUORVEX_UNEXPECTED(MouseActivate, POINT)
+  QUORVEX_UNEXPECTED(MouseSelect, POINT)
   QUORVEX_UNEXPECTED(TitlePlay, ULONG)
   QUORVEX_UNEXPECTED(TimePlay, ULONG, ULONG)
   QUORVEX_UNEXPECTED(StopForResume)
@@ -94,56 +94,47 @@ class FakeDvdControl final : public ComFake<IDvdControl> {
   QUORVEX_UNEXPECTED(VideoModePreferrence, ULONG)
   QUORVEX_UNEXPECTED(SetRoot, LPCWSTR)
   QUORVEX_UNEXPECTED(ChapterPlayAutoStop, ULONG, ULONG, ULONG)
-
- private:
-  static std::string Text(POINT point) { return std::to_string(point.x) + ',' + std::to_string(point.y); }
-
-  DvdScript& dvd;
 };
 
-class FakeDvdInfo final : public ComFake<IDvdInfo> {
+class FakeDvdInfo final : public ComFake<DvdScript, IDvdInfo> {
  public:
   explicit FakeDvdInfo(DvdScript& itsScript)
-      : ComFake(itsScript, "info", {{{IID_IDvdInfo, "IID_IDvdInfo"}}}), dvd(itsScript) {}
+      : ComFake(itsScript, "info", {{{IID_IDvdInfo, "IID_IDvdInfo"}}}) {}
 
   STDMETHODIMP GetCurrentDomain(DVD_DOMAIN* domain) override {
-    *domain = dvd.domain;
-    return dvd.Answer("GetCurrentDomain");
+    return script.Tell("GetCurrentDomain", domain, script.domain);
   }
   STDMETHODIMP GetTotalTitleTime(ULONG* time) override {
-    const HRESULT result = dvd.Answer("GetTotalTitleTime");
-    if (SUCCEEDED(result)) *time = dvd.titleTime;
-    return result;
+    return script.Tell("GetTotalTitleTime", time, script.titleTime);
   }
   STDMETHODIMP GetNumberOfChapters(ULONG title, ULONG* chapters) override {
-    const HRESULT result = dvd.Call("GetNumberOfChapters", std::to_string(title));
-    if (SUCCEEDED(result)) *chapters = dvd.chapters;
+    const HRESULT result = script.Call("GetNumberOfChapters", std::to_string(title));
+    if (SUCCEEDED(result)) *chapters = script.chapters;
     return result;
   }
   STDMETHODIMP GetCurrentAudio(ULONG* count, ULONG* current) override {
-    *count = static_cast<ULONG>(dvd.tracks.size());
-    *current = dvd.track;
-    return dvd.Answer("GetCurrentAudio");
+    *count = static_cast<ULONG>(script.tracks.size());
+    return script.Tell("GetCurrentAudio", current, script.track);
   }
   STDMETHODIMP GetCurrentSubpicture(ULONG* count, ULONG* current, BOOL* disabled) override {
-    *count = static_cast<ULONG>(dvd.subtitles.size());
-    *current = dvd.subtitle;
-    *disabled = dvd.subtitlesDisabled ? TRUE : FALSE;
-    return dvd.Answer("GetCurrentSubpicture");
+    *count = static_cast<ULONG>(script.subtitles.size());
+    *current = script.subtitle;
+    *disabled = script.subtitlesDisabled ? TRUE : FALSE;
+    return script.Answer("GetCurrentSubpicture");
   }
   STDMETHODIMP GetAudioLanguage(ULONG stream, LCID* language) override {
-    *language = dvd.tracks[stream].locale;
-    return dvd.Answer("GetAudioLanguage");
+    *language = script.tracks[stream].locale;
+    return script.Answer("GetAudioLanguage");
   }
   STDMETHODIMP GetSubpictureLanguage(ULONG stream, LCID* language) override {
-    *language = dvd.subtitles[stream].locale;
-    return dvd.Answer("GetSubpictureLanguage");
+    *language = script.subtitles[stream].locale;
+    return script.Answer("GetSubpictureLanguage");
   }
   STDMETHODIMP GetCurrentAudioAttributes(DVD_AudioATR* attributes) override {
-    return FillAttributes(dvd.tracks[dvd.track], *attributes, "GetCurrentAudioAttributes");
+    return FillAttributes(script.tracks[script.track], *attributes, "GetCurrentAudioAttributes");
   }
   STDMETHODIMP GetCurrentSubpictureAttributes(DVD_SubpictureATR* attributes) override {
-    return FillAttributes(dvd.subtitles[dvd.subtitle], *attributes, "GetCurrentSubpictureAttributes");
+    return FillAttributes(script.subtitles[script.subtitle], *attributes, "GetCurrentSubpictureAttributes");
   }
   QUORVEX_UNEXPECTED(GetCurrentLocation, DVD_PLAYBACK_LOCATION*)
   QUORVEX_UNEXPECTED(GetCurrentButton, ULONG*, ULONG*)
@@ -165,30 +156,28 @@ class FakeDvdInfo final : public ComFake<IDvdInfo> {
   HRESULT FillAttributes(const FakeStream& stream, BYTE (&attributes)[kSize], const char* call) const {
     attributes[2] = static_cast<BYTE>(stream.code[0]);
     attributes[3] = static_cast<BYTE>(stream.code[1]);
-    return dvd.Answer(call);
+    return script.Answer(call);
   }
-
-  DvdScript& dvd;
 };
 
-class FakeDvdBuilder final : public ComFake<IDvdGraphBuilder> {
+class FakeDvdBuilder final : public ComFake<DvdScript, IDvdGraphBuilder> {
  public:
   explicit FakeDvdBuilder(DvdScript& itsScript)
-      : ComFake(itsScript, "builder", {{{IID_IDvdGraphBuilder, "IID_IDvdGraphBuilder"}}}), dvd(itsScript) {}
+      : ComFake(itsScript, "builder", {{{IID_IDvdGraphBuilder, "IID_IDvdGraphBuilder"}}}) {}
 
   STDMETHODIMP RenderDvdVideoVolume(LPCWSTR path, DWORD flags, AM_DVD_RENDERSTATUS* status) override {
-    *status = dvd.status;
-    return dvd.Call("Render", path == nullptr ? std::to_string(flags) : "a path");
+    *status = script.status;
+    return script.Call("Render", path == nullptr ? std::to_string(flags) : "a path");
   }
   STDMETHODIMP GetFiltergraph(IGraphBuilder** graph) override {
-    const HRESULT result = dvd.Call("GetFiltergraph");
-    *graph = SUCCEEDED(result) ? new FakeDvdGraph(dvd) : nullptr;
+    const HRESULT result = script.Call("GetFiltergraph");
+    *graph = SUCCEEDED(result) ? new FakeDvdGraph(script) : nullptr;
     return result;
   }
   STDMETHODIMP GetDvdInterface(REFIID iid, void** object) override {
-    if (iid == IID_IDvdControl) return Hand(new FakeDvdControl(dvd), iid, object);
-    if (iid == IID_IDvdInfo) return Hand(new FakeDvdInfo(dvd), iid, object);
-    if (iid == kIidLine21Decoder && dvd.hasCaptions) return Hand(new FakeCaptions(dvd), iid, object);
+    if (iid == IID_IDvdControl) return Hand(new FakeDvdControl(script), iid, object);
+    if (iid == IID_IDvdInfo) return Hand(new FakeDvdInfo(script), iid, object);
+    if (iid == kIidLine21Decoder && script.hasCaptions) return Hand(new FakeCaptions(script), iid, object);
     *object = nullptr;
     return E_NOINTERFACE;
   }
@@ -198,8 +187,6 @@ class FakeDvdBuilder final : public ComFake<IDvdGraphBuilder> {
     const auto owned = ComPtr<IUnknown>::Attach(made);
     return owned->QueryInterface(iid, object);
   }
-
-  DvdScript& dvd;
 };
 
 class FakeDvd final : public DvdScript {

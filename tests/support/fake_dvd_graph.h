@@ -30,7 +30,7 @@ struct GraphScript : ComScript, EventQueue {
   }
 };
 
-class FakeDvdGraph : public ComFake<NoGraphBuilder, NoMediaControl, QueuedEvents, NoMediaSeeking,
+class FakeDvdGraph : public ComFake<GraphScript, NoGraphBuilder, NoMediaControl, QueuedEvents, NoMediaSeeking,
                                     NoBasicAudio, NoDispatch<IBasicVideo>> {
  public:
   explicit FakeDvdGraph(GraphScript& itsScript)
@@ -40,70 +40,57 @@ class FakeDvdGraph : public ComFake<NoGraphBuilder, NoMediaControl, QueuedEvents
                   {IID_IMediaEventEx, "IID_IMediaEventEx"},
                   {IID_IMediaSeeking, "IID_IMediaSeeking"},
                   {IID_IBasicAudio, "IID_IBasicAudio"},
-                  {IID_IBasicVideo, "IID_IBasicVideo"}}}),
-        graph(itsScript) {}
+                  {IID_IBasicVideo, "IID_IBasicVideo"}}}) {}
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
     if (iid != IID_IVideoWindow) return ComFake::QueryInterface(iid, object);
     *object = nullptr;
-    const HRESULT result = graph.Answer("IID_IVideoWindow");
+    const HRESULT result = script.Answer("IID_IVideoWindow");
     if (FAILED(result)) return result;
-    graph.renderer.AddRef();
-    *object = &graph.renderer;
+    script.renderer.AddRef();
+    *object = &script.renderer;
     return result;
   }
 
   // IMediaControl
-  STDMETHODIMP Run() override { return graph.Call("Run"); }
-  STDMETHODIMP Pause() override { return graph.Call("Pause"); }
-  STDMETHODIMP Stop() override { return graph.Call("Stop"); }
+  STDMETHODIMP Run() override { return script.Call("Run"); }
+  STDMETHODIMP Pause() override { return script.Call("Pause"); }
+  STDMETHODIMP Stop() override { return script.Call("Stop"); }
   STDMETHODIMP GetState(LONG limit, OAFilterState*) override {
-    return graph.Call("GetState", std::to_string(limit));
+    return script.Call("GetState", std::to_string(limit));
   }
   // IMediaEventEx
   STDMETHODIMP SetNotifyWindow(OAHWND window, long message, LONG_PTR data) override {
     const char* to = window == 0 ? "none" : window == reinterpret_cast<OAHWND>(mainWindow) ? "panel" : "?";
-    return graph.Call("SetNotifyWindow",
-                      to + (' ' + std::to_string(message)) + ' ' + std::to_string(static_cast<int>(data)));
+    return script.Call("SetNotifyWindow",
+                       to + (' ' + std::to_string(message)) + ' ' + std::to_string(static_cast<int>(data)));
   }
-  EventQueue& Queue() override { return graph; }
+  EventQueue& Queue() override { return script; }
 
   // IMediaSeeking
   STDMETHODIMP SetPositions(LONGLONG* start, DWORD startFlags, LONGLONG*, DWORD stopFlags) override {
-    return graph.Call("SetPositions", std::to_string(*start) + ' ' + std::to_string(startFlags) + ' ' +
-                                          std::to_string(stopFlags));
+    return script.Call("SetPositions", std::to_string(*start) + ' ' + std::to_string(startFlags) + ' ' +
+                                           std::to_string(stopFlags));
   }
 
   // IBasicVideo
   STDMETHODIMP get_VideoWidth(long* width) override {
-    const HRESULT result = graph.Answer("get_VideoWidth");
-    if (SUCCEEDED(result)) *width = graph.width;
-    return result;
+    return script.Tell("get_VideoWidth", width, script.width);
   }
   STDMETHODIMP get_VideoHeight(long* height) override {
-    const HRESULT result = graph.Answer("get_VideoHeight");
-    if (SUCCEEDED(result)) *height = graph.height;
-    return result;
+    return script.Tell("get_VideoHeight", height, script.height);
   }
   QUORVEX_UNEXPECTED(get_AvgTimePerFrame, REFTIME*)
   QUORVEX_UNEXPECTED(get_BitRate, long*)
   QUORVEX_UNEXPECTED(get_BitErrorRate, long*)
-  QUORVEX_UNEXPECTED(put_SourceLeft, long)
-  QUORVEX_UNEXPECTED(get_SourceLeft, long*)
-  QUORVEX_UNEXPECTED(put_SourceWidth, long)
-  QUORVEX_UNEXPECTED(get_SourceWidth, long*)
-  QUORVEX_UNEXPECTED(put_SourceTop, long)
-  QUORVEX_UNEXPECTED(get_SourceTop, long*)
-  QUORVEX_UNEXPECTED(put_SourceHeight, long)
-  QUORVEX_UNEXPECTED(get_SourceHeight, long*)
-  QUORVEX_UNEXPECTED(put_DestinationLeft, long)
-  QUORVEX_UNEXPECTED(get_DestinationLeft, long*)
-  QUORVEX_UNEXPECTED(put_DestinationWidth, long)
-  QUORVEX_UNEXPECTED(get_DestinationWidth, long*)
-  QUORVEX_UNEXPECTED(put_DestinationTop, long)
-  QUORVEX_UNEXPECTED(get_DestinationTop, long*)
-  QUORVEX_UNEXPECTED(put_DestinationHeight, long)
-  QUORVEX_UNEXPECTED(get_DestinationHeight, long*)
+  QUORVEX_UNEXPECTED_PROPERTY(SourceLeft, long)
+  QUORVEX_UNEXPECTED_PROPERTY(SourceWidth, long)
+  QUORVEX_UNEXPECTED_PROPERTY(SourceTop, long)
+  QUORVEX_UNEXPECTED_PROPERTY(SourceHeight, long)
+  QUORVEX_UNEXPECTED_PROPERTY(DestinationLeft, long)
+  QUORVEX_UNEXPECTED_PROPERTY(DestinationWidth, long)
+  QUORVEX_UNEXPECTED_PROPERTY(DestinationTop, long)
+  QUORVEX_UNEXPECTED_PROPERTY(DestinationHeight, long)
   QUORVEX_UNEXPECTED(SetSourcePosition, long, long, long, long)
   QUORVEX_UNEXPECTED(GetSourcePosition, long*, long*, long*, long*)
   QUORVEX_UNEXPECTED(SetDefaultSourcePosition)
@@ -115,9 +102,6 @@ class FakeDvdGraph : public ComFake<NoGraphBuilder, NoMediaControl, QueuedEvents
   QUORVEX_UNEXPECTED(GetCurrentImage, long*, long*)
   QUORVEX_UNEXPECTED(IsUsingDefaultSource)
   QUORVEX_UNEXPECTED(IsUsingDefaultDestination)
-
- protected:
-  GraphScript& graph;
 };
 
 }  // namespace quorvex

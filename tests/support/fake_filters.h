@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -78,7 +77,7 @@ class FakePin final : public IPin {
   [[nodiscard]] HRESULT Answer(const char* name) const;
 };
 
-class FakePinList final : public ComFake<IEnumPins> {
+class FakePinList final : public ComFake<ComScript, IEnumPins> {
  public:
   FakePinList(ComScript& itsScript, const std::vector<std::unique_ptr<FakePin>>& itsPins)
       : ComFake(itsScript, "", {{{IID_IEnumPins, "IEnumPins"}}}), pins(itsPins) {}
@@ -100,7 +99,7 @@ class FakePinList final : public ComFake<IEnumPins> {
   std::size_t next = 0;
 };
 
-class FakeFilter final : public ComFake<IBaseFilter> {
+class FakeFilter final : public ComFake<ComScript, IBaseFilter> {
  public:
   // `itsName` must outlive it.
   FakeFilter(ComScript& itsScript, const char* itsName, const std::vector<FakePinFacts>& itsPins)

@@ -60,14 +60,10 @@ class FakeFileGraph final : public FakeDvdGraph {
     return media.Call("SetTimeFormat");
   }
   STDMETHODIMP GetDuration(LONGLONG* time) override {
-    const HRESULT result = media.Answer("GetDuration");
-    if (SUCCEEDED(result)) *time = media.duration;
-    return result;
+    return media.Tell("GetDuration", time, media.duration);
   }
   STDMETHODIMP GetCurrentPosition(LONGLONG* time) override {
-    const HRESULT result = media.Answer("GetCurrentPosition");
-    if (SUCCEEDED(result)) *time = 0;
-    return result;
+    return media.Tell("GetCurrentPosition", time, LONGLONG{0});
   }
 
  private:

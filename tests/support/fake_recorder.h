@@ -7,7 +7,6 @@
 #include <strmif.h>
 #include <uuids.h>
 
-#include <cstring>
 #include <string>
 
 #include "tests/support/com_fake.h"
@@ -24,7 +23,7 @@ inline std::string Narrow(LPCOLESTR text) {
   return narrow;
 }
 
-class FakeMuxSettings final : public ComFake<IConfigAviMux> {
+class FakeMuxSettings final : public ComFake<ComScript, IConfigAviMux> {
  public:
   explicit FakeMuxSettings(ComScript& itsScript)
       : ComFake(itsScript, "mux settings", {{{IID_IConfigAviMux, "IConfigAviMux"}}}) {}
@@ -39,7 +38,7 @@ class FakeMuxSettings final : public ComFake<IConfigAviMux> {
   QUORVEX_UNEXPECTED(GetOutputCompatibilityIndex, BOOL*)
 };
 
-class FakeFileWriter final : public ComFake<IFileSinkFilter> {
+class FakeFileWriter final : public ComFake<ComScript, IFileSinkFilter> {
  public:
   explicit FakeFileWriter(ComScript& itsScript)
       : ComFake(itsScript, "writer", {{{IID_IFileSinkFilter, "IFileSinkFilter"}}}) {}
@@ -52,7 +51,7 @@ class FakeFileWriter final : public ComFake<IFileSinkFilter> {
 };
 
 // The sound input's format: plain 16-bit stereo of 44.1 kHz.
-class FakeSoundConfig final : public ComFake<IAMStreamConfig> {
+class FakeSoundConfig final : public ComFake<ComScript, IAMStreamConfig> {
  public:
   explicit FakeSoundConfig(ComScript& itsScript)
       : ComFake(itsScript, "audio stream", {{{IID_IAMStreamConfig, "IAMStreamConfig"}}}) {}
@@ -61,14 +60,7 @@ class FakeSoundConfig final : public ComFake<IAMStreamConfig> {
     *type = nullptr;
     if (const HRESULT result = script.Answer("GetSoundFormat"); FAILED(result)) return result;
     const WAVEFORMATEX sound{WAVE_FORMAT_PCM, 2, 44100, 176400, 4, 16, 0};
-    *type = static_cast<AM_MEDIA_TYPE*>(::CoTaskMemAlloc(sizeof(AM_MEDIA_TYPE)));
-    **type = {};
-    (*type)->formattype = FORMAT_WaveFormatEx;
-    (*type)->pUnk = this;  // who does not free the format does not let go of this
-    AddRef();
-    (*type)->cbFormat = sizeof sound;
-    (*type)->pbFormat = static_cast<BYTE*>(::CoTaskMemAlloc(sizeof sound));
-    std::memcpy((*type)->pbFormat, &sound, sizeof sound);
+    *type = NewMediaType(FORMAT_WaveFormatEx, sound, *this);
     return S_OK;
   }
   STDMETHODIMP SetFormat(AM_MEDIA_TYPE* type) override {
@@ -81,38 +73,29 @@ class FakeSoundConfig final : public ComFake<IAMStreamConfig> {
   QUORVEX_UNEXPECTED(GetStreamCaps, int, AM_MEDIA_TYPE**, BYTE*)
 };
 
-class FakeFrameCounts final : public ComFake<IAMDroppedFrames> {
+class FakeFrameCounts final : public ComFake<CardScript, IAMDroppedFrames> {
  public:
   explicit FakeFrameCounts(CardScript& itsCard)
-      : ComFake(itsCard, "", {{{IID_IAMDroppedFrames, "IAMDroppedFrames"}}}), card(itsCard) {}
+      : ComFake(itsCard, "", {{{IID_IAMDroppedFrames, "IAMDroppedFrames"}}}) {}
 
   STDMETHODIMP GetNumNotDropped(LONG* number) override {
-    *number = card.framesCaptured;
-    return card.Answer("GetNumNotDropped");
+    return script.Tell("GetNumNotDropped", number, script.framesCaptured);
   }
   STDMETHODIMP GetNumDropped(LONG* number) override {
-    *number = card.framesDropped;
-    return card.Answer("GetNumDropped");
+    return script.Tell("GetNumDropped", number, script.framesDropped);
   }
   QUORVEX_UNEXPECTED(GetDroppedInfo, LONG, LONG*, LONG*)
   QUORVEX_UNEXPECTED(GetAverageFrameSize, LONG*)
-
- private:
-  CardScript& card;
 };
 
-class FakeMuxPosition final : public ComFake<NoMediaSeeking> {
+class FakeMuxPosition final : public ComFake<CardScript, NoMediaSeeking> {
  public:
   explicit FakeMuxPosition(CardScript& itsCard)
-      : ComFake(itsCard, "", {{{IID_IMediaSeeking, "IMediaSeeking"}}}), card(itsCard) {}
+      : ComFake(itsCard, "", {{{IID_IMediaSeeking, "IMediaSeeking"}}}) {}
 
   STDMETHODIMP GetCurrentPosition(LONGLONG* time) override {
-    *time = card.recorded;
-    return card.Answer("GetCurrentPosition");
+    return script.Tell("GetCurrentPosition", time, script.recorded);
   }
-
- private:
-  CardScript& card;
 };
 
 // A multiplexer with two inputs.

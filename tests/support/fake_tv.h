@@ -22,17 +22,17 @@
 
 namespace quorvex {
 
-class FakeCaptureGraph final : public ComFake<NoGraphBuilder, NoMediaControl, NoBasicAudio, QueuedEvents> {
+class FakeCaptureGraph final
+    : public ComFake<CardScript, NoGraphBuilder, NoMediaControl, NoBasicAudio, QueuedEvents> {
  public:
   explicit FakeCaptureGraph(CardScript& itsCard)
       : ComFake(itsCard, "graph",
                 {{{IID_IGraphBuilder, "IID_IGraphBuilder"},
                   {IID_IMediaControl, "IID_IMediaControl"},
                   {IID_IBasicAudio, "IID_IBasicAudio"},
-                  {IID_IMediaEventEx, "IID_IMediaEventEx"}}}),
-        card(itsCard) {}
+                  {IID_IMediaEventEx, "IID_IMediaEventEx"}}}) {}
 
-  EventQueue& Queue() override { return card; }
+  EventQueue& Queue() override { return script; }
   STDMETHODIMP SetNotifyWindow(OAHWND window, long, LONG_PTR) override {
     EXPECT_TRUE(window == 0 || window == reinterpret_cast<OAHWND>(mainWindow));
     return script.Answer("SetNotifyWindow");
@@ -86,34 +86,32 @@ class FakeCaptureGraph final : public ComFake<NoGraphBuilder, NoMediaControl, No
   static std::string NameOf(IBaseFilter* filter) { return static_cast<FakeFilter*>(filter)->name; }
   static FakePin& AsPin(IPin* pin) { return *static_cast<FakePin*>(pin); }
 
-  CardScript& card;
   std::vector<ComPtr<IBaseFilter>> filters;
 };
 
-class FakeCaptureBuilder final : public ComFake<ICaptureGraphBuilder, ICaptureRecovery> {
+class FakeCaptureBuilder final : public ComFake<CardScript, ICaptureGraphBuilder, ICaptureRecovery> {
  public:
   explicit FakeCaptureBuilder(CardScript& itsCard)
       : ComFake(itsCard, "builder",
                 {{{IID_ICaptureGraphBuilder, "ICaptureGraphBuilder"},
-                  {__uuidof(ICaptureRecovery), "ICaptureRecovery"}}}),
-        card(itsCard) {}
+                  {__uuidof(ICaptureRecovery), "ICaptureRecovery"}}}) {}
 
   STDMETHODIMP Recover(LPCOLESTR path, LONGLONG* length) override {
-    *length = card.recovered;
-    const HRESULT result = card.Call("Recover", Narrow(path));
-    return result == S_OK && card.recovered == 0 ? S_FALSE : result;
+    *length = script.recovered;
+    const HRESULT result = script.Call("Recover", Narrow(path));
+    return result == S_OK && script.recovered == 0 ? S_FALSE : result;
   }
 
   STDMETHODIMP SetFiltergraph(IGraphBuilder* itsGraph) override {
     graph = ComPtr<FakeCaptureGraph>::Share(static_cast<FakeCaptureGraph*>(itsGraph));
-    return card.Call("SetFiltergraph");
+    return script.Call("SetFiltergraph");
   }
   STDMETHODIMP FindInterface(const GUID* category, IBaseFilter* filter, REFIID iid, void** object) override {
     *object = nullptr;
     const std::string owner = static_cast<FakeFilter*>(filter)->name;
     const std::string name = NameOf(iid);
-    card.log += "Find " + owner + ' ' + name + ' ' + CategoryName(category) + '\n';
-    const HRESULT result = card.Answer("Find " + owner + ' ' + name);
+    script.log += "Find " + owner + ' ' + name + ' ' + CategoryName(category) + '\n';
+    const HRESULT result = script.Answer("Find " + owner + ' ' + name);
     if (FAILED(result)) return result;
     *object = Make(iid, owner);
     return result;
@@ -124,7 +122,7 @@ class FakeCaptureBuilder final : public ComFake<ICaptureGraphBuilder, ICaptureRe
     EXPECT_EQ(between, nullptr);
     auto& filter = static_cast<FakeFilter&>(*static_cast<IBaseFilter*>(source));
     if (sink != nullptr) return RenderInto(filter, static_cast<FakeFilter&>(*sink), category);
-    const HRESULT result = card.Call("RenderStream", CategoryName(category));
+    const HRESULT result = script.Call("RenderStream", CategoryName(category));
     if (SUCCEEDED(result))
       graph->ShowBehind(filter.Pin(result == VFW_S_NOPREVIEWPIN ? "Capture" : "Preview"), "renderer");
     return result;
@@ -134,27 +132,27 @@ class FakeCaptureBuilder final : public ComFake<ICaptureGraphBuilder, ICaptureRe
     EXPECT_EQ(*type, MEDIASUBTYPE_Avi);
     *mux = nullptr;
     *writer = nullptr;
-    const HRESULT result = card.Call("SetOutputFileName", Narrow(path));
+    const HRESULT result = script.Call("SetOutputFileName", Narrow(path));
     if (FAILED(result)) return result;
-    ComPtr<FakeFilter> made = MakeMultiplexer(card);
+    ComPtr<FakeFilter> made = MakeMultiplexer(script);
     graph->Hold(made.Get());
     *mux = made.Detach();
-    *writer = new FakeFileWriter(card);
+    *writer = new FakeFileWriter(script);
     return result;
   }
   STDMETHODIMP ControlStream(const GUID* category, IBaseFilter* filter, REFERENCE_TIME* start,
                              REFERENCE_TIME* stop, WORD, WORD) override {
     EXPECT_EQ(filter, nullptr);
-    return card.Call("Control " + CategoryName(category), TimeName(start) + " to " + TimeName(stop));
+    return script.Call("Control " + CategoryName(category), TimeName(start) + " to " + TimeName(stop));
   }
   STDMETHODIMP AllocCapFile(LPCOLESTR path, DWORDLONG bytes) override {
-    return card.Call("AllocCapFile", Narrow(path) + ' ' + std::to_string(bytes));
+    return script.Call("AllocCapFile", Narrow(path) + ' ' + std::to_string(bytes));
   }
   STDMETHODIMP CopyCaptureFile(LPOLESTR from, LPOLESTR to, int escape,
                                IAMCopyCaptureFileProgress* progress) override {
     EXPECT_EQ(progress, nullptr);
     EXPECT_EQ(escape, TRUE);
-    return card.Call("CopyCaptureFile", Narrow(from) + " to " + Narrow(to));
+    return script.Call("CopyCaptureFile", Narrow(from) + " to " + Narrow(to));
   }
   QUORVEX_UNEXPECTED(GetFiltergraph, IGraphBuilder**)
 
@@ -167,7 +165,7 @@ class FakeCaptureBuilder final : public ComFake<ICaptureGraphBuilder, ICaptureRe
   }
   HRESULT RenderInto(FakeFilter& filter, FakeFilter& mux, const GUID* category) {
     const HRESULT result =
-        card.Call("Render " + std::string(filter.name), CategoryName(category) + " into " + mux.name);
+        script.Call("Render " + std::string(filter.name), CategoryName(category) + " into " + mux.name);
     const auto input =
         std::find_if(mux.pins.begin(), mux.pins.end(), [](const auto& pin) { return pin->peer == nullptr; });
     if (SUCCEEDED(result)) filter.Pin("Capture").Join(**input);
@@ -187,19 +185,18 @@ class FakeCaptureBuilder final : public ComFake<ICaptureGraphBuilder, ICaptureRe
     return iid == IID_IVideoWindow ? "IVideoWindow" : "?";
   }
   void* Make(REFIID iid, const std::string& owner) {
-    if (iid == IID_IAMStreamConfig && owner != "card") return new FakeSoundConfig(card);
-    if (iid == IID_IAMStreamConfig) return new FakeStreamConfig(card, "video stream");
-    if (iid == IID_IAMVfwCaptureDialogs) return new FakeDialogs(card);
-    if (iid == IID_IAMTVTuner) return new FakeTuner(card);
-    if (iid == IID_IAMCrossbar) return new FakeCrossbar(card);
-    if (iid == IID_IAMVideoProcAmp) return new FakePictureControls(card);
-    if (iid == IID_IAMDroppedFrames) return new FakeFrameCounts(card);
+    if (iid == IID_IAMStreamConfig && owner != "card") return new FakeSoundConfig(script);
+    if (iid == IID_IAMStreamConfig) return new FakeStreamConfig(script, "video stream");
+    if (iid == IID_IAMVfwCaptureDialogs) return new FakeDialogs(script);
+    if (iid == IID_IAMTVTuner) return new FakeTuner(script);
+    if (iid == IID_IAMCrossbar) return new FakeCrossbar(script);
+    if (iid == IID_IAMVideoProcAmp) return new FakePictureControls(script);
+    if (iid == IID_IAMDroppedFrames) return new FakeFrameCounts(script);
     EXPECT_EQ(iid, IID_IVideoWindow);
-    card.renderer.AddRef();
-    return static_cast<IVideoWindow*>(&card.renderer);
+    script.renderer.AddRef();
+    return static_cast<IVideoWindow*>(&script.renderer);
   }
 
-  CardScript& card;
   ComPtr<FakeCaptureGraph> graph;
 };
 

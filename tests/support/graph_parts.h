@@ -45,10 +45,8 @@ class NoMediaControl : public NoDispatch<IMediaControl> {
 
 class NoBasicAudio : public NoDispatch<IBasicAudio> {
  public:
-  QUORVEX_UNEXPECTED(put_Volume, long)
-  QUORVEX_UNEXPECTED(get_Volume, long*)
-  QUORVEX_UNEXPECTED(put_Balance, long)
-  QUORVEX_UNEXPECTED(get_Balance, long*)
+  QUORVEX_UNEXPECTED_PROPERTY(Volume, long)
+  QUORVEX_UNEXPECTED_PROPERTY(Balance, long)
 };
 
 class NoMediaSeeking : public IMediaSeeking {

@@ -47,11 +47,6 @@ class SetupUser : public DialogUser {
     ::PostMessageA(Control(id), BM_CLICK, 0, 0);
     return WaitForWindow(caption);
   }
-  // Puts a text in place of a field's, as pasting does.
-  void Paste(int id, const std::string& text) const {
-    ::SendMessageA(Control(id), EM_SETSEL, 0, -1);
-    ::SendMessageA(Control(id), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
-  }
 
   [[nodiscard]] bool CanApply() const {
     constexpr int kApplyNow = 0x3021;

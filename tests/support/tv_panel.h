@@ -20,6 +20,7 @@ class TvPanelTest : public PanelTest {
   static void CloseDevice() {
     currentDevice.reset();
     DeleteVideoWindow();
+    fullScreen = false;
     currentCaptureDevice = -1;
   }
 

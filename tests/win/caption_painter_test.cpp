@@ -76,21 +76,6 @@ TEST(CaptionPainter, CharactersStandInTheirCells) {
   }
 }
 
-TEST(CaptionPainter, NothingIsDrawnWhereNothingStands) {
-  for (const bool opaque : {false, true}) {
-    Picture picture({720, 480});
-    CaptionPainter painter;
-    painter.Paint(picture.view, ScreenOf(""), opaque);
-    EXPECT_EQ(picture.CountIn({.right = 720, .bottom = 480}).changed, 0);
-    painter.Paint(picture.view, ScreenOf("{RDC}{15:0}A"), opaque);
-    EXPECT_EQ(picture.CountIn({.right = 720, .bottom = CaptionCellBox({720, 480}, 13, 0).bottom - 3}).changed,
-              0);
-    EXPECT_EQ(picture.CountIn({.left = CaptionCellBox({720, 480}, 14, 2).left, .right = 720, .bottom = 480})
-                  .changed,
-              0);
-  }
-}
-
 TEST(CaptionPainter, TheOpaqueBackgroundIsBlackBehindTheCharactersAndBesideThem) {
   for (const Size& size : kSizes) {
     Picture picture(size);
@@ -123,17 +108,6 @@ TEST(CaptionPainter, CharactersHaveTheirColorAndTheirOutline) {
   }
   EXPECT_GT(red, 30);
   EXPECT_GT(picture.CountIn(box).black, 30);
-}
-
-TEST(CaptionPainter, UnderlinesAndItalicsDiffer) {
-  std::vector<std::vector<std::uint8_t>> looks;
-  for (const char* script : {"{RDC}{15:0}HELLO", "{RDC}{15:0u}HELLO", "{RDC}{15 italic}HELLO"}) {
-    Picture picture({720, 480});
-    CaptionPainter().Paint(picture.view, ScreenOf(script), false);
-    looks.push_back(picture.bytes);
-  }
-  EXPECT_NE(looks[0], looks[1]);
-  EXPECT_NE(looks[0], looks[2]);
 }
 
 TEST(CaptionPainter, FollowsTheScreenThePicturesSizeAndTheBackground) {

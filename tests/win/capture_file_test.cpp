@@ -2,7 +2,6 @@
 #include "devices/tv/capture_file_dialog.h"
 
 #include "base/handles.h"
-#include "devices/tv/capture_disk.h"
 #include "resources/ids.h"
 #include "tests/support/dialog_user.h"
 #include "tests/support/tv_panel.h"
@@ -45,61 +44,7 @@ class CaptureFileTest : public TvTest {
   static bool IsOn(HWND dialog, int control) {
     return ::IsWindowEnabled(::GetDlgItem(dialog, control)) != FALSE;
   }
-  static int FreeMegabytes(const std::string& path) {
-    return static_cast<int>(GetFreeDiskSpaceKB(path).value_or(0) / 1024);
-  }
 };
-
-TEST_F(CaptureFileTest, TheDialogShowsTheFileThatIsSet) {
-  const std::string path = MakeFile("tape.avi", 3);
-  OpenWithFile(path);
-  EXPECT_TRUE(Run({Allocate(
-      [&](HWND dialog) {
-        EXPECT_EQ(DialogScript::TextOf(dialog, IDC_CAPTURE_PATH), path);
-        EXPECT_EQ(DialogScript::TextOf(dialog, IDC_CAPTURE_SIZE), "3");
-        const int free = std::stoi(DialogScript::TextOf(dialog, IDC_FREE_SPACE));
-        EXPECT_NEAR(free, FreeMegabytes(path) + 3, 200) << "others use the disk too";
-        const std::string most = std::to_string(std::min(free, 65535));
-        EXPECT_EQ(Typed(dialog, "12a"), "1");
-        EXPECT_EQ(Typed(dialog, "99999999"), most);
-        EXPECT_EQ(Typed(dialog, "99999999x"), most);
-        EXPECT_EQ(Typed(dialog, ""), "1");
-        EXPECT_EQ(Typed(dialog, "7"), "7");
-      },
-      IDOK)}));
-  EXPECT_EQ(tv.Take(), "AllocCapFile " + path + " 7340032\n");
-  Press(kCommandCloseDevice);
-  EXPECT_EQ(Stored("CaptureFile"), path);
-}
-
-TEST_F(CaptureFileTest, WithoutAFileOneMustBeChosen) {
-  Open();
-  const std::string path = stores.Path("new tape.avi");
-  {
-    const DialogScript script({DialogScript::Box("Please allocate a capture file first."),
-                               Allocate(
-                                   [](HWND dialog) {
-                                     EXPECT_FALSE(IsOn(dialog, IDC_CAPTURE_SIZE));
-                                     EXPECT_EQ(DialogScript::TextOf(dialog, IDC_CAPTURE_PATH), "");
-                                     ::SendMessageA(dialog, WM_COMMAND, IDOK, 0);
-                                     EXPECT_TRUE(::IsWindow(dialog)) << "there is no size to set aside";
-                                   },
-                                   IDC_CHANGE_FILE),
-                               DialogScript::Name(kChoose, stores.Path("new tape")),
-                               Allocate(
-                                   [&](HWND dialog) {
-                                     EXPECT_TRUE(IsOn(dialog, IDC_CAPTURE_SIZE));
-                                     EXPECT_EQ(DialogScript::TextOf(dialog, IDC_CAPTURE_PATH), path);
-                                     EXPECT_EQ(DialogScript::TextOf(dialog, IDC_CAPTURE_SIZE), "10");
-                                   },
-                                   IDOK),
-                               DialogScript::Press("Ready to Record", IDOK)});
-    Press(kCommandRecord);
-  }
-  EXPECT_TRUE(currentDevice->recording);
-  const std::string calls = tv.Take();
-  EXPECT_EQ(calls.substr(0, calls.find('\n')), "AllocCapFile " + path + " 10485760");
-}
 
 TEST_F(CaptureFileTest, CancelledWithoutAFileNothingIsRecorded) {
   Open();
@@ -107,25 +52,6 @@ TEST_F(CaptureFileTest, CancelledWithoutAFileNothingIsRecorded) {
       {DialogScript::Box("Please allocate a capture file first."), DialogScript::Press(kAllocate, IDCANCEL)});
   EXPECT_EQ(LogOf(kCommandRecord), "");
   EXPECT_FALSE(currentDevice->recording);
-}
-
-TEST_F(CaptureFileTest, AnotherFileBringsItsOwnSize) {
-  OpenWithFile(MakeFile("tape.avi", 1));
-  const std::string other = MakeFile("other.avi", 2);
-  const std::string nowhere = stores.Path("nowhere.avi");
-  EXPECT_FALSE(
-      Run({Change(), DialogScript::Name(kChoose, other),
-           Allocate(
-               [&](HWND dialog) {
-                 EXPECT_EQ(DialogScript::TextOf(dialog, IDC_CAPTURE_PATH), other);
-                 EXPECT_EQ(DialogScript::TextOf(dialog, IDC_CAPTURE_SIZE), "2");
-               },
-               IDC_CHANGE_FILE),
-           DialogScript::Press(kChoose, IDCANCEL),
-           Allocate([&](HWND dialog) { EXPECT_EQ(DialogScript::TextOf(dialog, IDC_CAPTURE_PATH), other); },
-                    IDCANCEL)}));
-  EXPECT_EQ(Device().capture.file, stores.Path("tape.avi"));
-  EXPECT_EQ(tv.Take(), "");
 }
 
 TEST_F(CaptureFileTest, AFileThatSomebodyPlaysIsNotTaken) {
@@ -149,9 +75,7 @@ TEST_F(CaptureFileTest, APathThatIsTooLongIsRefused) {
   const std::size_t room = kLongestCapturePath - stores.Path("").size();
   const auto refused = [](const std::string& name) {
     return [name](HWND dialog) {
-      constexpr int kNameField = 0x47C;
-      EXPECT_TRUE(DialogScript::WaitUntil([&] { return ::GetDlgItem(dialog, kNameField) != nullptr; }));
-      ::SetDlgItemTextA(dialog, kNameField, name.c_str());
+      DialogScript::TypeName(dialog, name);
       ::SendMessageA(dialog, WM_COMMAND, IDOK, 0);
       EXPECT_EQ(ShownText(), "The path is too long");
       EXPECT_TRUE(::IsWindow(dialog));
@@ -216,18 +140,6 @@ TEST_F(CaptureFileTest, ACopyIsSavedWhereTheUserSays) {
   EXPECT_FALSE(Device().SaveCaptureFile(mainWindow));
   EXPECT_EQ(ShownText(), "Capture file save ERROR");
   EXPECT_EQ(tv.Take(), "");
-}
-
-TEST_F(CaptureFileTest, PromptToSaveAsksAfterTheRecording) {
-  OpenWithFile(MakeFile("tape.avi", 1));
-  Device().capture.promptToSave = true;
-  const DialogScript script(
-      {DialogScript::Press("Ready to Record", IDOK), DialogScript::Name(kChoose, stores.Path("copy"))});
-  Press(kCommandRecord);
-  tv.Take();
-  Press(kCommandStop);
-  EXPECT_EQ(ShownText(), "Capture file saved");
-  EXPECT_NE(tv.Take().find("Run\nCopyCaptureFile "), std::string::npos) << "the preview is back meanwhile";
 }
 
 }  // namespace

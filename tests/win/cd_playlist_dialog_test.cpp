@@ -5,7 +5,7 @@
 #include "resources/ids.h"
 #include "tests/support/cd_panel.h"
 #include "tests/support/dialog_user.h"
-#include "tests/support/message_box.h"
+#include "tests/support/noted_boxes.h"
 
 namespace quorvex {
 namespace {
@@ -33,10 +33,6 @@ class EditorUser : public DialogUser {
   void Enter(int id, const std::string& text) const { ::SetDlgItemTextA(Dialog(), id, text.c_str()); }
   void Focus(int id) const {
     ::SendMessageA(Dialog(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(id)), TRUE);
-  }
-  void Key(int id, WPARAM key) const {
-    ::PostMessageA(Control(id), WM_KEYDOWN, key, 0);
-    Settle();
   }
 
   // Selects items of a list besides those that are; the last one is what the user came to.
@@ -105,51 +101,6 @@ TEST_F(CdPlaylistDialogTest, ShowsTheDiscAndItsStoredPlayList) {
   EXPECT_EQ(StoredLines(), std::string(kThree) + "3 1 12 3 \r\n") << "a track that the disc lacks is kept";
 }
 
-TEST_F(CdPlaylistDialogTest, EntriesAreAddedAndRemoved) {
-  OpenStored({200, 180, 240, 60, 60}, "5=Five\r\nPlaylist=2 \r\n");
-  const INT_PTR result = Edit([](EditorUser& user) {
-    user.Press(IDC_ADD_SELECTED);
-    user.Press(IDC_REMOVE_SELECTED);
-    EXPECT_EQ(user.Totals(), "1 3:00 (min:sec)") << "nothing is selected";
-    user.Select(IDC_DISC_CONTENT, {4, 2});
-    user.Press(IDC_ADD_SELECTED);
-    user.Press(IDC_ADD_SELECTED);
-    EXPECT_EQ(user.Playlist(), "(03:00) |(04:00) |(01:00) Five|(04:00) |(01:00) Five");
-    EXPECT_EQ(user.Totals(), "5 13:00 (min:sec)");
-    user.Focus(IDC_PLAYLIST);
-    user.Select(IDC_PLAYLIST, {0, 1, 4});
-    user.Press(IDC_REMOVE_SELECTED);
-    EXPECT_EQ(user.Playlist(), "(01:00) Five|(04:00) ");
-    EXPECT_EQ(user.Totals(), "2 5:00 (min:sec)");
-    for (int i = 0; i < 12; ++i) user.Press(IDC_ADD_ALL);
-    EXPECT_EQ(user.Totals(), "62 2:33:00 (hr:min:sec)");
-    EXPECT_GT(::SendMessageA(user.Control(IDC_PLAYLIST), LB_GETTOPINDEX, 0, 0), 40) << "the end is shown";
-    user.Press(IDC_DELETE_ALL);
-    EXPECT_EQ(user.Playlist() + user.Totals(), "0 0:00 (min:sec)");
-    user.PressOk();
-  });
-  EXPECT_EQ(result, 1);
-  EXPECT_EQ(StoredLines(), "5=Five\r\nPlaylist=\r\nTitle=\r\nArtist=\r\n1=\r\n2=\r\n3=\r\n4=\r\n");
-}
-
-TEST_F(CdPlaylistDialogTest, AHundredthEntryIsRefusedOnce) {
-  constexpr char kFull[] = "Maximum number of 99 entries reached.";
-  std::string ninety;
-  for (int i = 0; i < 90; ++i) ninety += "1 ";
-  const std::vector<int> twelve(12, 60);
-  OpenStored(twelve, "Playlist=" + ninety + "\r\n");
-  Edit([&](EditorUser& user) {
-    ::PostMessageA(user.Control(IDC_ADD_ALL), BM_CLICK, 0, 0);
-    EXPECT_EQ(DialogUser::AnswerBox(user.Dialog(), "Merrow"), kFull);
-    EXPECT_EQ(user.Totals(), "99 1:39:00 (hr:min:sec)");
-    EXPECT_EQ(::GetLastActivePopup(user.Dialog()), user.Dialog()) << "told once";
-    EXPECT_EQ(::SendMessageA(user.Control(IDC_PLAYLIST), LB_GETITEMDATA, 98, 0), 9);
-    user.PressOk();
-  });
-  EXPECT_EQ(StoredLines().substr(0, 9 + ninety.size() + 18 + 2),
-            "Playlist=" + ninety + "1 2 3 4 5 6 7 8 9 \r\n");
-}
-
 TEST_F(CdPlaylistDialogTest, AStoredPlayListThatIsTooLongIsToldOnce) {
   std::string stored = "Playlist=";
   for (int i = 0; i < 150; ++i) stored += "1 ";
@@ -162,44 +113,6 @@ TEST_F(CdPlaylistDialogTest, AStoredPlayListThatIsTooLongIsToldOnce) {
     DialogUser::Leave(editor, IDCANCEL);
   });
   EXPECT_EQ(ShowCdPlaylistDialog(mainWindow), 0);
-}
-
-TEST_F(CdPlaylistDialogTest, EnterInTheNamingFieldNamesTrackAfterTrack) {
-  OpenStored({200, 180, 240}, std::string(kThree) + "3 1 3 \r\n");
-  const INT_PTR result = Edit([](EditorUser& user) {
-    user.Focus(IDC_DISC_CONTENT);
-    user.Select(IDC_DISC_CONTENT, {0, 1});
-    EXPECT_EQ(user.Naming(), "Trac&k 02:Two");
-    user.Focus(IDC_TRACK_NAME);
-    const auto name = [&](const char* text) {
-      user.Enter(IDC_TRACK_NAME, text);
-      user.Key(IDC_TRACK_NAME, VK_RETURN);
-    };
-    name("Zwei");
-    EXPECT_EQ(user.Content(), "(03:20) One|(03:00) Zwei|[(04:00) Three]");
-    EXPECT_EQ(user.Naming(), "Trac&k 03:Three");
-    EXPECT_EQ(::SendMessageA(user.Control(IDC_TRACK_NAME), EM_GETSEL, 0, 0), MAKELRESULT(0, 5));
-    name("\xE4\xB8\x89");
-    EXPECT_EQ(user.Naming(), "Trac&k 01:One") << "after the last track the first";
-    EXPECT_EQ(user.Playlist(), "(04:00) \xE4\xB8\x89|(03:20) One|(04:00) \xE4\xB8\x89");
-    EXPECT_EQ(::SendMessageA(user.Control(IDC_PLAYLIST), LB_GETITEMDATA, 2, 0), 3);
-    EXPECT_TRUE(::IsWindow(user.Dialog()));
-    user.Focus(IDC_DISC_ARTIST);
-    ::PostMessageA(user.Control(IDC_DISC_ARTIST), WM_KEYDOWN, VK_RETURN, 0);
-    EXPECT_TRUE(DialogUser::WaitUntil([&] { return !::IsWindow(user.Dialog()); })) << "Enter elsewhere is OK";
-  });
-  EXPECT_EQ(result, 1);
-  EXPECT_EQ(StoredLines(),
-            "Title=Disc\r\nArtist=Band\r\n1=One\r\n2=Zwei\r\n3=\xE4\xB8\x89\r\nPlaylist=3 1 3 \r\n");
-}
-
-TEST_F(CdPlaylistDialogTest, TheNextEditorNamesTheTrackThatTheLastOneCameTo) {
-  OpenStored({200, 180, 240}, kThree);
-  Edit([](EditorUser& user) { user.Select(IDC_DISC_CONTENT, {2}); });
-  Edit([](EditorUser& user) { EXPECT_EQ(user.Naming(), "Trac&k 03:Three"); });
-  currentDevice.reset();
-  OpenStored({200, 180}, "1=Only\r\n");
-  Edit([](EditorUser& user) { EXPECT_EQ(user.Naming(), "Trac&k 01:Only"); });
 }
 
 TEST_F(CdPlaylistDialogTest, FocusDecidesWhatEnterDoesAndWhichListHasASelection) {
@@ -226,40 +139,6 @@ TEST_F(CdPlaylistDialogTest, FocusDecidesWhatEnterDoesAndWhichListHasASelection)
     user.Focus(IDC_TRACK_NAME);
     EXPECT_EQ(user.DefaultLooks(), std::vector<int>{IDC_SET_NAME});
   });
-}
-
-TEST_F(CdPlaylistDialogTest, CancelChangesNothing) {
-  OpenStored({200, 180, 240}, std::string(kThree) + "3 1 \r\n");
-  const std::string before = stores.Read("cd.abm");
-  const INT_PTR result = Edit([](EditorUser& user) {
-    user.Enter(IDC_DISC_TITLE, "Other");
-    user.Enter(IDC_TRACK_NAME, "Other");
-    user.Press(IDC_SET_NAME);
-    user.Press(IDC_ADD_ALL);
-    user.Press(IDC_EDITOR_HELP);
-    DialogUser::Leave(user.Dialog(), IDCANCEL);
-  });
-  EXPECT_EQ(result, 0);
-  EXPECT_EQ(stores.Read("cd.abm"), before);
-}
-
-TEST_F(CdPlaylistDialogTest, NamesOfEveryScriptAreStoredWithSixtyThreeCharacters) {
-  OpenStored({200}, "Title=\r\nArtist=\r\n1=\r\nPlaylist=\r\n");
-  const std::string note = "\xF0\x9F\x8E\xB5";
-  std::string expected;
-  std::string entered;
-  for (int i = 0; i < 63; ++i) expected += i % 2 == 0 ? "\xC3\xA9" : "\xE6\x97\xA5";
-  entered = expected + note;
-  Edit([&](EditorUser& user) {
-    user.Enter(IDC_DISC_TITLE, entered);
-    user.Enter(IDC_DISC_ARTIST, entered + "more");
-    user.Enter(IDC_TRACK_NAME, entered);
-    user.Press(IDC_SET_NAME);
-    EXPECT_EQ(user.Content(), "[(03:20) " + expected + "]");
-    user.PressOk();
-  });
-  EXPECT_EQ(StoredLines(),
-            "Title=" + expected + "\r\nArtist=" + expected + "\r\n1=" + expected + "\r\nPlaylist=\r\n");
 }
 
 // Whatever happens to the disc, OK stores what was edited in the section of the disc that was edited.
@@ -322,9 +201,9 @@ TEST_F(CdPlaylistDialogTest, AStoreThatCannotBeReadIsNotEdited) {
   OpenStored({200, 180, 240}, std::string(kThree) + "3 1 \r\n");
   const UniqueHandle held =
       OwnFile(::CreateFileA(cdAlbumPath.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-  MessageBoxAnswerer boxes;
+  NotedBoxes boxes;
   EXPECT_EQ(ShowCdPlaylistDialog(mainWindow), 0);
-  EXPECT_EQ(boxes.Answered(), std::vector<std::string>{"Merrow: Cannot read cd.abm"});
+  EXPECT_EQ(boxes.Take(), std::vector<std::string>{"Merrow: Cannot read cd.abm"});
 }
 
 }  // namespace

@@ -116,13 +116,6 @@ TEST_F(ControlPanelTest, EveryKeyButTheDigitsHasItsToolTip) {
   EXPECT_EQ(count, 37);
 }
 
-TEST_F(ControlPanelTest, TextsAreTheGivenOnes) {
-  EXPECT_EQ(LoadText(1), "Power (Alt+F4)");
-  EXPECT_EQ(LoadText(39), "Select DVD Subtitle and  Audio track (Ctrl+L)");
-  EXPECT_EQ(LoadText(63), "Track");
-  EXPECT_EQ(LoadText(9999), "");
-}
-
 std::string Text(BSTR text) {
   std::string narrow;
   for (const wchar_t* c = text; c != nullptr && *c != L'\0'; ++c) narrow += static_cast<char>(*c);

@@ -4,12 +4,11 @@
 
 #include <dvdevcod.h>
 
-#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
+#include "tests/support/com_test.h"
 #include "tests/support/dvd_graph.h"
-#include "tests/support/virtual_drive.h"
 
 namespace quorvex {
 namespace {
@@ -19,17 +18,7 @@ constexpr LONGLONG kPicture = kSecond * 1001 / 30000;
 constexpr int kPicturesOfChapter = 30;
 constexpr int kMillisecond = 10'000;
 
-class DvdPlayTest : public testing::Test {
- protected:
-  DvdPlayTest() { ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
-  ~DvdPlayTest() override { ::CoUninitialize(); }
-};
-
-ULONGLONG Milliseconds(const std::function<void()>& call) {
-  const ULONGLONG begin = ::GetTickCount64();
-  call();
-  return ::GetTickCount64() - begin;
-}
+using DvdPlayTest = ComTest;
 
 // The samples that came in the last segment.
 std::vector<RecordingSink::Sample> Samples(RecordingSink& sink) { return sink.Segments().back().samples; }
@@ -69,24 +58,6 @@ TEST_F(DvdPlayTest, PicturesFollowEachOtherWithoutAGapAndSoundKeepsTimeWithThem)
   }
 }
 
-TEST_F(DvdPlayTest, ThePlatformsRenderersPlayItAndStoppingTakesNoTime) {
-  DvdGraph dvd(false);
-  ASSERT_EQ(dvd.Open("wide"), S_OK);
-  EXPECT_EQ(dvd.status.iNumStreamsFailed, 0);
-  ComPtr<IBasicVideo> video;
-  ASSERT_EQ(dvd.builder->GetDvdInterface(IID_IBasicVideo, video.ReceiveVoid()), S_OK);
-  long width = 0;
-  long height = 0;
-  video->get_VideoWidth(&width);
-  video->get_VideoHeight(&height);
-  EXPECT_NEAR(static_cast<double>(width) / static_cast<double>(height), 16.0 / 9, 0.01);
-  ASSERT_HRESULT_SUCCEEDED(dvd.Run());
-  EXPECT_TRUE(dvd.Tells(EC_DVD_CHAPTER_START, 3, 6000));
-  EXPECT_LE(Milliseconds([&] { dvd.mediaControl->Stop(); }), 300U);
-  video.Reset();
-  EXPECT_EQ(dvd.Release(), 0U);
-}
-
 TEST_F(DvdPlayTest, TheEventsOfATitle) {
   DvdGraph dvd;
   ASSERT_EQ(dvd.Open("chapters"), S_OK);
@@ -101,33 +72,6 @@ TEST_F(DvdPlayTest, TheEventsOfATitle) {
   EXPECT_TRUE(dvd.Tells(EC_COMPLETE, std::nullopt, 6000)) << "the disc ends with its title";
   EXPECT_TRUE(dvd.Tells(EC_DVD_DOMAIN_CHANGE, DVD_DOMAIN_Stop));
   EXPECT_TRUE(dvd.Has(EC_DVD_PLAYBACK_STOPPED));
-}
-
-TEST_F(DvdPlayTest, AMenuIsWorkedByKeysAndTheFilmGoesBackToIt) {
-  DvdGraph dvd;
-  ASSERT_EQ(dvd.Open("menus.iso"), S_OK);
-  ASSERT_HRESULT_SUCCEEDED(dvd.Run());
-  EXPECT_TRUE(dvd.Shows(100, 1)) << "the intro";
-  ASSERT_TRUE(dvd.Shows(101, 0)) << "the title menu";
-  ASSERT_TRUE(dvd.Tells(EC_DVD_BUTTON_CHANGE, 2));
-  ASSERT_EQ(dvd.control->ButtonActivate(), S_OK);
-  ASSERT_TRUE(dvd.Shows(102, 0)) << "the root menu of set 1";
-  ASSERT_TRUE(dvd.Tells(EC_DVD_STILL_ON)) << "it holds its picture";
-  for (const auto move : {&IDvdControl::RightButtonSelect, &IDvdControl::RightButtonSelect,
-                          &IDvdControl::LowerButtonSelect, &IDvdControl::LeftButtonSelect})
-    EXPECT_EQ((dvd.control.Get()->*move)(), S_OK);
-  ULONG buttons = 0;
-  ULONG current = 0;
-  EXPECT_EQ(dvd.info->GetCurrentButton(&buttons, &current), S_OK);
-  EXPECT_EQ(buttons, 12U);
-  EXPECT_EQ(current, 6U);
-  ASSERT_EQ(dvd.control->ButtonActivate(), S_OK);
-  ASSERT_TRUE(dvd.Shows(1, 6));
-  EXPECT_TRUE(dvd.Has(EC_DVD_STILL_OFF));
-  ASSERT_EQ(dvd.control->MenuCall(DVD_MENU_Root), S_OK);
-  ASSERT_TRUE(dvd.Shows(102, 0));
-  ASSERT_EQ(dvd.control->Resume(), S_OK);
-  EXPECT_TRUE(dvd.Shows(1, 6)) << "where it was left";
 }
 
 // The frame of a button, in thousandths of the picture.
@@ -165,26 +109,6 @@ TEST_F(DvdPlayTest, TheHighlightFollowsTheKeyAtOnceAlsoWhilePaused) {
             60U);
 }
 
-TEST_F(DvdPlayTest, SubtitlesAreSeenWhenTheyAreChosen) {
-  DvdGraph dvd;
-  ASSERT_EQ(dvd.Open("streams"), S_OK);
-  ASSERT_HRESULT_SUCCEEDED(dvd.Run());
-  ASSERT_TRUE(dvd.Tells(EC_DVD_CHAPTER_START, 2));
-  // The bar of stream 0 lies at 420 to 443 of 480 lines, that of stream 1 thirty lines further up.
-  const auto isSeen = [&](int stream) {
-    return dvd.pictures->LastGreen(180, (422 - 30 * stream) * 1000 / 480) > 200;
-  };
-  EXPECT_FALSE(dvd.Until([&] { return isSeen(0) || isSeen(1); }, 1200)) << "off at first";
-  ASSERT_EQ(dvd.control->SubpictureStreamChange(1, TRUE), S_OK);
-  EXPECT_TRUE(dvd.Tells(EC_DVD_SUBPICTURE_STREAM_CHANGE, 1));
-  EXPECT_TRUE(dvd.Until([&] { return isSeen(1); }));
-  ASSERT_EQ(dvd.control->SubpictureStreamChange(0, TRUE), S_OK);
-  EXPECT_TRUE(dvd.Until([&] { return isSeen(0) && !isSeen(1); }));
-  ASSERT_EQ(dvd.control->SubpictureStreamChange(0, FALSE), S_OK);
-  dvd.Wait(300);
-  EXPECT_FALSE(dvd.Until([&] { return isSeen(0); }, 1200));
-}
-
 // How often the sound changes its sign in a second: twice its pitch.
 double Pitch(const std::vector<RecordingSink::Sample>& samples) {
   std::size_t changes = 0;
@@ -212,24 +136,6 @@ TEST_F(DvdPlayTest, SoundOfEveryCodingIsHeard) {
     samples.erase(samples.begin(), samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 2));
     EXPECT_NEAR(Pitch(samples), 440.0 * (stream + 1), 30) << stream;
   }
-}
-
-TEST_F(DvdPlayTest, CaptionsAreDrawnOnRequest) {
-  DvdGraph dvd;
-  ASSERT_EQ(dvd.Open("captions"), S_OK);
-  ASSERT_EQ(dvd.captions->SetServiceState(kLine21StateOn), S_OK);
-  ASSERT_EQ(dvd.captions->SetDrawBackgroundMode(kLine21BackgroundOpaque), S_OK);
-  ASSERT_HRESULT_SUCCEEDED(dvd.Run());
-  ASSERT_TRUE(dvd.Shows(1, 2));
-  // Row 11's green line "PAINTED ON IN GREEN" stands high; rolled up lines stand low, on black.
-  const auto isBlack = [&](int x, int y) { return dvd.pictures->LastGreen(x, y) == 0; };
-  EXPECT_FALSE(isBlack(330, 850));
-  ASSERT_TRUE(dvd.Shows(1, 3));
-  EXPECT_TRUE(dvd.Until([&] {
-    for (int x = 250; x < 500; x += 5)
-      if (isBlack(x, 850)) return true;
-    return false;
-  }));
 }
 
 TEST_F(DvdPlayTest, RegistersBranchAndStillsHold) {
@@ -271,21 +177,6 @@ TEST_F(DvdPlayTest, ScansShowKeyPicturesAtDoubleSpeed) {
   EXPECT_TRUE(dvd.Tells(EC_DVD_PLAYBACK_RATE_CHANGE, 10000)) << "at the beginning it plays on";
 }
 
-TEST_F(DvdPlayTest, AChapterJumpShowsItsFirstPictureSoon) {
-  DvdGraph dvd;
-  ASSERT_EQ(dvd.Open("chapters.iso"), S_OK);
-  ASSERT_HRESULT_SUCCEEDED(dvd.Run());
-  ASSERT_TRUE(dvd.Shows(1, 2));
-  for (ULONG chapter : {20U, 3U, 24U, 9U}) {
-    const ULONGLONG took = Milliseconds([&] {
-      ASSERT_EQ(dvd.control->ChapterSearch(chapter), S_OK);
-      EXPECT_TRUE(dvd.Shows(1, static_cast<int>(chapter)));
-    });
-    EXPECT_LE(took, 300U) << chapter;
-    dvd.Wait(200);
-  }
-}
-
 TEST_F(DvdPlayTest, PausedItStandsAndJumpsShowTheirPicture) {
   DvdGraph dvd;
   ASSERT_EQ(dvd.Open("chapters"), S_OK);
@@ -322,21 +213,6 @@ TEST_F(DvdPlayTest, StoppedAsPlayersDoItBeginsAnew) {
     EXPECT_TRUE(dvd.Tells(EC_DVD_DOMAIN_CHANGE, DVD_DOMAIN_VideoManagerMenu));
     dvd.Wait(200 * round);
   }
-}
-
-TEST_F(DvdPlayTest, TheDiscInTheDriveIsPlayedUntilItIsEjected) {
-  VirtualDrive drive;
-  const auto utf8 = std::filesystem::path(DiscPath("chapters.iso")).string();
-  drive.InsertImage(utf8);
-  DvdGraph dvd;
-  ASSERT_EQ(dvd.Open(""), S_OK);
-  ASSERT_HRESULT_SUCCEEDED(dvd.Run());
-  ASSERT_TRUE(dvd.Shows(1, 1));
-  drive.Eject();
-  EXPECT_TRUE(dvd.Tells(EC_DVD_PLAYBACK_STOPPED, DVD_PB_STOPPED_DiscEjected, 2000));
-  EXPECT_TRUE(dvd.Has(EC_DVD_DISC_EJECTED));
-  EXPECT_TRUE(dvd.Tells(EC_COMPLETE));
-  EXPECT_LE(Milliseconds([&] { dvd.mediaControl->Stop(); }), 300U);
 }
 
 }  // namespace

@@ -68,35 +68,6 @@ TEST_F(DvdStreamsTest, ChoicesStayUntilTheNavigatorTakesOthers) {
             std::string::npos);
 }
 
-TEST_F(DvdStreamsTest, CaptionsAreSwitchedAndDrawnAsTheSettingsSay) {
-  struct Case {
-    const char* config;
-    const char* opened;
-    const char* toggled;
-    int lamp;
-  };
-  const Case cases[] = {
-      {"", "SetServiceState 0\n", "SetServiceState 1\nSetDrawBackgroundMode 1\n", 0},
-      {"CCOpaque=1\r\n", "SetServiceState 0\n", "SetServiceState 1\nSetDrawBackgroundMode 0\n", 0},
-      {"ClosedCaption=1\r\n", "SetServiceState 1\nSetDrawBackgroundMode 1\n", "SetServiceState 0\n", 1},
-      {"ClosedCaption=1\r\nCCOpaque=1\r\n", "SetServiceState 1\nSetDrawBackgroundMode 0\n",
-       "SetServiceState 0\n", 1},
-  };
-  for (const Case& one : cases) {
-    stores.Write("quorvex.ini", std::string("[DVD]\r\n") + one.config);
-    dvd.Take();
-    Press(kCommandDvd);
-    EXPECT_NE(dvd.Take().find(std::string("Pause\n") + one.opened + "Run\n"), std::string::npos)
-        << one.config;
-    EXPECT_EQ(Shown(kCaptionLamp), one.lamp) << one.config;
-    EXPECT_EQ(IsLit(kCommandClosedCaption), one.lamp == 1) << one.config;
-    EXPECT_EQ(LogOf(kCommandClosedCaption), one.toggled) << one.config;
-    EXPECT_EQ(Shown(kCaptionLamp), 1 - one.lamp) << one.config;
-    EXPECT_EQ(IsLit(kCommandClosedCaption), one.lamp == 0) << one.config;
-    Press(kCommandCloseDevice);
-  }
-}
-
 TEST_F(DvdStreamsTest, NewSettingsChangeTheBackgroundOnly) {
   Open("ClosedCaption=1\r\n");
   stores.Write("quorvex.ini", "[DVD]\r\nClosedCaption=0\r\nCCOpaque=1\r\n");

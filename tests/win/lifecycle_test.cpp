@@ -35,34 +35,6 @@ class CurrentFolder {
   char before[MAX_PATH] = "";
 };
 
-TEST_F(LifecycleTest, ThePanelLiesAtTheBottomCentreOfTheScreen) {
-  RECT rect{};
-  ::GetWindowRect(mainWindow, &rect);
-  EXPECT_EQ(rect.left, (::GetSystemMetrics(SM_CXSCREEN) - 534) / 2);
-  EXPECT_EQ(rect.top, ::GetSystemMetrics(SM_CYSCREEN) - 195);
-  EXPECT_EQ(rect.right - rect.left, 534);
-  EXPECT_EQ(rect.bottom - rect.top, 115);
-  EXPECT_TRUE(::IsWindowVisible(mainWindow));
-  char title[20] = "";
-  ::GetWindowTextA(mainWindow, title, sizeof title);
-  EXPECT_STREQ(title, "Quorvex");
-}
-
-TEST_F(LifecycleTest, StartsWithALampTestThenTheVersionThenTheClock) {
-  StartSequence();
-  EXPECT_TRUE(PumpUntil([] { return Shown(kPauseLamp) == 1; }));
-  for (int element = 0; element < kTextLine; ++element) {
-    EXPECT_EQ(Shown(element),
-              kDisplayElements[static_cast<std::size_t>(element)].kind == ElementKind::kDigit ? 8 : 1)
-        << element;
-  }
-  EXPECT_TRUE(PumpUntil([] { return ShownText() == "ver 04.09.1999"; }));
-  EXPECT_EQ(Shown(kIdleLamp), 1);
-  EXPECT_EQ(Shown(kPauseLamp), 0);
-  EXPECT_EQ(Shown(kMinutesUnits), kBlankDigit) << "the clock comes later";
-  EXPECT_TRUE(PumpUntil([] { return Shown(kMinutesUnits) != kBlankDigit; }));
-}
-
 TEST_F(LifecycleTest, TheClockRestsWhileADeviceShowsItsOwnTime) {
   for (const bool shown : {true, false}) {
     SetDisplayElement(kMinutesUnits, kBlankDigit);
@@ -115,25 +87,6 @@ TEST_F(LifecycleTest, TheLastDeviceIsReadOnlyForAnAutomaticStart) {
     EXPECT_EQ(startCaptureDevice, one.capture) << one.text;
     EXPECT_FALSE(settings.unreadable);
   }
-}
-
-TEST_F(LifecycleTest, LeavingWritesTheSettingsAndKeepsWhatElseIsThere) {
-  stores.Write("quorvex.ini", "; mine\r\n[QUORVEX]\r\nDisableAPM=1\r\nother=5\r\n\r\n[CD]\r\nAutoPlay=0\r\n");
-  LoadSettings();
-  currentDevice = std::make_unique<RecordingDevice>(DeviceType::kCd, log);
-  currentDeviceType = DeviceType::kCd;
-  currentCaptureDevice = -1;
-  Press(kCommandPower);
-  EXPECT_EQ(log, "deleted\n");
-  EXPECT_EQ(currentDevice, nullptr);
-  EXPECT_FALSE(::IsWindow(mainWindow));
-  EXPECT_EQ(stores.Read("quorvex.ini"),
-            "; "
-            "mine\r\n[QUORVEX]\r\nDisableAPM=1\r\nother=5\r\nAutoStartDevice=1\r\nLastDevice="
-            "3\r\nDisableScreenSaver=0\r\n"
-            "\r\n[CD]\r\nAutoPlay=0\r\n[TV]\r\nLastCapDevice=-1\r\n");
-  MSG message{};
-  EXPECT_TRUE(::PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
 }
 
 TEST_F(LifecycleTest, AnUnreadableConfigurationIsSaidAndNotWrittenOver) {

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "panel/shown_colours.h"
 #include "panel/skin.h"
 #include "tests/support/panel.h"
 
@@ -98,92 +99,32 @@ TEST_F(StatusDisplayTest, ALitDigitLiesOverAFaintEight) {
   EXPECT_EQ(Count(Pixels(0), kLit), 0) << "what is no digit is blank";
 }
 
-TEST_F(StatusDisplayTest, EveryLampAndDigitHasItsGlyph) {
-  SetAllDisplayElements(true);
-  for (int element = 0; element < kFileLamp; ++element) {
-    const ElementLayout& layout = kDisplayElements[static_cast<std::size_t>(element)];
-    const bool digit = layout.kind == ElementKind::kDigit;
-    const COLORREF lit = digit ? kLit : RGB(layout.lit.red, layout.lit.green, layout.lit.blue);
-    EXPECT_GT(Count(Pixels(element), lit), 2) << element;
-  }
-  std::vector<std::vector<COLORREF>> digits;
-  for (int digit = 0; digit < 10; ++digit) {
-    SetDisplayElement(0, digit);
-    digits.push_back(Pixels(0));
-    EXPECT_EQ(std::count(digits.begin(), digits.end(), digits.back()), 1)
-        << digit << " looks like another digit";
-  }
+TEST_F(StatusDisplayTest, HighContrastShowsWhatIsLitOnly) {
+  const COLORREF white = RGB(255, 255, 255);
+  SetDisplayElement(0, 1);
+  SetDisplayElement(1, kBlankDigit);
+  ShowHighContrast(true);
+  const std::vector<COLORREF> one = Pixels(0);
+  EXPECT_GT(Count(one, white), 10);
+  EXPECT_EQ(Count(one, white) + Count(one, RGB(0, 0, 0)), static_cast<std::ptrdiff_t>(one.size()));
+  EXPECT_EQ(Count(Pixels(1), white), 0) << "no ghost of an eight";
+  ShowHighContrast(false);
+  EXPECT_GT(Count(Pixels(1), kGhost), 30);
 }
 
-TEST_F(StatusDisplayTest, TextIsCentredAsLongAsItFits) {
-  const auto columns = [](const std::vector<COLORREF>& pixels) {
-    std::pair<int, int> ends{999, -1};
-    for (std::size_t i = 0; i < pixels.size(); ++i) {
-      if (pixels[i] == RGB(0, 0, 0)) continue;
-      ends.first = std::min(ends.first, static_cast<int>(i % 202));
-      ends.second = std::max(ends.second, static_cast<int>(i % 202));
-    }
-    return ends;
-  };
-  SetDisplayText("HHHH");
-  const auto [left, right] = columns(Pixels(kTextLine));
-  EXPECT_NEAR(left, 201 - right, 2);
-  SetDisplayText(std::string(60, 'H'));
-  const auto [longLeft, longRight] = columns(Pixels(kTextLine));
-  EXPECT_LE(longLeft, 2);
-  EXPECT_GE(longRight, 195);
-}
-
-TEST_F(StatusDisplayTest, NumbersTimesAndClockReachTheirElements) {
-  ShowDisplayNumber(105, false, false);
-  ShowDisplayNumber(9, false, true);
-  EXPECT_EQ(Shown(kFirstNumber) * 100 + Shown(kFirstNumber + 1) * 10 + Shown(kFirstNumber + 2), 105);
-  EXPECT_EQ(Shown(kSecondNumber + 1), kBlankDigit);
-  EXPECT_EQ(Shown(kSecondNumber + 2), 9);
+TEST_F(StatusDisplayTest, WhatIsClearedLeavesNothingOfItsOwnBehind) {
   ShowDisplayTimeTenths(0x07563412);
-  EXPECT_EQ(Shown(kHoursTens), 1);
-  EXPECT_EQ(Shown(kSecondsUnits), 6);
   EXPECT_EQ(Shown(kTenths), 7);
   EXPECT_EQ(Shown(kDecimalPoint), 1);
-  EXPECT_EQ(Shown(kFirstColon), 1);
   SetDisplayElement(kPmLamp, 1);
   ClearDisplayTime();
   for (const int element : {kFirstColon, kSecondColon, kDecimalPoint, kPmLamp}) EXPECT_EQ(Shown(element), 0);
   for (const int element : {kHoursTens, kSecondsUnits, kTenths}) EXPECT_EQ(Shown(element), kBlankDigit);
-  ShowClock();
-  SYSTEMTIME now{};
-  ::GetLocalTime(&now);
-  EXPECT_EQ(Shown(kPmLamp), now.wHour >= 12 ? 1 : 0);
-  EXPECT_EQ(Shown(kAmLamp), 1 - Shown(kPmLamp));
   for (const int label : {kChannelLabel, kTrackLabel, kOfLabel, kChapterLabel, kFileLabel})
     SetDisplayElement(label, 1);
   ClearDisplayNumbers();
   EXPECT_EQ(Shown(kChannelLabel), 1) << "the channel's label is the TV device's own";
   for (const int label : {kTrackLabel, kOfLabel, kChapterLabel, kFileLabel}) EXPECT_EQ(Shown(label), 0);
-}
-
-TEST_F(StatusDisplayTest, NumbersGoOverThePictureWhereSomebodyShowsThem) {
-  static std::string shown;
-  ShowDisplayNumber(12, true, false);
-  SetOnScreenText([](const std::string& text) { shown = text; });
-  ShowDisplayNumber(12, false, false);
-  EXPECT_EQ(shown, "");
-  ShowDisplayNumber(12, true, false);
-  EXPECT_EQ(shown, " 12");
-  SetOnScreenText(nullptr);
-}
-
-TEST_F(StatusDisplayTest, BitmapResourcesAreDrawnInTheirSizeAndStretched) {
-  const BitmapDc dc = Canvas(40, 40);
-  ::PatBlt(dc.Get(), 0, 0, 40, 40, WHITENESS);
-  DrawBitmapResource(dc.Get(), 138, 5, 5);
-  EXPECT_EQ(::GetPixel(dc.Get(), 4, 4), RGB(255, 255, 255));
-  EXPECT_NE(::GetPixel(dc.Get(), 5 + 7, 5 + 6), RGB(255, 255, 255));
-  EXPECT_EQ(::GetPixel(dc.Get(), 5 + 15, 5), RGB(255, 255, 255)) << "a corner of the frame is 15 wide";
-  StretchBitmapResource(dc.Get(), 142, 0, 20, 40, 12);
-  EXPECT_EQ(::GetPixel(dc.Get(), 0, 25), ::GetPixel(dc.Get(), 39, 25))
-      << "the frame's top edge is the same all along";
-  EXPECT_NE(::GetPixel(dc.Get(), 39, 31), RGB(255, 255, 255));
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // The TV device's channels: keys, entry, lists, auto-tune, and what of them is stored.
-#include "base/ini_file.h"
+#include "devices/null_device.h"
 #include "mixer/mixer.h"
-#include "tests/support/message_box.h"
+#include "tests/support/noted_boxes.h"
 #include "tests/support/scripted_mixer.h"
 #include "tests/support/tv_panel.h"
 
@@ -9,20 +9,6 @@ namespace quorvex {
 namespace {
 
 using TvChannelsTest = TvTest;
-
-TEST_F(TvChannelsTest, UpAndDownGoThroughTheRangeAndWrap) {
-  Open("LastChannel=11\r\n");
-  const std::pair<int, const char*> cases[] = {{kCommandUp, "put_Channel 12\n"},
-                                               {kCommandUp, "put_Channel 2\n"},
-                                               {kCommandDown, "put_Channel 12\n"},
-                                               {kCommandDown, "put_Channel 11\n"}};
-  for (const auto& [command, call] : cases) EXPECT_EQ(LogOf(command), call);
-  EXPECT_EQ(Number(kFirstNumber), 11);
-  EXPECT_EQ(Number(kSecondNumber), 12);
-  EXPECT_EQ(Shown(kChannelLabel), 1);
-  EXPECT_EQ(Shown(kOfLabel), 1);
-  EXPECT_EQ(OnScreen(), "11");
-}
 
 TEST_F(TvChannelsTest, TheStoredListOfTheInputIsUsed) {
   Open("TunerInputType=0\r\nAntennaChannelList=3 \r\nCableChannelList=2 4 x 7 0 11 \r\nLastChannel=7\r\n");
@@ -37,18 +23,6 @@ TEST_F(TvChannelsTest, TheStoredListOfTheInputIsUsed) {
   EXPECT_EQ(Stored("AntennaChannelList"), "3 ");
   EXPECT_EQ(Stored("CableChannelList"), "2 4 7 11 ");
   EXPECT_EQ(Stored("LastChannel"), "2");
-}
-
-TEST_F(TvChannelsTest, StoresThatSayNothingLeaveTheRange) {
-  for (const char* const list : {"", "x y z", "0 0 0", "99999999999"}) {
-    Open(std::string("LastChannel=77\r\nAntennaChannelList=") + list + "\r\n");
-    EXPECT_EQ(Channels().size(), 11U) << list;
-    EXPECT_EQ(currentDevice->currentNumber, 2);
-    Press(kCommandCloseDevice);
-  }
-  Open("AntennaChannelList=9999 5 -3 70000\r\n");
-  EXPECT_EQ(Channels(), (std::vector{9999, 5, 70000})) << "what the tuner does with them is the tuner's";
-  EXPECT_EQ(Number(kFirstNumber), 0);
 }
 
 struct Entry {
@@ -81,6 +55,12 @@ TEST_F(TvChannelsTest, ATypedNumberIsTunedWhenItIsComplete) {
   }
 }
 
+TEST_F(TvChannelsTest, DigitsAreForTelevisionOnly) {
+  CNullDevice device;
+  device.EnterDigit(7);
+  EXPECT_FALSE(device.entryActive);
+}
+
 TEST_F(TvChannelsTest, AnEntryIsConfirmedOrDropped) {
   tv.highestChannel = 125;
   Open("LastChannel=5\r\nAntennaChannelList=2 5 9 \r\n");
@@ -103,47 +83,26 @@ TEST_F(TvChannelsTest, AnEntryIsConfirmedOrDropped) {
 
 TEST_F(TvChannelsTest, ChannelsAreAddedAndDeleted) {
   tv.highestChannel = 99;
-  Open("AntennaChannelList=2 5 9 \r\nLastChannel=9\r\n");
+  Open("AntennaChannelList=2 9 \r\nLastChannel=9\r\n");
   Press(kCommandAddChannel);
-  EXPECT_EQ(Channels(), (std::vector{2, 5, 9})) << "it is there";
+  EXPECT_EQ(Channels(), (std::vector{2, 9})) << "it is there";
   Type("7");
   Press(kCommandEnter);
   Type("1");
   Press(kCommandAddChannel);
   Press(kCommandDeleteChannel);
-  EXPECT_EQ(Channels(), (std::vector{2, 5, 9})) << "not while a number is typed";
+  EXPECT_EQ(Channels(), (std::vector{2, 9})) << "not while a number is typed";
   ::SendMessageA(mainWindow, WM_TIMER, kEntryTimer, 0);
   EXPECT_EQ(LogOf(kCommandDeleteChannel), "") << "it is not in the list";
   EXPECT_EQ(LogOf(kCommandAddChannel), "");
-  EXPECT_EQ(Channels(), (std::vector{2, 5, 7, 9}));
+  EXPECT_EQ(Channels(), (std::vector{2, 7, 9}));
   EXPECT_EQ(LogOf(kCommandUp), "put_Channel 9\n") << "it is current";
   EXPECT_EQ(LogOf(kCommandDeleteChannel), "put_Channel 2\n") << "the last one: on to the first";
-  EXPECT_EQ(Channels(), (std::vector{2, 5, 7}));
-  EXPECT_EQ(LogOf(kCommandUp), "put_Channel 5\n");
-  EXPECT_EQ(LogOf(kCommandDeleteChannel), "put_Channel 7\n");
-  EXPECT_EQ(LogOf(kCommandLastChannel), "put_Channel 2\n");
   EXPECT_EQ(LogOf(kCommandDeleteChannel), "put_Channel 7\n");
   EXPECT_EQ(LogOf(kCommandDeleteChannel), "") << "one is left";
   EXPECT_EQ(LogOf(kCommandUp), "put_Channel 7\n");
   Press(kCommandCloseDevice);
   EXPECT_EQ(Stored("AntennaChannelList"), "7 ");
-}
-
-TEST_F(TvChannelsTest, AFullListSaysSo) {
-  tv.lowestChannel = 1;
-  tv.highestChannel = 5000;
-  Open();
-  EXPECT_EQ(Channels().size(), 1000U);
-  Type("999");
-  Press(kCommandUp);
-  currentDevice->enteredNumber = 3000;
-  currentDevice->entryActive = true;
-  EXPECT_EQ(LogOf(kCommandEnter), "put_Channel 3000\n");
-  Press(kCommandAddChannel);
-  EXPECT_EQ(ShownText(), "Channel list full");
-  EXPECT_EQ(Channels().size(), 1000U);
-  Press(kCommandCloseDevice);
-  EXPECT_TRUE(Stored("AntennaChannelList").ends_with(" 226 ")) << Stored("AntennaChannelList");
 }
 
 TEST_F(TvChannelsTest, ARangeUpsideDownHasNoChannels) {
@@ -164,10 +123,10 @@ TEST_F(TvChannelsTest, ARangeUpsideDownHasNoChannels) {
 }
 
 TEST_F(TvChannelsTest, AnInputThatTheTunerRefusesKeepsTheStoredList) {
-  MessageBoxAnswerer boxes;
+  NotedBoxes boxes;
   tv.answers = {{"put_InputType", E_INVALIDARG}};
   Open("AntennaChannelList=4 8 \r\nLastChannel=8\r\n");
-  EXPECT_EQ(boxes.Answered(), std::vector<std::string>{"Quorvex: put_InputType"});
+  EXPECT_EQ(boxes.Take(), std::vector<std::string>{"Quorvex: put_InputType"});
   EXPECT_EQ(LogOf(kCommandUp), "");
   Press(kCommandCloseDevice);
   EXPECT_EQ(Stored("AntennaChannelList"), "4 8 ");
@@ -231,24 +190,6 @@ TEST_F(TvChannelsTest, AnAutoTuneThatFindsNothingLeavesTheListInMemory) {
   EXPECT_EQ(Stored("CableChannelList"), "");
   Press(kCommandCloseDevice);
   EXPECT_EQ(Stored("CableChannelList"), "") << "the antenna's channels are not the cable's";
-}
-
-TEST_F(TvChannelsTest, TheDisplayFollowsTheAutoTune) {
-  Open();
-  static int shown = 0;
-  shown = 0;
-  // Looks at the display from within the run, whenever the picture's text is made.
-  SetOnScreenText([](const std::string& text) {
-    EXPECT_EQ(Number(kFirstNumber), std::stoi(text));
-    currentDevice->ShowOsdText(text);
-    EXPECT_EQ(OnScreen(), text);
-    EXPECT_NE(IniFile(configPath).Read().String("TV", "AntennaChannelList", 9), "") << "until the end";
-    ++shown;
-  });
-  stores.Write("quorvex.ini", "[TV]\r\nAntennaChannelList=3 \r\n");
-  Device().AutoTuneChannels(mainWindow, 1);
-  EXPECT_EQ(shown, 11);
-  ConnectPicture();
 }
 
 TEST_F(TvChannelsTest, ACardWithoutATunerHasNoChannels) {

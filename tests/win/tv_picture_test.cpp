@@ -1,7 +1,7 @@
 // What the TV device shows: its inputs, and the adjustment of the picture.
 #include "devices/audio_adjustment.h"
 #include "mixer/mixer.h"
-#include "tests/support/message_box.h"
+#include "tests/support/noted_boxes.h"
 #include "tests/support/scripted_mixer.h"
 #include "tests/support/tv_panel.h"
 
@@ -62,15 +62,6 @@ TEST_F(TvPictureTest, ARefusedSwitchIsSaid) {
   Open();
   EXPECT_EQ(LogOf(kCommandVideoInput), "");
   EXPECT_EQ(OnScreen(), "VIDEO 1");
-}
-
-TEST_F(TvPictureTest, AStoreThatCannotBeWrittenIsSaid) {
-  Open();
-  stores.Write("quorvex.ini", std::string("\xFF\xFE\x00\xD8", 4) + "x");
-  configPath = stores.Path("no folder") + "\\quorvex.ini";
-  Press(kCommandVideoInput);
-  EXPECT_EQ(ShownText(), "Cannot write quorvex.ini");
-  configPath = stores.Path("quorvex.ini");
 }
 
 TEST_F(TvPictureTest, TheAttributesAreARing) {
@@ -153,11 +144,11 @@ TEST_F(TvPictureTest, PictureAndSoundTakeTurnsOnTheBar) {
 }
 
 TEST_F(TvPictureTest, ACardWithoutControlsSaysSo) {
-  MessageBoxAnswerer boxes;
+  NotedBoxes boxes;
   Open();
   tv.answers = {{"Find card IAMVideoProcAmp", E_NOINTERFACE}};
   Press(kCommandVideoAdjustment);
-  EXPECT_EQ(boxes.Answered(), std::vector<std::string>{"Quorvex: Video Adjustment not available"});
+  EXPECT_EQ(boxes.Take(), std::vector<std::string>{"Quorvex: Video Adjustment not available"});
   EXPECT_FALSE(IsOsdLevelShown());
   tv.answers = {{"GetRange", E_FAIL}, {"Get", E_FAIL}, {"Set", E_FAIL}};
   for (const int command :

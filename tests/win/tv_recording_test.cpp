@@ -13,8 +13,8 @@
 #include "platform/tv/capture_file.h"
 #include "platform/tv/capture_type.h"
 #include "tests/support/card_graph.h"
+#include "tests/support/com_test.h"
 #include "tests/support/pump.h"
-#include "tests/support/small_disk.h"
 #include "tests/support/temp_folder.h"
 
 namespace quorvex {
@@ -153,49 +153,10 @@ void ExpectInOrder(const std::vector<int>& pictures) {
 
 bool Exists(const std::string& path) { return ::GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
-class TvRecordingTest : public testing::Test {
+class TvRecordingTest : public ComTest {
  protected:
-  TvRecordingTest() { ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
-  ~TvRecordingTest() override { ::CoUninitialize(); }
-
   TempFolder folder;
 };
-
-TEST_F(TvRecordingTest, EveryPictureAndAllSoundIsInTheFile) {
-  const PluggedCards cards;
-  const std::string path = folder.Path("a.avi");
-  ASSERT_EQ(Builder().Allocate(path, 40 * kMegabyte), S_OK);
-  RecordingGraph recording(path);
-  ASSERT_EQ(recording.result, S_OK);
-  ASSERT_EQ(recording.Render(), S_OK);
-  recording.Record(70);
-  const ReadMovie movie(path);
-  EXPECT_EQ(movie.size, 40 * kMegabyte) << "the space stays for the next recording";
-  ExpectInOrder(movie.pictures);
-  const auto lost = std::count(movie.pictures.begin(), movie.pictures.end(), -1);
-  EXPECT_EQ(recording.Dropped(), lost);
-  EXPECT_EQ(recording.Frames(), static_cast<LONG>(movie.pictures.size()) - lost);
-  EXPECT_EQ(movie.rate, (UnitRate{30000, 1001}));
-  const double seconds = static_cast<double>(movie.pictures.size()) * 1001 / 30000;
-  EXPECT_NEAR(static_cast<double>(movie.soundBytes) / (44100 * 4), seconds, 0.8);
-  EXPECT_NEAR(static_cast<double>(recording.Length()) / kSecond, seconds, 0.8);
-  EXPECT_FALSE(Exists(path + ".journal"));
-}
-
-TEST_F(TvRecordingTest, TheSameFileIsRecordedIntoAgain) {
-  const PluggedCards cards;
-  const std::string path = folder.Path("a.avi");
-  ASSERT_EQ(Builder().Allocate(path, 20 * kMegabyte), S_OK);
-  RecordingGraph recording(path);
-  ASSERT_EQ(recording.Render(), S_OK);
-  recording.Record(60);
-  const ReadMovie longer(path);
-  recording.Record(20);
-  const ReadMovie shorter(path);
-  EXPECT_LT(shorter.movieBytes, longer.movieBytes);
-  EXPECT_EQ(shorter.size, 20 * kMegabyte);
-  ExpectInOrder(shorter.pictures);
-}
 
 TEST_F(TvRecordingTest, WhatIsHeldBackIsNotRecorded) {
   const PluggedCards cards;
@@ -241,38 +202,6 @@ TEST_F(TvRecordingTest, ARateThatIsSetLateIsTheFilesRate) {
   const ReadMovie movie(path);
   EXPECT_EQ(movie.rate, (UnitRate{15, 1}));
   ExpectInOrder(movie.pictures);
-}
-
-TEST_F(TvRecordingTest, SettingsOfTheMultiplexer) {
-  const PluggedCards cards;
-  const std::string path = folder.Path("a.avi");
-  RecordingGraph recording(path);
-  const auto settings = recording.mux.As<IConfigAviMux>();
-  ASSERT_TRUE(settings);
-  struct Case {
-    LONG master;
-    HRESULT result;
-  };
-  for (const Case& each :
-       {Case{-2, E_INVALIDARG}, Case{4, E_INVALIDARG}, Case{-1, S_OK}, Case{0, S_OK}, Case{1, S_OK}})
-    EXPECT_EQ(settings->SetMasterStream(each.master), each.result) << each.master;
-  LONG master = 0;
-  BOOL old = FALSE;
-  EXPECT_EQ(settings->GetMasterStream(&master), S_OK);
-  EXPECT_EQ(master, 1);
-  EXPECT_EQ(settings->SetOutputCompatibilityIndex(TRUE), S_OK);
-  EXPECT_EQ(settings->GetOutputCompatibilityIndex(&old), S_OK);
-  EXPECT_EQ(old, TRUE);
-  EXPECT_TRUE(recording.mux.As<IConfigInterleaving>());
-  LPOLESTR name = nullptr;
-  EXPECT_EQ(recording.sink->GetCurFile(&name, nullptr), S_OK);
-  EXPECT_EQ(std::wstring(name), Wide(path));
-  ::CoTaskMemFree(name);
-  ASSERT_EQ(recording.Render(), S_OK);
-  recording.Run();
-  EXPECT_EQ(settings->SetMasterStream(0), VFW_E_NOT_STOPPED);
-  EXPECT_EQ(recording.sink->SetFileName(Wide(folder.Path("b.avi")).c_str(), nullptr), VFW_E_NOT_STOPPED);
-  EXPECT_EQ(recording.control->Stop(), S_OK);
 }
 
 TEST_F(TvRecordingTest, FilesThatCannotBeWrittenAreRefused) {
@@ -326,22 +255,19 @@ TEST_F(TvRecordingTest, SpaceIsReallyTaken) {
 }
 
 // Told the progress of a copy; presses Esc from a percentage on, and lets it go at last.
-class Told final : public IAMCopyCaptureFileProgress {
+class Impatient final : public IAMCopyCaptureFileProgress {
  public:
-  explicit Told(int escape = 1000) : escapeAt(escape) {}
-  ~Told() { ::keybd_event(VK_ESCAPE, 0, KEYEVENTF_KEYUP, 0); }
+  ~Impatient() { ::keybd_event(VK_ESCAPE, 0, KEYEVENTF_KEYUP, 0); }
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
   ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
   ULONG STDMETHODCALLTYPE Release() override { return 1; }
   HRESULT STDMETHODCALLTYPE Progress(int percent) override {
-    EXPECT_TRUE(told.empty() || percent > told.back());
-    told.push_back(percent);
-    if (percent >= escapeAt) ::keybd_event(VK_ESCAPE, 0, 0, 0);
+    told = percent;
+    if (percent >= 20) ::keybd_event(VK_ESCAPE, 0, 0, 0);
     return S_OK;
   }
 
-  std::vector<int> told;
-  const int escapeAt;
+  int told = 0;
 };
 
 TEST_F(TvRecordingTest, OnlyTheMovieIsCopied) {
@@ -367,82 +293,40 @@ TEST_F(TvRecordingTest, OnlyTheMovieIsCopied) {
   EXPECT_EQ(copied.pictures, whole.pictures);
   EXPECT_FALSE(Exists(copy + ".part"));
 
-  Told all;
-  EXPECT_EQ(builder.Copy(path, copy, true, &all), S_OK);
-  EXPECT_EQ(all.told.front(), 0);
-  EXPECT_EQ(all.told.back(), 100);
-  {
-    Told aborted(20);
-    EXPECT_EQ(builder.Copy(path, folder.Path("half.avi"), true, &aborted), S_FALSE);
-    EXPECT_LT(aborted.told.back(), 60);
-  }
+  Impatient user;
+  EXPECT_EQ(builder.Copy(path, folder.Path("half.avi"), true, &user), S_FALSE);
+  EXPECT_LT(user.told, 60);
   EXPECT_FALSE(Exists(folder.Path("half.avi")));
   EXPECT_FALSE(Exists(folder.Path("half.avi.part")));
-  Told deaf(20);
-  EXPECT_EQ(builder.Copy(path, copy, false, &deaf), S_OK) << "Esc was not allowed";
+  EXPECT_EQ(builder.Copy(path, copy, false, &user), S_OK) << "Esc was not allowed";
+  EXPECT_EQ(user.told, 100);
 }
 
-TEST_F(TvRecordingTest, AFullDiskEndsTheRecordingAndItIsWhole) {
-  const PluggedCards cards;
-  RecordingGraph recording(folder.Path("a.avi"));
-  const auto writer = recording.sink;
-  recording.graph->RemoveFilter(ComPtr<IFileSinkFilter>(writer).As<IBaseFilter>().Get());
-  const auto disk = ComPtr<SmallDisk>::Attach(new SmallDisk(kMegabyte));
-  recording.graph->AddFilter(disk.Get(), L"disk");
-  ASSERT_EQ(recording.graph->ConnectDirect(FindPin(*recording.mux.Get(), PINDIR_OUTPUT, nullptr).Get(),
-                                           FindPin(*disk.Get(), PINDIR_INPUT, nullptr).Get(), nullptr),
-            S_OK);
-  ASSERT_EQ(recording.Render(), S_OK);
-  recording.Run();
-  long code = 0;
-  LONG_PTR why = 0;
-  LONG_PTR other = 0;
-  EXPECT_TRUE(PumpUntil(
-      [&] { return recording.events->GetEvent(&code, &why, &other, 0) == S_OK && code == EC_ERRORABORT; },
-      10000));
-  EXPECT_EQ(static_cast<HRESULT>(why), kDiskFull);
-  EXPECT_EQ(recording.control->Stop(), S_OK);
-  EXPECT_TRUE(disk->committed);
-  folder.Write("a.avi", {disk->bytes.begin(), disk->bytes.end()});
-  const ReadMovie movie(folder.Path("a.avi"));
-  EXPECT_EQ(movie.movieBytes, disk->bytes.size());
-  EXPECT_GT(movie.movieBytes, kMegabyte - 100'000);
-  ExpectInOrder(movie.pictures);
-}
-
-TEST_F(TvRecordingTest, WhatWasCutOffIsFinished) {
+// How the cut off movie is finished, unit tests and killed players show.
+TEST_F(TvRecordingTest, WhatWasCutOffIsFinishedOnce) {
   const PluggedCards cards;
   const Builder builder;
   const std::string path = folder.Path("a.avi");
   const std::string cut = folder.Path("cut.avi");
-  ASSERT_EQ(builder.Allocate(path, 20 * kMegabyte), S_OK);
   RecordingGraph recording(path);
   ASSERT_EQ(recording.Render(), S_OK);
   LONGLONG length = -1;
   recording.Run();
   ASSERT_TRUE(PumpUntil([&] { return recording.Length() > 2 * kSecond; }, 20000));
   EXPECT_TRUE(FAILED(builder.Recover(path, length))) << "a recording that goes on";
-  // What a kill would leave: the files as they are at a moment, the journal first. One of its notes may be
-  // half written just then.
-  const LONGLONG then = recording.Length();
+  // What a kill would leave: the files as they are at a moment, the journal first.
   ASSERT_TRUE(::CopyFileA((path + ".journal").c_str(), (cut + ".journal").c_str(), FALSE));
   ASSERT_TRUE(::CopyFileA(path.c_str(), cut.c_str(), FALSE));
-  const LONGLONG later = recording.Length();
   EXPECT_EQ(recording.control->Stop(), S_OK);
 
   EXPECT_EQ(builder.Copy(cut, folder.Path("copy.avi")), E_FAIL) << "no movie yet";
   EXPECT_EQ(builder.Recover(cut, length), S_OK);
-  EXPECT_GT(length, then - 2 * kSecond);
-  EXPECT_LE(length, later);
   EXPECT_FALSE(Exists(cut + ".journal"));
   const ReadMovie movie(cut);
   ExpectInOrder(movie.pictures);
-  EXPECT_EQ(movie.size, 20 * kMegabyte);
   EXPECT_NEAR(static_cast<double>(movie.pictures.size()) * 1001 / 30000,
               static_cast<double>(length) / kSecond, 0.3);
-
   EXPECT_EQ(builder.Recover(cut, length), S_FALSE) << "once";
-  EXPECT_EQ(builder.Recover(folder.Path("none.avi"), length), S_FALSE);
   folder.Write("a.avi.journal", "not ours");
   EXPECT_EQ(builder.Recover(path, length), S_FALSE);
   EXPECT_TRUE(Exists(path + ".journal")) << "somebody else's";

@@ -9,6 +9,7 @@
 #include "platform/tv/capture_type.h"
 #include "platform/tv/station_pictures.h"
 #include "tests/support/card_graph.h"
+#include "tests/support/com_test.h"
 #include "tests/support/pump.h"
 
 namespace quorvex {
@@ -66,11 +67,7 @@ class FileGraph : public CardGraph {
   std::vector<Shown> shown;
 };
 
-class TvStationTest : public testing::Test {
- protected:
-  TvStationTest() { ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
-  ~TvStationTest() override { ::CoUninitialize(); }
-};
+using TvStationTest = ComTest;
 
 // The places of two pictures in the loop, and the time between them, are the same but for some pictures: the
 // file is 4 s long, and sound may make it a little longer.
@@ -121,67 +118,6 @@ TEST_F(TvStationTest, AFileIsShownInALoopInEveryFormat) {
   }
 }
 
-TEST_F(TvStationTest, EverybodySeesTheSamePlace) {
-  const PluggedCards cards;
-  cards->channel = 9;
-  const StationList list(Station(9, TestFile("mpeg1_mp2.mpg")));
-  FileGraph one;
-  FileGraph other;
-  ASSERT_EQ(one.WatchFile(PIN_CATEGORY_PREVIEW), S_OK);
-  one.Run();
-  PumpFor(1300);
-  ASSERT_EQ(other.WatchFile(PIN_CATEGORY_PREVIEW), S_OK);
-  other.Run();
-  ASSERT_TRUE(PumpUntil([&] { return other.All().size() > 30; }, 15000));
-  Shown first = one.All().back();
-  Shown second = other.All().back();
-  first.begin = first.air;
-  second.begin = second.air;
-  ExpectInTime(first, second);
-}
-
-TEST_F(TvStationTest, ItsSoundIsHeardInALoop) {
-  const PluggedCards cards;
-  cards->channel = 9;
-  const StationList list(Station(9, TestFile("mjpeg_pcm.mov")));
-  MediaGraph graph;
-  const auto line = FilterNamed(CLSID_AudioInputDeviceCategory, kLineInputName);
-  ASSERT_TRUE(line);
-  graph.graph->AddFilter(line.Get(), L"line");
-  graph.sounds = ComPtr<RecordingSink>::Attach(new RecordingSink(MEDIATYPE_Audio));
-  graph.graph->AddFilter(graph.sounds.Get(), L"sink");
-  ASSERT_EQ(graph.graph->ConnectDirect(PinsOf(*line.Get()).front().Get(),
-                                       PinsOf(*graph.sounds.Get()).front().Get(), nullptr),
-            S_OK);
-  graph.control->Run();
-  ASSERT_TRUE(PumpUntil(
-      [&] {
-        const auto segments = graph.sounds->Segments();
-        return !segments.empty() && segments.back().samples.size() > 120;
-      },
-      20000));
-  graph.control->Stop();
-  std::vector<std::int16_t> heard;
-  const auto segments = graph.sounds->Segments();
-  for (const auto& sample : segments.back().samples)
-    heard.insert(heard.end(), sample.sound.begin(), sample.sound.end());
-  // Each second begins with a tone; before it is silence.
-  constexpr int kRate = 44100;
-  std::vector<std::size_t> tones;
-  std::size_t quiet = 0;
-  for (std::size_t at = 0; at < heard.size(); ++at) {
-    if (std::abs(heard[at]) < 500) {
-      ++quiet;
-      continue;
-    }
-    if (quiet > kRate / 2) tones.push_back(at);
-    quiet = 0;
-  }
-  ASSERT_GE(tones.size(), 4U) << "six seconds of it";
-  for (std::size_t i = 1; i < tones.size(); ++i)
-    EXPECT_NEAR(static_cast<double>(tones[i] - tones[i - 1]), kRate, kRate / 20.0) << i;
-}
-
 TEST_F(TvStationTest, AFileThatCannotBeSentIsSnow) {
   const PluggedCards cards;
   const std::string notes = std::string(QUORVEX_TEST_MEDIA) + "\\made";
@@ -208,25 +144,6 @@ TEST_F(TvStationTest, AFileThatCannotBeSentIsSnow) {
     EXPECT_EQ(signal, AMTUNER_SIGNALPRESENT) << channel;
   }
   EXPECT_GE(graph.WaitForChannel(9), 0) << "without a file it is a test picture";
-}
-
-TEST_F(TvStationTest, ThePictureControlsWorkOnFiles) {
-  const PluggedCards cards;
-  cards->channel = 9;
-  const StationList list(Station(9, TestFile("mpeg4_mp3.avi")));
-  CardGraph graph;
-  const auto controls = graph.card.As<IAMVideoProcAmp>();
-  ASSERT_EQ(graph.Watch(PIN_CATEGORY_PREVIEW), S_OK);
-  graph.Run();
-  const auto settles = [&](double least, double most) {
-    return graph.WaitFor([=](const SeenPicture& one) { return one.green >= least && one.green <= most; }) >=
-           0;
-  };
-  EXPECT_TRUE(settles(80, 170));
-  EXPECT_EQ(controls->Set(VideoProcAmp_Brightness, 255, VideoProcAmp_Flags_Manual), S_OK);
-  EXPECT_TRUE(settles(180, 255));
-  EXPECT_EQ(controls->Set(VideoProcAmp_Brightness, 0, VideoProcAmp_Flags_Manual), S_OK);
-  EXPECT_TRUE(settles(0, 70));
 }
 
 // What the decoder cannot read is passed over, and a time that goes on seeks nothing.
