@@ -18,9 +18,11 @@ class DvdTrayTest : public DvdTest {
 TEST_F(DvdTrayTest, EjectOpensTheTrayAndOnceMoreClosesIt) {
   drive.Insert({60});
   Press(kCommandDvd);
+  Press(kCommandPause);
   for (const bool open : {true, false}) {
     Press(kCommandEject);
     EXPECT_EQ(TrayOpen(), open);
+    EXPECT_EQ(Shown(kPauseLamp), 0);
     EXPECT_EQ(currentDevice->playState, PlayState::kStopped);
     EXPECT_EQ(dvd.alive, 0);
   }

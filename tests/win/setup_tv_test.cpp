@@ -50,6 +50,21 @@ TEST_F(SetupTvTest, CancelLeavesTheCardAlone) {
   EXPECT_EQ(stores.Read("quorvex.ini"), before);
 }
 
+// Else the sheet could be pressed again under its own box.
+TEST_F(SetupTvTest, ABoxHoldsTheSheetThatBroughtItUp) {
+  Open();
+  tv.answers = {{"put_InputType", E_FAIL}};
+  With([](SetupUser& user) {
+    user.Press(IDC_CABLE);
+    constexpr int kApplyNow = 0x3021;
+    ::PostMessageA(::GetDlgItem(user.Dialog(), kApplyNow), BM_CLICK, 0, 0);
+    const HWND box = user.WaitForWindow("Quorvex");
+    EXPECT_FALSE(::IsWindowEnabled(user.Dialog()));
+    user.Close(box, IDOK);
+    user.Cancel();
+  });
+}
+
 TEST_F(SetupTvTest, AutoTuneTunesTheInputThatIsChosen) {
   Open("CableChannelList=3 \r\n");
   tv.withSignal = {5};

@@ -144,5 +144,16 @@ TEST(StoreFaults, AnUnreadableStoreIsLeftAlone) {
   }
 }
 
+TEST(StoreFaults, AnEmptyStoreIsBegunAnew) {
+  for (const Store& store : kStores) {
+    const TempFolder folder;
+    const IniFile file(folder.Write(store.name, ""));
+    EXPECT_EQ(file.Update(store.change), Result::kDone) << store.name;
+    IniDocument expected("");
+    store.change(expected);
+    EXPECT_EQ(folder.Read(store.name), expected.Text()) << store.name;
+  }
+}
+
 }  // namespace
 }  // namespace quorvex

@@ -15,6 +15,31 @@ constexpr ULONGLONG kStopLimitMs = 200;
 
 using TvCardTest = ComTest;
 
+TEST_F(TvCardTest, EveryFormatComesAsItIsAskedFor) {
+  const PluggedCards cards;
+  const CardGraph asked;
+  const auto list = asked.Pin(PIN_CATEGORY_CAPTURE).As<IAMStreamConfig>();
+  int count = 0;
+  int bytes = 0;
+  ASSERT_EQ(list->GetNumberOfCapabilities(&count, &bytes), S_OK);
+  ASSERT_EQ(count, 14);
+  for (int i = 0; i < count; ++i) {
+    VIDEO_STREAM_CONFIG_CAPS capabilities{};
+    AM_MEDIA_TYPE* type = nullptr;
+    ASSERT_EQ(list->GetStreamCaps(i, &type, reinterpret_cast<BYTE*>(&capabilities)), S_OK);
+    CardGraph graph;
+    ASSERT_EQ(graph.Pin(PIN_CATEGORY_CAPTURE).As<IAMStreamConfig>()->SetFormat(type), S_OK);
+    ASSERT_EQ(graph.Watch(PIN_CATEGORY_CAPTURE), S_OK);
+    graph.Run();
+    EXPECT_GE(graph.WaitForChannel(4), 0) << i;
+    graph.control->Stop();
+    EXPECT_EQ(graph.size.width, capabilities.MaxOutputSize.cx);
+    EXPECT_EQ(graph.size.height, capabilities.MaxOutputSize.cy);
+    FreeMediaType(*type);
+    ::CoTaskMemFree(type);
+  }
+}
+
 TEST_F(TvCardTest, RefusesWhatItCannotDo) {
   const PluggedCards cards;
   CardGraph graph;

@@ -15,6 +15,7 @@
 #include "tests/support/card_graph.h"
 #include "tests/support/com_test.h"
 #include "tests/support/pump.h"
+#include "tests/support/small_disk.h"
 #include "tests/support/temp_folder.h"
 
 namespace quorvex {
@@ -303,6 +304,34 @@ TEST_F(TvRecordingTest, OnlyTheMovieIsCopied) {
 }
 
 // How the cut off movie is finished, unit tests and killed players show.
+TEST_F(TvRecordingTest, AFullDiskEndsTheRecordingAndItIsWhole) {
+  const PluggedCards cards;
+  RecordingGraph recording(folder.Path("a.avi"));
+  const auto writer = recording.sink;
+  recording.graph->RemoveFilter(ComPtr<IFileSinkFilter>(writer).As<IBaseFilter>().Get());
+  const auto disk = ComPtr<SmallDisk>::Attach(new SmallDisk(kMegabyte));
+  recording.graph->AddFilter(disk.Get(), L"disk");
+  ASSERT_EQ(recording.graph->ConnectDirect(FindPin(*recording.mux.Get(), PINDIR_OUTPUT, nullptr).Get(),
+                                           FindPin(*disk.Get(), PINDIR_INPUT, nullptr).Get(), nullptr),
+            S_OK);
+  ASSERT_EQ(recording.Render(), S_OK);
+  recording.Run();
+  long code = 0;
+  LONG_PTR why = 0;
+  LONG_PTR other = 0;
+  EXPECT_TRUE(PumpUntil(
+      [&] { return recording.events->GetEvent(&code, &why, &other, 0) == S_OK && code == EC_ERRORABORT; },
+      10000));
+  EXPECT_EQ(static_cast<HRESULT>(why), kDiskFull);
+  EXPECT_EQ(recording.control->Stop(), S_OK);
+  EXPECT_TRUE(disk->committed);
+  folder.Write("a.avi", {disk->bytes.begin(), disk->bytes.end()});
+  const ReadMovie movie(folder.Path("a.avi"));
+  EXPECT_EQ(movie.movieBytes, disk->bytes.size());
+  EXPECT_GT(movie.movieBytes, kMegabyte - 100'000);
+  ExpectInOrder(movie.pictures);
+}
+
 TEST_F(TvRecordingTest, WhatWasCutOffIsFinishedOnce) {
   const PluggedCards cards;
   const Builder builder;
