@@ -5,7 +5,7 @@
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
   const int code = quorvex::StartUp(instance) ? quorvex::RunMessageLoop() : 0;
-  // At once: a disc may be left playing, and Wine's usual end takes the sound system down under its threads.
+  // At once: a disc may be left playing, and libraries must not be taken down under its threads.
   ::TerminateProcess(::GetCurrentProcess(), static_cast<UINT>(code));
   return code;
 }
