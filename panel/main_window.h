@@ -20,8 +20,8 @@ inline constexpr int kDialogClassExtra = DLGWINDOWEXTRA + 18;
 // A string resource; empty when there is none of that number.
 std::string LoadText(int stringId);
 
-// A modal message box owned by the control panel, or by the dialog that is open, caption "Quorvex", stop icon,
-// topmost. Answers the box's result.
+// A modal message box owned by the control panel, or by the dialog that is open, caption "Quorvex", stop
+// icon, topmost. Answers the box's result.
 int ReportError(const std::string& text);
 
 // Reports `text` when `failed` is not zero (a platform's result code may be passed whole: S_FALSE counts as

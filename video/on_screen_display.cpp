@@ -17,7 +17,7 @@ namespace {
 constexpr char kOsdClass[] = "myOSCtl";
 constexpr UINT kHideAfterMs = 4000;
 constexpr UINT_PTR kSettleTimer = 107;  // of the panel
-constexpr UINT kSettleMs = 150;  // longer than any frame takes to be painted
+constexpr UINT kSettleMs = 150;         // longer than any frame takes to be painted
 constexpr int kSettleRounds = 2;
 
 bool levelShown = false;
@@ -119,8 +119,8 @@ void CALLBACK Settle(HWND panel, UINT /*message*/, UINT_PTR timer, DWORD /*time*
 
 // The renderer paints from a thread of its own: a frame that was begun before an element came or went still
 // leaves out or paints over the places of before, and under Wine sometimes every later one does so
-// (docs/testing.md). When that frame is over the renderer is made to ask anew where it may paint, and then the
-// elements are painted once more.
+// (docs/testing.md). When that frame is over the renderer is made to ask anew where it may paint, and then
+// the elements are painted once more.
 void SettleSoon() {
   settleRounds = kSettleRounds;
   ::SetTimer(mainWindow, kSettleTimer, kSettleMs, Settle);

@@ -32,7 +32,8 @@ class AnswerWatchTest : public PanelTest {
 
 TEST_F(AnswerWatchTest, APanelThatIsHeldUpOffersTheEndUntilItIsBack) {
   ASSERT_TRUE(ComesDuring([] { ::Sleep(5); }));
-  EXPECT_EQ(TextOfBox(), "A device does not answer. End Quorvex now?\r\n\r\nWhat was recorded so far is kept.");
+  EXPECT_EQ(TextOfBox(),
+            "A device does not answer. End Quorvex now?\r\n\r\nWhat was recorded so far is kept.");
   EXPECT_TRUE(PumpUntil([] { return TextOfBox().empty(); }));
   EXPECT_TRUE(ComesDuring([] { ::Sleep(5); })) << "it watches on";
   ::SendMessageA(::FindWindowA("#32770", "Quorvex"), WM_COMMAND, IDNO, 0);
