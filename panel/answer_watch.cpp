@@ -8,11 +8,12 @@ namespace quorvex {
 namespace {
 
 std::atomic<unsigned> signs = 0;
+std::atomic<int> longWorks = 0;
 thread_local unsigned seen = 0;  // of them, by this watch
 
 bool AnySign() {
   const unsigned now = signs;
-  return std::exchange(seen, now) != now;
+  return std::exchange(seen, now) != now || longWorks > 0;
 }
 
 BOOL CALLBACK Close(HWND box, LPARAM /*data*/) {
@@ -53,5 +54,8 @@ void Watch(HWND panel, DWORD everyMs) {
 void WatchAnswers(HWND panel, DWORD everyMs) { std::thread(Watch, panel, everyMs).detach(); }
 
 void GiveSignOfLife() { ++signs; }
+
+LongWork::LongWork() { ++longWorks; }
+LongWork::~LongWork() { --longWorks; }
 
 }  // namespace quorvex

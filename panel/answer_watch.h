@@ -16,7 +16,17 @@ inline constexpr DWORD kAskEveryMs = 3000;
 inline constexpr int kPatience = 5;
 void WatchAnswers(HWND panel, DWORD everyMs = kAskEveryMs);
 
-// Tells the watch that all is well; also for work that takes long and takes no messages.
+// Tells the watch that all is well.
 void GiveSignOfLife();
+
+// For as long as one lives nobody is asked: work of the user's that takes its time, as copying a recording,
+// and takes no messages meanwhile.
+class LongWork {
+ public:
+  LongWork();
+  LongWork(const LongWork&) = delete;
+  LongWork& operator=(const LongWork&) = delete;
+  ~LongWork();
+};
 
 }  // namespace quorvex

@@ -32,12 +32,12 @@ void CTVDevice::AutoTuneChannels(HWND /*window*/, int tunerInputType) {
 
 std::vector<int> CTVDevice::SearchChannels() {
   std::vector<int> found;
+  const LongWork search;
   SetPointer(IDC_WAIT);
   const int last = LastChannelOfRange(lowestNumber, highestNumber);
   for (int channel = lowestNumber; channel <= last; ++channel) {
     LONG signal = 0;
     tuner->AutoTune(channel, &signal);
-    GiveSignOfLife();
     if (signal != 0) found.push_back(channel);
     ShowDisplayNumber(channel, true, false);
   }

@@ -7,6 +7,7 @@
 #include "devices/tv/capture_disk.h"
 #include "devices/tv/tv_device.h"
 #include "panel/accessible_text.h"
+#include "panel/answer_watch.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
 
@@ -36,6 +37,7 @@ bool CTVDevice::ApplyCaptureFile() {
 
 bool CTVDevice::AllocateCaptureFile() {
   if (capture.file.empty()) return false;
+  const LongWork filling;
   const HRESULT result =
       builder->AllocCapFile(WideText(capture.file).c_str(), captureMegabytes * kBytesPerMegabyte);
   return !ReportErrorIf(result, "Failed to pre-allocate capture file space");
@@ -47,6 +49,7 @@ bool CTVDevice::SaveCaptureFile(HWND owner) {
   SetDisplayText("Saving capture file...");
   std::wstring from = WideText(capture.file);
   std::wstring to = WideText(chosen);
+  const LongWork copying;
   const HRESULT result = EqualNoCase(chosen, capture.file)
                              ? E_INVALIDARG
                              : builder->CopyCaptureFile(from.data(), to.data(), TRUE, nullptr);
@@ -60,6 +63,7 @@ void CTVDevice::FinishLastRecording() {
   const auto recovery = builder.As<ICaptureRecovery>();
   if (!recovery || capture.file.empty()) return;
   LONGLONG length = 0;
+  const LongWork mending;
   const HRESULT result = recovery->Recover(WideText(capture.file).c_str(), &length);
   PackedTime time = 0;
   PackDisplayTime(length, time);
