@@ -29,6 +29,10 @@ struct ComScript {
   std::size_t failingCall = 0;
   HRESULT failure = E_FAIL;
 
+  // What happens before the call of a number is answered; none with 0.
+  std::size_t lateCall = 0;
+  std::function<void()> meanwhile;
+
   void CountCalls(std::size_t failing = 0, HRESULT answer = E_FAIL) {
     calls.clear();
     failingCall = failing;
@@ -39,6 +43,7 @@ struct ComScript {
   HRESULT Answer(const std::string& name) {
     calls.push_back(name);
     if (calls.size() == failingCall) return failure;
+    if (calls.size() == lateCall) meanwhile();
     const auto found = answers.find(name);
     return found == answers.end() ? S_OK : found->second;
   }

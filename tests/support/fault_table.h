@@ -1,6 +1,6 @@
-// Fails every platform call of a sequence in turn, and looks at what each failure leaves. A platform call is
-// every method of a COM object that the player calls (all but AddRef and Release, which cannot fail), every
-// CoCreateInstance and every command to MCI, as the fakes and MciCalls count them.
+// Fails every platform call of a sequence in turn, and has every one answer late; looks at what each leaves.
+// A platform call is every method of a COM object that the player calls (all but AddRef and Release, which
+// cannot fail), every CoCreateInstance and every command to MCI, as the fakes and MciCalls count them.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -47,7 +47,7 @@ class FaultTable {
   // The codes that calls fail with, in turn.
   std::vector<HRESULT> codes{E_FAIL, E_NOTIMPL, E_OUTOFMEMORY, E_NOINTERFACE};
 
-  // With every call failing once, and after the first call of each name without any fault.
+  // With every call failing once, and late once; and after the first call of each name without any fault.
   void Run() {
     const std::vector<std::string> whole = CallsWithout();
     std::set<std::string> again;
@@ -57,6 +57,7 @@ class FaultTable {
       SCOPED_TRACE("call " + std::to_string(number) + " of " + std::to_string(whole.size()) + ": " +
                    whole[number - 1]);
       Fail(number, whole);
+      Delay(number);
       if (again.insert(whole[number - 1]).second) {
         EXPECT_EQ(CallsWithout(), whole) << "a fault has left something";
       }
@@ -80,6 +81,19 @@ class FaultTable {
     const Boxes told = boxes.Take();
     EXPECT_EQ(told, row.always || !told.empty() ? row.boxes : Boxes());
     steps.close();
+  }
+
+  // A driver that lets messages in while it takes its time changes nothing.
+  void Delay(std::size_t number) {
+    bool came = false;
+    script.lateCall = number;
+    script.meanwhile = [&came] {
+      came = true;
+      LetMessagesIn();
+    };
+    CallsWithout();
+    script.lateCall = 0;
+    EXPECT_TRUE(came);
   }
 
   std::vector<std::string> CallsWithout() {

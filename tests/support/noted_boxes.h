@@ -1,5 +1,5 @@
-// Message boxes that are answered at once: what they said is noted, and while one is open the panel is sent
-// what a box's message loop lets through at the worst moment.
+// Message boxes that are answered at once: what they said is noted, and while one is open its message loop
+// lets everything in.
 #pragma once
 
 #include <windows.h>
@@ -17,6 +17,12 @@ extern "C" decltype(&::MessageBoxA) __imp_MessageBoxA;
 
 namespace quorvex {
 
+// What may reach the panel at the worst moment, when something has a message loop of its own.
+inline void LetMessagesIn() {
+  for (const UINT_PTR timer : {kDeviceTimer, kClockTimer}) ::SendMessageA(mainWindow, WM_TIMER, timer, 0);
+  ::SendMessageA(mainWindow, kGraphMessage, 0, 0);
+}
+
 class NotedBoxes {
  public:
   NotedBoxes() { current = this; }
@@ -30,8 +36,7 @@ class NotedBoxes {
  private:
   static int WINAPI Show(HWND, LPCSTR text, LPCSTR caption, UINT) {
     current->told.push_back(std::string(caption) + ": " + text);
-    for (const UINT_PTR timer : {kDeviceTimer, kClockTimer}) ::SendMessageA(mainWindow, WM_TIMER, timer, 0);
-    ::SendMessageA(mainWindow, kGraphMessage, 0, 0);
+    LetMessagesIn();
     return IDOK;
   }
 
