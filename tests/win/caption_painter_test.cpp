@@ -129,5 +129,16 @@ TEST(CaptionPainter, FollowsTheScreenThePicturesSizeAndTheBackground) {
   }
 }
 
+TEST(CaptionPainter, UnderlinesAndItalicsDiffer) {
+  std::vector<std::vector<std::uint8_t>> looks;
+  for (const char* script : {"{RDC}{15:0}HELLO", "{RDC}{15:0u}HELLO", "{RDC}{15 italic}HELLO"}) {
+    Picture picture({720, 480});
+    CaptionPainter().Paint(picture.view, ScreenOf(script), false);
+    looks.push_back(picture.bytes);
+  }
+  EXPECT_NE(looks[0], looks[1]);
+  EXPECT_NE(looks[0], looks[2]);
+}
+
 }  // namespace
 }  // namespace quorvex

@@ -256,5 +256,26 @@ TEST_F(MciDriverTest, DiscsThatBeginWithDataOrVanish) {
   EXPECT_EQ(Play(device, 0), MCIERR_DEVICE_NOT_READY);
 }
 
+TEST_F(MciDriverTest, AnswersCommandStringsInWords) {
+  drive.Insert({61, 5});
+  const auto ask = [](const char* command) {
+    char answer[100] = "";
+    const MCIERROR error = ::mciSendStringA(command, answer, sizeof answer, nullptr);
+    return error != 0 ? "error " + std::to_string(error) : std::string(answer);
+  };
+  EXPECT_EQ(ask("open cdaudio alias cd shareable"), "1");
+  ask("set cd time format tmsf");
+  EXPECT_EQ(ask("status cd mode"), "stopped");
+  EXPECT_EQ(ask("status cd time format"), "tmsf");
+  EXPECT_EQ(ask("status cd media present"), "true");
+  EXPECT_EQ(ask("status cd length track 1"), "01:01:00");
+  EXPECT_EQ(ask("status cd position track 2"), "02:00:00:00");
+  EXPECT_EQ(ask("status cd type track 1"), "audio");
+  EXPECT_EQ(ask("capability cd can eject"), "true");
+  EXPECT_EQ(ask("capability cd can record"), "false");
+  EXPECT_EQ(ask("info cd product"), "Quorvex CD drive");
+  EXPECT_EQ(ask("close cd"), "");
+}
+
 }  // namespace
 }  // namespace quorvex

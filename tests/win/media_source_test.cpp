@@ -400,5 +400,27 @@ TEST_F(MediaSourceTest, UnregisteringPutsBackWhatWasThere) {
   ::FreeLibrary(module);
 }
 
+TEST_F(MediaSourceTest, PlaysToTheStopPositionAndNoFurther) {
+  MediaGraph graph;
+  graph.AddSinks();
+  ASSERT_EQ(graph.Render(MediaPath("mpeg4_mp3.avi").wstring()), S_OK);
+  graph.graph.As<IMediaFilter>()->SetSyncSource(nullptr);
+  LONGLONG from = 10 * kFrame;
+  LONGLONG to = 30 * kFrame;
+  ASSERT_EQ(
+      graph.seeking->SetPositions(&from, AM_SEEKING_AbsolutePositioning, &to, AM_SEEKING_AbsolutePositioning),
+      S_OK);
+  LONGLONG stop = 0;
+  EXPECT_EQ(graph.seeking->GetStopPosition(&stop), S_OK);
+  EXPECT_EQ(stop, to);
+  ASSERT_HRESULT_SUCCEEDED(graph.control->Run());
+  ASSERT_TRUE(graph.Completes(5000));
+  const auto pictures = graph.pictures->Segments();
+  EXPECT_EQ(pictures.back().samples.front().picture, 10);
+  EXPECT_EQ(pictures.back().samples.back().picture, 29);
+  EXPECT_NEAR(static_cast<double>(graph.sounds->Segments().back().samples.back().end),
+              static_cast<double>(to), 1000);
+}
+
 }  // namespace
 }  // namespace quorvex

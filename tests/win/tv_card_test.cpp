@@ -116,5 +116,64 @@ TEST_F(TvCardTest, OneWithoutAPreviewPinIsSplit) {
   EXPECT_EQ(preview(), E_INVALIDARG);
 }
 
+TEST_F(TvCardTest, AStreamFlowsWhenItIsOrderedTo) {
+  const PluggedCards cards;
+  CardGraph graph;
+  ASSERT_EQ(graph.Watch(PIN_CATEGORY_CAPTURE), S_OK);
+  const auto control = graph.Pin(PIN_CATEGORY_CAPTURE).As<IAMStreamControl>();
+  const REFERENCE_TIME start = kSecond / 2;
+  const REFERENCE_TIME stop = kSecond;
+  EXPECT_EQ(control->StartAt(&start, 7), S_OK);
+  EXPECT_EQ(control->StopAt(&stop, FALSE, 8), S_OK);
+  graph.Run();
+  ::Sleep(1500);
+  graph.control->Stop();
+  const std::vector<SeenPicture> seen = graph.Seen();
+  ASSERT_FALSE(seen.empty());
+  EXPECT_GE(seen.front().begin, start);
+  EXPECT_LT(seen.back().begin, stop);
+}
+
+// Answers a dialog of this title once it is there: picks a line of its list and presses a button.
+std::thread Answer(const wchar_t* title, int line, int button) {
+  return std::thread([=] {
+    HWND dialog = nullptr;
+    for (int i = 0; i < 300 && dialog == nullptr; ++i, ::Sleep(10)) dialog = ::FindWindowW(L"#32770", title);
+    constexpr int kList = 1000;
+    ::SendDlgItemMessageW(dialog, kList, LB_SETCURSEL, static_cast<WPARAM>(line), 0);
+    ::PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
+  });
+}
+
+TEST_F(TvCardTest, TheDriversDialogsChooseInputAndFormat) {
+  const PluggedCards cards({CardKind::kTv, CardKind::kCamera});
+  CardGraph graph;
+  const CardGraph camera(kCards[1]);
+  const auto dialogs = graph.card.As<IAMVfwCaptureDialogs>();
+  ASSERT_TRUE(dialogs);
+  EXPECT_EQ(camera.card.As<IAMVfwCaptureDialogs>()->HasDialog(VfwCaptureDialog_Source), S_FALSE);
+  EXPECT_EQ(dialogs->HasDialog(3), S_FALSE);
+  const auto show = [&](int kind, const wchar_t* title, int line, int button) {
+    EXPECT_EQ(dialogs->HasDialog(kind), S_OK);
+    std::thread answering = Answer(title, line, button);
+    const HRESULT result = dialogs->ShowDialog(kind, nullptr);
+    answering.join();
+    return result;
+  };
+  EXPECT_EQ(show(VfwCaptureDialog_Source, L"Video Source", 2, IDOK), S_OK);
+  EXPECT_EQ(cards->routed, 2U);
+  EXPECT_EQ(show(VfwCaptureDialog_Source, L"Video Source", 0, IDCANCEL), S_OK);
+  EXPECT_EQ(cards->routed, 2U);
+  EXPECT_EQ(show(VfwCaptureDialog_Display, L"Video Display", 0, IDOK), S_OK);
+  EXPECT_EQ(show(VfwCaptureDialog_Format, L"Video Format", 2, IDOK), S_OK);
+  ASSERT_EQ(graph.Watch(PIN_CATEGORY_PREVIEW), S_OK);
+  EXPECT_EQ(show(VfwCaptureDialog_Format, L"Video Format", 3, IDOK), VFW_E_CANNOT_CONNECT);
+  graph.Run();
+  EXPECT_GE(graph.WaitFor([](const SeenPicture& one) { return one.marks && one.marks->chapter == 2; }), 0);
+  EXPECT_EQ(dialogs->ShowDialog(VfwCaptureDialog_Source, nullptr), VFW_E_NOT_STOPPED);
+  graph.control->Stop();
+  EXPECT_EQ(graph.size, (Size{320, 240})) << "a connection keeps its format";
+}
+
 }  // namespace
 }  // namespace quorvex
