@@ -273,14 +273,8 @@ Section "Uninstall"
   !insertmacro REMOVE_SERVER dvd
   !insertmacro REMOVE_SERVER tv
   !insertmacro REMOVE_SERVER sound
-  ; The drive's place is given back when it is this one's (system.ini has its path, or the short form of it).
-  ReadINIStr $0 "$WINDIR\system.ini" "mci" "cdaudio"
-  GetFullPathName /SHORT $1 "$INSTDIR\qvcd.dll"
-  ${If} $0 == "$INSTDIR\qvcd.dll"
-  ${OrIf} $0 == $1
-    nsExec::Exec '"$INSTDIR\qvdrive.exe" uninstall'
-    Pop $0
-  ${EndIf}
+  nsExec::Exec '"$INSTDIR\qvdrive.exe" uninstall'
+  Pop $0
   Delete "$INSTDIR\qvcd.dll"
   Delete "$INSTDIR\quorvex.exe"
   Delete "$INSTDIR\qvremote.exe"

@@ -32,7 +32,7 @@ constexpr char kUsage[] =
     "qvdrive close         close the tray\n"
     "qvdrive status        say what is in the drive and what it does, one name=value a line\n"
     "qvdrive install       make the drive this Windows' CD-audio device (qvcd.dll beside this program)\n"
-    "qvdrive uninstall     give the platform's own driver its place back\n"
+    "qvdrive uninstall     give the driver that was there before its place back\n"
     "For tests:\n"
     "qvdrive speed PERCENT          let the disc turn faster or slower (100 is real time; sounds only then)\n"
     "qvdrive fail-open N            let the next N opens of the drive fail\n"
@@ -109,7 +109,26 @@ std::optional<std::uint32_t> Number(std::string_view text) {
   return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
 }
 
-// The driver's path for system.ini, which takes what follows a blank for parameters.
+// MCI takes the driver of a device type from system.ini: Wine from its section "mci"; Windows, which keeps
+// these sections in the registry, from "MCI32". What stood there before is noted in a section of its own.
+constexpr char kSystemFile[] = "system.ini";
+constexpr const char* kMciSections[] = {"mci", "MCI32"};
+constexpr char kDeviceType[] = "cdaudio";
+constexpr char kNotes[] = "Quorvex";
+
+std::string SystemValue(const char* section, const char* key) {
+  char value[MAX_PATH] = "";
+  ::GetPrivateProfileStringA(section, key, "", value, sizeof value, kSystemFile);
+  return value;
+}
+
+// Without a value the key goes.
+bool SetSystemValue(const char* section, const char* key, const std::string& value) {
+  return ::WritePrivateProfileStringA(section, key, value.empty() ? nullptr : value.c_str(), kSystemFile) !=
+         FALSE;
+}
+
+// The driver beside this program, as system.ini names it: what follows a blank is taken for parameters.
 std::string DriverPath() {
   char path[MAX_PATH] = "";
   ::GetModuleFileNameA(nullptr, path, MAX_PATH);
@@ -121,10 +140,30 @@ std::string DriverPath() {
   return length > 0 && length < MAX_PATH ? shorter : driver;
 }
 
-int SetDriver(const char* driver) {
-  // A driver named in the [mci] section of system.ini is what MCI loads for a device type.
-  if (::WritePrivateProfileStringA("mci", "cdaudio", driver, "system.ini") == FALSE)
-    return Complain("system.ini cannot be written");
+bool IsQuorvexDriver(const std::string& path) {
+  constexpr std::string_view kFile = "qvcd.dll";
+  return path.size() >= kFile.size() &&
+         ::lstrcmpiA(path.c_str() + path.size() - kFile.size(), kFile.data()) == 0;
+}
+
+int Install() {
+  for (const char* section : kMciSections) {
+    const std::string before = SystemValue(section, kDeviceType);
+    const bool noted = IsQuorvexDriver(before) || SetSystemValue(kNotes, section, before);
+    if (!noted || !SetSystemValue(section, kDeviceType, DriverPath()))
+      return Complain("system.ini cannot be written");
+  }
+  return 0;
+}
+
+// What is not this folder's driver any more is left alone.
+int Uninstall() {
+  for (const char* section : kMciSections) {
+    if (::lstrcmpiA(SystemValue(section, kDeviceType).c_str(), DriverPath().c_str()) != 0) continue;
+    if (!SetSystemValue(section, kDeviceType, SystemValue(kNotes, section)) ||
+        !SetSystemValue(kNotes, section, ""))
+      return Complain("system.ini cannot be written");
+  }
   return 0;
 }
 
@@ -162,8 +201,8 @@ int ShowUsage() {
 int Run(std::span<char*> arguments) {
   const std::string command = arguments.empty() ? "" : arguments[0];
   const std::string argument = arguments.size() > 1 ? arguments[1] : "";
-  if (command == "install") return SetDriver(DriverPath().c_str());
-  if (command == "uninstall") return SetDriver("mcicda.drv");
+  if (command == "install") return Install();
+  if (command == "uninstall") return Uninstall();
   if (command == "card") {
     const int result = RunCardCommand(std::vector<std::string>(arguments.begin() + 1, arguments.end()));
     return result == 2 ? ShowUsage() : result;
