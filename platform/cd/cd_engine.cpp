@@ -126,9 +126,16 @@ MCIERROR CdEngine::Pause() {
   return 0;
 }
 
+// Where the playing that is paused was to end; none when somebody has moved beyond it since, or when it could
+// not be reached.
+std::optional<int> CdEngine::EndOfPaused() {
+  const SharedDrive::Turn state(drive);
+  return state->position < state->end && !state->endsBadly ? std::optional(state->end) : std::nullopt;
+}
+
 MCIERROR CdEngine::Resume() {
   if (Look().mode != MCI_MODE_PAUSE) return Look().mediaPresent ? 0 : MCIERR_DEVICE_NOT_READY;
-  return Play(std::nullopt, std::nullopt, {});
+  return Play(std::nullopt, EndOfPaused(), {});
 }
 
 MCIERROR CdEngine::Stop() {

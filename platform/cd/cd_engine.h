@@ -89,6 +89,7 @@ class CdEngine {
   End PlaySound(const Stretch& stretch);
   End FeedSound(const Stretch& stretch, DiscImage* image, WaveOutput& output);
   End WaitSilently(const Stretch& stretch);
+  std::optional<int> EndOfPaused();
   std::optional<int> HoldAgainst(const Stretch& stretch, int heard);
   End BreakOff(const Stretch& stretch);
   End ReachEnd(const Stretch& stretch);

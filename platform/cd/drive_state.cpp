@@ -33,6 +33,10 @@ std::int32_t DriveState::PositionAt(std::uint64_t now) const {
 }
 
 bool DriveState::Settle(std::uint64_t now) {
+  if (transport == Transport::kPlaying && since > now + kMostClockSkew) {
+    Stop(now);
+    return true;
+  }
   if (transport != Transport::kPlaying || PositionAt(now) < end) return false;
   position = end;
   transport = Transport::kStopped;

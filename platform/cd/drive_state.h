@@ -13,6 +13,7 @@ enum class Transport : std::uint8_t { kStopped, kPlaying, kPaused };
 struct DriveState {
   static constexpr std::uint32_t kVersion = 2;
   static constexpr std::size_t kLongestPath = 1024;
+  static constexpr std::uint64_t kMostClockSkew = 1000;  // between processes, in milliseconds
 
   std::uint32_t version = kVersion;
   bool trayOpen = false;
@@ -44,7 +45,8 @@ struct DriveState {
 
   // Where the drive is at a time, in frames.
   [[nodiscard]] std::int32_t PositionAt(std::uint64_t now) const;
-  // Ends a playing that has reached its end. Answers whether it did.
+  // Ends a playing that has reached its end, or that was begun before the machine was started anew: the clock
+  // counts from then. Answers whether it did.
   bool Settle(std::uint64_t now);
 
   // The transport; each of these ends what was under way.

@@ -28,6 +28,16 @@ TEST(DriveState, PlaysWithItsClockAndStopsAtTheEnd) {
   EXPECT_EQ(state.player, 0U);
 }
 
+TEST(DriveState, WhatPlayedWhenTheMachineWentDownIsStopped) {
+  DriveState state = WithDisc();
+  state.Play(100, kMe, 50000);
+  state.PlayUntil(250, false);
+  EXPECT_FALSE(state.Settle(50000 - DriveState::kMostClockSkew));
+  EXPECT_TRUE(state.Settle(30000));
+  EXPECT_EQ(state.transport, Transport::kStopped);
+  EXPECT_EQ(state.position, 100);
+}
+
 TEST(DriveState, PausesWhereItIsAtItsSpeedAndSeeksWithoutForgettingThePause) {
   DriveState state = WithDisc();
   state.speedPercent = 1000;

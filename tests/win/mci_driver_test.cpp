@@ -277,5 +277,19 @@ TEST_F(MciDriverTest, AnswersCommandStringsInWords) {
   EXPECT_EQ(ask("close cd"), "");
 }
 
+TEST_F(MciDriverTest, AResumedPlayingEndsWhereItWasToEnd) {
+  drive.Insert({10, 10, 10});
+  const MCIDEVICEID device = Open();
+  EXPECT_EQ(Play(device, MCI_FROM | MCI_TO, 1, 2), 0U);
+  EXPECT_EQ(Send(device, MCI_PAUSE), 0U);
+  EXPECT_EQ(Send(device, MCI_RESUME), 0U);
+  EXPECT_EQ(Mode(device), MCI_MODE_PLAY);
+  EXPECT_EQ(drive.State().end, 10 * 75);
+  Send(device, MCI_PAUSE);
+  EXPECT_EQ(Seek(device, MCI_TO, 3), 0U);
+  EXPECT_EQ(Send(device, MCI_RESUME), 0U);
+  EXPECT_EQ(drive.State().end, 30 * 75) << "beyond it there is none";
+}
+
 }  // namespace
 }  // namespace quorvex
