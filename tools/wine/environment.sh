@@ -21,7 +21,8 @@ export WINEDLLOVERRIDES=${WINEDLLOVERRIDES:-winedbg.exe=d;mscoree=d;mshtml=d;win
 export MALLOC_ARENA_MAX=2
 unset DISPLAY_ERROR
 
-alive() { [ -s "$1" ] && kill -0 "$(cat "$1")" 2>/dev/null; }
+# alive NAME PROGRAM  Whether the program that NAME.pid notes runs. After a restart of the machine somebody else may have its number.
+alive() { [ -s "$env_dir/$1.pid" ] && grep -qs -- "$2" "/proc/$(cat "$env_dir/$1.pid")/cmdline"; }
 
 display_works() { [ -n "${DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1; }
 
@@ -33,7 +34,7 @@ sound_works() {
 
 # Starts the virtual screen unless it runs; sets DISPLAY.
 virtual_display() {
-  if ! alive "$env_dir/xvfb.pid"; then
+  if ! alive xvfb Xvfb; then
     rm -f "$env_dir/display"
     # Xvfb writes the number that it found free to descriptor 6.
     setsid Xvfb -displayfd 6 -screen 0 1280x1024x24 -nolisten tcp 6>"$env_dir/display" </dev/null >/dev/null 2>&1 9>&- &
@@ -51,7 +52,7 @@ virtual_sound() {
   local runtime=/tmp/quorvex-$(id -u)-$(cksum <<<"$env_dir" | cut -d' ' -f1)
   mkdir -p -m 0700 "$runtime"
   [ -O "$runtime" ] || { echo "$runtime belongs to somebody else." >&2; return 1; }
-  if ! alive "$env_dir/pulse.pid"; then
+  if ! alive pulse pulseaudio; then
     rm -f "$runtime/native"
     HOME=$runtime XDG_RUNTIME_DIR=$runtime setsid pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no \
       --load="module-native-protocol-unix socket=$runtime/native auth-anonymous=1" --load="module-null-sink sink_name=sink rate=44100 norewinds=1" \
@@ -90,17 +91,17 @@ apply_window_management() {
 # Ends what virtual_display, virtual_sound and keep_wine_alive started.
 stop_environment() {
   if [ -d "$WINEPREFIX" ]; then wineserver -k >/dev/null 2>&1; wineserver -w >/dev/null 2>&1; fi
-  local name
-  for name in keep xvfb pulse; do
-    if alive "$env_dir/$name.pid"; then kill "$(cat "$env_dir/$name.pid")" 2>/dev/null; fi
-    rm -f "$env_dir/$name.pid"
+  local started
+  for started in "keep keep_alive" "xvfb Xvfb" "pulse pulseaudio"; do
+    if alive $started; then kill "$(cat "$env_dir/${started% *}.pid")" 2>/dev/null; fi
+    rm -f "$env_dir/${started% *}.pid"
   done
 }
 
 # Keeps the Wine server and its desktop process up between programs: a program then starts in 0.1 s instead of 4.
 keep_wine_alive() {
   [ -f "$keeper" ] || return 0
-  alive "$env_dir/keep.pid" && return
+  alive keep keep_alive && return
   setsid wine "$keeper" </dev/null >/dev/null 2>&1 9>&- &
   echo $! >"$env_dir/keep.pid"
 }
