@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <optional>
 
 namespace quorvex {
 
@@ -16,6 +17,8 @@ constexpr MediaTime kForever = std::numeric_limits<MediaTime>::max() / 2;  // fa
 struct Segment {
   MediaTime start = 0;
   MediaTime stop = kForever;
+  std::optional<MediaTime> origin = {};  // what samples' times count from, where that is not the start
+  [[nodiscard]] constexpr MediaTime Origin() const { return origin.value_or(start); }
   friend bool operator==(const Segment&, const Segment&) = default;
 };
 

@@ -5,9 +5,33 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
 #include <utility>
 
 namespace quorvex {
+namespace {
+
+// What a picture of a type takes, when it is one of plain video.
+long PictureBytes(const MediaType& type) {
+  const VIDEOINFOHEADER* picture = type.Picture();
+  if (picture == nullptr) return 0;
+  const BITMAPINFOHEADER& bitmap = picture->bmiHeader;
+  const std::int64_t bits = std::int64_t{bitmap.biWidth} * std::abs(std::int64_t{bitmap.biHeight});
+  return static_cast<long>(
+      std::clamp<std::int64_t>(bits / 8 * bitmap.biBitCount, 0, std::numeric_limits<long>::max()));
+}
+
+// Whether what is offered is what a type asks for: the layout of pictures may differ, sound is as it is.
+bool Serves(const MediaType& offered, const AM_MEDIA_TYPE& type) {
+  const AM_MEDIA_TYPE& own = offered.Get();
+  if (!offered.Matches(type) || own.cbFormat > type.cbFormat) return false;
+  return offered.Picture() != nullptr || own.cbFormat == 0 ||
+         std::memcmp(own.pbFormat, type.pbFormat, own.cbFormat) == 0;
+}
+
+}  // namespace
 
 HRESULT OutputPin::Connect(IPin* receiver, const AM_MEDIA_TYPE* wanted) {
   if (receiver == nullptr) return E_POINTER;
@@ -44,7 +68,7 @@ HRESULT OutputPin::AgreeOnAllocator(Connection& made) {
   made.input->GetAllocatorRequirements(&wishes);
   ALLOCATOR_PROPERTIES needs = BufferNeeds(made.type);
   needs.cBuffers = std::max(needs.cBuffers, wishes.cBuffers);
-  needs.cbBuffer = std::max(needs.cbBuffer, wishes.cbBuffer);
+  needs.cbBuffer = std::max({needs.cbBuffer, wishes.cbBuffer, PictureBytes(made.type)});
   needs.cbAlign = std::max({needs.cbAlign, wishes.cbAlign, 1L});
   needs.cbPrefix = wishes.cbPrefix;
   if (SUCCEEDED(made.input->GetAllocator(made.allocator.Receive())) && SUCCEEDED(UseAllocator(made, needs)))
@@ -67,10 +91,15 @@ HRESULT OutputPin::ReceiveConnection(IPin*, const AM_MEDIA_TYPE*) { return E_UNE
 HRESULT OutputPin::QueryAccept(const AM_MEDIA_TYPE* type) {
   if (type == nullptr) return E_POINTER;
   const std::vector<MediaType> types = Types();
-  const bool known = std::any_of(types.begin(), types.end(), [type](const MediaType& offered) {
-    return offered.Matches(*type) && offered.Get().cbFormat <= type->cbFormat;
-  });
+  const bool known = std::any_of(types.begin(), types.end(),
+                                 [type](const MediaType& offered) { return Serves(offered, *type); });
   return known ? S_OK : S_FALSE;
+}
+
+void OutputPin::Adopt(const MediaType& type) {
+  Connection changed = Current();
+  changed.type = type;
+  if (changed.peer) Replace(std::move(changed));
 }
 
 HRESULT OutputPin::Start() {

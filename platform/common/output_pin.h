@@ -27,6 +27,9 @@ class OutputPin : public PinBase {
   // A free buffer; waits for one. Null when the pin is stopped or not connected.
   ComPtr<IMediaSample> NextBuffer();
 
+  // The other end has asked for another type, which holds from now on.
+  void Adopt(const MediaType& type);
+
   // Hands a sample on; S_OK when more is wanted. May wait as long as the receiver likes.
   HRESULT Deliver(IMediaSample* sample);
 

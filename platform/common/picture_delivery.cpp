@@ -32,6 +32,7 @@ bool PictureDelivery::Open(IMediaSample& sample, PictureView& view) {
   // The other end may ask for another layout of the buffer, with this very sample.
   if (AM_MEDIA_TYPE* changed = nullptr; sample.GetMediaType(&changed) == S_OK) {
     type = MediaType(*changed);
+    pin.Adopt(type);
     FreeMediaType(*changed);
     ::CoTaskMemFree(changed);
   }

@@ -59,18 +59,18 @@ Fed PictureFeeder::Show(const AVFrame& frame, MediaTime begin, MediaTime end) {
   }
   if (begin >= segment.stop) return Fed::kOver;
   const std::optional<MediaTime> now = filter.StreamTime();
-  if (now && late.LeaveOut(*now - (begin - segment.start))) return Fed::kMore;
-  return Deliver(frame, begin - segment.start, end - segment.start);
+  if (now && late.LeaveOut(*now - (begin - segment.Origin()))) return Fed::kMore;
+  return Deliver(frame, begin, end);
 }
 
 // The picture that was on when the segment began, where there is one: it lasts until `end`.
 Fed PictureFeeder::ShowHeld(MediaTime end) {
   if (held->buf[0] == nullptr) return Fed::kMore;
-  return Deliver(*held, heldBegin - segment.start, std::max(end - segment.start, kMillisecond));
+  return Deliver(*held, heldBegin, std::max(end, segment.start + kMillisecond));
 }
 
 Fed PictureFeeder::Deliver(const AVFrame& frame, MediaTime begin, MediaTime end) {
-  return delivery.Deliver(begin, end,
+  return delivery.Deliver(begin - segment.Origin(), end - segment.Origin(),
                           [&](const PictureView& target) { return converter.Convert(frame, target); });
 }
 

@@ -43,7 +43,7 @@ Fed SoundFeeder::DeliverPlayed(SoundSamples samples, MediaTime begin) {
     stop = std::max(start, Rescale(segment.stop - begin, rate, kSecond));
   const SoundSamples part = samples.subspan(static_cast<std::size_t>(start * kSoundChannels),
                                             static_cast<std::size_t>((stop - start) * kSoundChannels));
-  return delivery.Deliver(part, begin - segment.start + Rescale(start, kSecond, rate));
+  return delivery.Deliver(part, begin - segment.Origin() + Rescale(start, kSecond, rate));
 }
 
 }  // namespace quorvex

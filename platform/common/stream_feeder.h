@@ -1,5 +1,5 @@
 // Feeds an output pin with what a stream's packets decode to. Times of samples count from the segment's
-// start.
+// origin.
 #pragma once
 
 #include "platform/common/av.h"

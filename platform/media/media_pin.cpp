@@ -14,11 +14,12 @@ constexpr DWORD kCapabilities = AM_SEEKING_CanSeekAbsolute | AM_SEEKING_CanSeekF
                                 AM_SEEKING_CanSeekBackwards | AM_SEEKING_CanGetCurrentPos |
                                 AM_SEEKING_CanGetStopPos | AM_SEEKING_CanGetDuration;
 
-// Where a position of SetPositions leads; nothing when it does not. `base` is what relative ones count from.
-std::optional<MediaTime> Target(const LONGLONG* position, DWORD flags, MediaTime base) {
-  const DWORD how = flags & AM_SEEKING_PositioningBitsMask;
-  if (how == AM_SEEKING_NoPositioning || position == nullptr) return std::nullopt;
-  return std::max<MediaTime>(0, how == AM_SEEKING_AbsolutePositioning ? *position : base + *position);
+DWORD How(DWORD flags) { return flags & AM_SEEKING_PositioningBitsMask; }
+
+// A position of SetPositions; nothing when it changes none.
+std::optional<SeekWish::Place> Asked(const LONGLONG* position, DWORD flags) {
+  if (How(flags) == AM_SEEKING_NoPositioning || position == nullptr) return std::nullopt;
+  return SeekWish::Place{*position, How(flags) != AM_SEEKING_AbsolutePositioning};
 }
 
 bool IsMediaTime(const GUID* format) { return format == nullptr || *format == TIME_FORMAT_MEDIA_TIME; }
@@ -89,19 +90,12 @@ HRESULT MediaPin::ConvertTimeFormat(LONGLONG* target, const GUID* targetFormat, 
 }
 
 HRESULT MediaPin::SetPositions(LONGLONG* current, DWORD currentFlags, LONGLONG* stop, DWORD stopFlags) {
-  const DWORD stopHow = stopFlags & AM_SEEKING_PositioningBitsMask;
-  if ((currentFlags & AM_SEEKING_PositioningBitsMask) == AM_SEEKING_IncrementalPositioning)
-    return E_INVALIDARG;
-  SeekWish wish;
-  wish.start = Target(current, currentFlags, sought.Position());
-  const MediaTime from = wish.start.value_or(sought.Position());
-  wish.stop =
-      Target(stop, stopFlags, stopHow == AM_SEEKING_IncrementalPositioning ? from : sought.Played().stop);
-  // A stop position at the end of the file is none: the last picture may last longer than the file says.
-  if (wish.stop && *wish.stop >= sought.Duration()) wish.stop = kForever;
+  if (How(currentFlags) == AM_SEEKING_IncrementalPositioning) return E_INVALIDARG;
+  const SeekWish wish{Asked(current, currentFlags), Asked(stop, stopFlags),
+                      How(stopFlags) == AM_SEEKING_IncrementalPositioning};
   if (!wish.start && !wish.stop) return S_OK;
   sought.SeekTo(place, wish);
-  if ((currentFlags & AM_SEEKING_ReturnTime) != 0 && current != nullptr) *current = from;
+  if ((currentFlags & AM_SEEKING_ReturnTime) != 0 && current != nullptr) *current = sought.Position();
   if ((stopFlags & AM_SEEKING_ReturnTime) != 0 && stop != nullptr) return GetStopPosition(stop);
   return S_OK;
 }

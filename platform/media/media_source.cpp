@@ -131,10 +131,25 @@ void MediaSource::SeekTo(int pin, const SeekWish& wish) {
   const std::scoped_lock lock(stateLock);
   if (!seeks.Arrives(pin, wish)) return;
   const bool plays = State() != State_Stopped;
-  const Segment target{wish.start.value_or(Position()), wish.stop.value_or(Played().stop)};
+  const Segment target = Target(wish);
   if (plays) playback->Halt();
   Move(target);
   if (plays) playback->Start(target);
+}
+
+// What a seek asks for. One that moves the stop position only leaves the graph's stream time as it is, so
+// that samples' times must count on from where they did.
+Segment MediaSource::Target(const SeekWish& wish) {
+  const auto resolve = [](const SeekWish::Place& place, MediaTime base) {
+    return std::max<MediaTime>(0, place.relative ? base + place.at : place.at);
+  };
+  const Segment played = Played();
+  Segment target{Position(), played.stop, played.Origin()};
+  if (wish.start) target = {resolve(*wish.start, target.start), played.stop};
+  if (wish.stop) target.stop = resolve(*wish.stop, wish.stopCountsFromStart ? target.start : played.stop);
+  // A stop position at the end of the file is none: the last picture may last longer than the file says.
+  if (target.stop >= Duration()) target.stop = kForever;
+  return target;
 }
 
 Segment MediaSource::Played() {
@@ -147,7 +162,7 @@ MediaTime MediaSource::Position() {
   const std::scoped_lock lock(placeLock);
   if (!streamTime) return resting;
   const MediaTime end = std::min(segment.stop, std::max(Duration(), segment.start));
-  return std::clamp(segment.start + *streamTime, segment.start, end);
+  return std::clamp(segment.Origin() + *streamTime, segment.start, end);
 }
 
 }  // namespace quorvex

@@ -43,12 +43,13 @@ class MediaSource final : public FilterBase, public IFileSourceFilter, private S
   void SeekTo(int pin, const SeekWish& wish) override;
   Segment Played() override;
   MediaTime Position() override;
-  [[nodiscard]] MediaTime Duration() const override { return file->Duration(); }
+  [[nodiscard]] MediaTime Duration() const override { return file ? file->Duration() : 0; }
 
   void MakePicturePin();
   void MakeSoundPin();
   std::vector<MediaPin*> MediaPins();
   void Move(const Segment& target);
+  Segment Target(const SeekWish& wish);
 
   std::wstring path;
   MediaType fileType;

@@ -62,7 +62,7 @@ void Playback::Work(std::size_t index, const Segment& segment) {
   const ComThread com;
   const Track& track = playing[index];
   track.feeder->Begin(segment);
-  track.pin->DeliverNewSegment(segment.start, segment.stop);
+  track.pin->DeliverNewSegment(segment.Origin(), segment.stop);
   const Fed fed = FeedAll(index);
   buffers->Close(index);
   if (fed == Fed::kOver) track.pin->DeliverEndOfStream();  // after this the whole filter may be gone

@@ -8,10 +8,16 @@
 
 namespace quorvex {
 
-// Where a seek leads; what it does not name stays as it is.
+// Where a seek leads, as it was asked for; what it does not name stays as it is.
 struct SeekWish {
-  std::optional<MediaTime> start;
-  std::optional<MediaTime> stop;
+  struct Place {
+    MediaTime at;
+    bool relative;  // to the place reached; the stop position, to the stop position before
+    friend bool operator==(const Place&, const Place&) = default;
+  };
+  std::optional<Place> start;
+  std::optional<Place> stop;
+  bool stopCountsFromStart = false;
   friend bool operator==(const SeekWish&, const SeekWish&) = default;
 };
 

@@ -50,6 +50,7 @@ void SoundPlayer::Start(const WaveFormat& format) {
 void SoundPlayer::Run() {
   const std::scoped_lock guard(lock);
   running = true;
+  told = false;  // a graph that runs again wants to be told again
   output->Wake();
 }
 
@@ -89,6 +90,7 @@ SoundPlayer::Taken SoundPlayer::Add(std::optional<MediaTime> begin, std::span<co
 
 void SoundPlayer::End() {
   const std::scoped_lock guard(lock);
+  if (stopped || flushing) return;  // of what is gone already
   ended = true;
   changed.notify_all();
 }

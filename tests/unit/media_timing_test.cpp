@@ -72,17 +72,18 @@ TEST(LatePicturesTest, FarBehindUntilCaughtUp) {
 
 TEST(SharedSeeksTest, ASeekIsDoneOnceForAllPinsAndAgainWhenItIsMeantAgain) {
   SharedSeeks seeks;
-  const SeekWish three{3 * kSecond, std::nullopt};
-  const SeekWish four{4 * kSecond, std::nullopt};
+  const SeekWish three{SeekWish::Place{3 * kSecond, true}, std::nullopt};
+  const SeekWish four{SeekWish::Place{4 * kSecond, true}, std::nullopt};
+  const SeekWish end{four.start, SeekWish::Place{5 * kSecond, false}};
   EXPECT_TRUE(seeks.Arrives(0, three));
   EXPECT_FALSE(seeks.Arrives(1, three));
   EXPECT_TRUE(seeks.Arrives(0, three)) << "the same place once more";
   EXPECT_FALSE(seeks.Arrives(1, three));
   EXPECT_TRUE(seeks.Arrives(1, four));
   EXPECT_FALSE(seeks.Arrives(0, four));
-  EXPECT_TRUE(seeks.Arrives(0, {4 * kSecond, 5 * kSecond})) << "another end is another seek";
+  EXPECT_TRUE(seeks.Arrives(0, end)) << "another end is another seek";
   seeks.Forget();
-  EXPECT_TRUE(seeks.Arrives(1, {4 * kSecond, 5 * kSecond}));
+  EXPECT_TRUE(seeks.Arrives(1, end));
 }
 
 }  // namespace

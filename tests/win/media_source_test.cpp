@@ -422,5 +422,43 @@ TEST_F(MediaSourceTest, PlaysToTheStopPositionAndNoFurther) {
               static_cast<double>(to), 1000);
 }
 
+TEST_F(MediaSourceTest, ASeekMayBeRelativeOrMoveTheStopPositionOnly) {
+  MediaGraph graph;
+  graph.AddSinks();
+  ASSERT_EQ(graph.Render(MediaPath("mpeg4_mp3.avi").wstring()), S_OK);
+  ASSERT_EQ(graph.Seek(kSecond), S_OK);
+  ASSERT_HRESULT_SUCCEEDED(graph.control->Pause());
+  ASSERT_TRUE(graph.Settles());
+  graph.pictures->Clear();
+  LONGLONG further = kSecond;
+  ASSERT_EQ(graph.seeking->SetPositions(&further, AM_SEEKING_RelativePositioning, nullptr, 0), S_OK);
+  EXPECT_EQ(PictureShown(graph), 50);
+  EXPECT_EQ(graph.sounds->Segments().back().start, 2 * kSecond);
+  ASSERT_HRESULT_SUCCEEDED(graph.control->Run());
+  ASSERT_TRUE(PumpUntil([&] { return graph.Position() > 26 * kSecond / 10; }));
+  graph.pictures->Clear();
+  LONGLONG stop = 35 * kSecond / 10;
+  const LONGLONG before = graph.Position();
+  ASSERT_EQ(graph.seeking->SetPositions(nullptr, 0, &stop, AM_SEEKING_AbsolutePositioning), S_OK);
+  EXPECT_LT(graph.Position(), before + kSecond / 2);
+  EXPECT_GT(PictureShown(graph), 55) << "it goes on where it was";
+  ASSERT_TRUE(graph.Completes(5000));
+  const auto samples = graph.pictures->Segments().back().samples;
+  EXPECT_EQ(samples.back().picture, 87);
+  for (const auto& sample : samples)
+    EXPECT_NEAR(static_cast<double>(sample.start), static_cast<double>(sample.picture * kFrame),
+                0.002 * kSecond);
+}
+
+TEST_F(MediaSourceTest, SoundOfAnotherFormatThanItsOwnIsRefused) {
+  MediaGraph graph;
+  ASSERT_EQ(graph.Render(MediaPath("mpeg4_mp3.avi").wstring()), S_OK);
+  ComPtr<IPin> pin;
+  ASSERT_EQ(graph.FilterOf(kMediaSourceUnderTest)->FindPin(L"Sound", pin.Receive()), S_OK);
+  EXPECT_EQ(pin->QueryAccept(&MediaType::Pcm16(2, 44100).Get()), S_OK);
+  EXPECT_EQ(pin->QueryAccept(&MediaType::Pcm16(1, 44100).Get()), S_FALSE);
+  EXPECT_EQ(pin->QueryAccept(&MediaType::Pcm16(2, 11025).Get()), S_FALSE);
+}
+
 }  // namespace
 }  // namespace quorvex

@@ -140,6 +140,11 @@ TEST_F(SoundRendererTest, PausesSeeksAndStopsPromptlyAndEndsOnce) {
     EXPECT_EQ(Ends(), 0) << "told twice";
     EXPECT_EQ(graph.Seek(34 * kSecond / 10), S_OK) << "again, without a stop";
   }
+  ASSERT_TRUE(PumpUntil([&] { return Ends() == 1; }));
+  graph.control->Pause();
+  graph.control->Run();
+  EXPECT_TRUE(PumpUntil([&] { return Ends() == 1; })) << "a graph that runs again counts its ends anew";
+  EXPECT_EQ(graph.Seek(34 * kSecond / 10), S_OK);
   // In the middle of things, paused, and cued.
   EXPECT_LE(TimeOf([&] { graph.control->Stop(); }), kStopLimit);
   ASSERT_HRESULT_SUCCEEDED(graph.control->Run());
