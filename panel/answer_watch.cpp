@@ -7,6 +7,8 @@
 namespace quorvex {
 namespace {
 
+constexpr UINT_PTR kSignTimer = 109;  // of the panel
+
 std::atomic<unsigned> signs = 0;
 std::atomic<int> longWorks = 0;
 thread_local unsigned seen = 0;  // of them, by this watch
@@ -15,6 +17,8 @@ bool AnySign() {
   const unsigned now = signs;
   return std::exchange(seen, now) != now || longWorks > 0;
 }
+
+void CALLBACK GiveSign(HWND /*panel*/, UINT /*message*/, UINT_PTR /*timer*/, DWORD /*time*/) { ++signs; }
 
 BOOL CALLBACK Close(HWND box, LPARAM /*data*/) {
   ::EndDialog(box, IDRETRY);
@@ -40,7 +44,7 @@ void OfferToEnd(HWND panel, DWORD everyMs) {
 
 void Watch(HWND panel, DWORD everyMs) {
   int missed = 0;
-  while (::PostMessageA(panel, kAskMessage, 0, 0) != FALSE) {
+  while (::IsWindow(panel) != FALSE) {
     ::Sleep(everyMs);
     missed = AnySign() ? 0 : missed + 1;
     if (missed < kPatience) continue;
@@ -51,9 +55,10 @@ void Watch(HWND panel, DWORD everyMs) {
 
 }  // namespace
 
-void WatchAnswers(HWND panel, DWORD everyMs) { std::thread(Watch, panel, everyMs).detach(); }
-
-void GiveSignOfLife() { ++signs; }
+void WatchAnswers(HWND panel, DWORD everyMs) {
+  ::SetTimer(panel, kSignTimer, everyMs / 2, GiveSign);
+  std::thread(Watch, panel, everyMs).detach();
+}
 
 LongWork::LongWork() { ++longWorks; }
 LongWork::~LongWork() { --longWorks; }

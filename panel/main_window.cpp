@@ -33,8 +33,10 @@ BOOL CALLBACK FindDialog(HWND window, LPARAM found) {
   return FALSE;
 }
 
-// Who must wait until a box is answered: what runs in a dialog is not to be begun again under its own box.
+// Who must wait until a box is answered: the panel, so that no device goes under its own operation; what runs
+// in a dialog, which holds up the panel already, is not to be begun again under its own box.
 HWND OwnerOfBox() {
+  if (::IsWindowEnabled(mainWindow) != FALSE) return mainWindow;
   HWND owner = mainWindow;
   ::EnumThreadWindows(::GetCurrentThreadId(), FindDialog, reinterpret_cast<LPARAM>(&owner));
   return owner;

@@ -34,7 +34,9 @@ class ButtonObject final : public AccessibleObject {
   [[nodiscard]] LONG State(LONG) const override {
     const bool down = (::SendMessageA(ButtonWindow(row), BM_GETSTATE, 0, 0) & BST_PUSHED) != 0;
     const bool focused = ::GetFocus() == ButtonWindow(row);
-    return STATE_SYSTEM_FOCUSABLE | (down ? STATE_SYSTEM_PRESSED : 0) | (focused ? STATE_SYSTEM_FOCUSED : 0) |
+    const bool waits = ::IsWindowEnabled(mainWindow) == FALSE;  // for an answer to a dialog
+    return STATE_SYSTEM_FOCUSABLE | (waits ? STATE_SYSTEM_UNAVAILABLE : 0) |
+           (down ? STATE_SYSTEM_PRESSED : 0) | (focused ? STATE_SYSTEM_FOCUSED : 0) |
            (LookOf(row) == ButtonLook::kLit ? STATE_SYSTEM_CHECKED : 0);
   }
   // A digit's key is the digit itself.
@@ -42,7 +44,9 @@ class ButtonObject final : public AccessibleObject {
     return kButtons[row].toolTip == 0 ? text.name : text.shortcut;
   }
   [[nodiscard]] std::string DefaultAction(LONG) const override { return "Press"; }
-  void DoDefaultAction(LONG) override { ::PostMessageA(ButtonWindow(row), BM_CLICK, 0, 0); }
+  void DoDefaultAction(LONG) override {
+    if (::IsWindowEnabled(mainWindow) != FALSE) ::PostMessageA(ButtonWindow(row), BM_CLICK, 0, 0);
+  }
   [[nodiscard]] RECT Location(LONG) const override { return WindowRect(ButtonWindow(row)); }
 
   std::size_t row;

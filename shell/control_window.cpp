@@ -6,7 +6,6 @@
 #include "base/handles.h"
 #include "devices/cd/mci_error.h"
 #include "devices/current_device.h"
-#include "panel/answer_watch.h"
 #include "panel/control_panel.h"
 #include "panel/main_window.h"
 #include "panel/panel_accessibility.h"
@@ -68,14 +67,16 @@ LRESULT CALLBACK ControlWindowProcedure(HWND window, UINT message, WPARAM wParam
     case WM_SETTINGCHANGE: OnSettingChange(wParam); return 0;
     case WM_DRAWITEM: DrawPanelButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)); return 0;
     case WM_NCHITTEST: return HTCAPTION;  // the whole panel drags like a title bar
-    case WM_COMMAND: RunCommand(LOWORD(wParam)); return 0;
+    case WM_COMMAND:
+      // One that was posted before a dialog came would take the device away that has opened it.
+      if (::IsWindowEnabled(window) != FALSE) RunCommand(LOWORD(wParam));
+      return 0;
     case WM_TIMER: OnTimer(window, wParam); break;
     case WM_POWERBROADCAST: return OnPowerBroadcast(wParam);
     case WM_DROPFILES: OnDropFiles(reinterpret_cast<HDROP>(wParam)); return 0;
     case WM_COPYDATA:
       return OnCopyData(reinterpret_cast<HWND>(wParam), *reinterpret_cast<const COPYDATASTRUCT*>(lParam));
     case kRemoteKeyMessage: OnRemoteKey(static_cast<int>(wParam)); return 0;
-    case kAskMessage: GiveSignOfLife(); return 0;
     case kHandedOverMessage: OnHandedOver(); return 0;
     case MM_MCINOTIFY:
       if (currentDevice) currentDevice->OnMciNotify(static_cast<std::uint32_t>(wParam));

@@ -8,6 +8,7 @@
 #include "panel/status_display.h"
 #include "shell/device_switch.h"
 #include "shell/open_files.h"
+#include "shell/remote_control.h"
 #include "shell/settings.h"
 #include "video/video_window.h"
 
@@ -44,6 +45,8 @@ void BeginLampTest() {
 }
 
 void EndLampTest() {
+  if (::IsWindowEnabled(mainWindow) == FALSE)
+    return;  // no device begins under a dialog; the timer comes again
   ::KillTimer(mainWindow, kVersionTimer);
   SetAllDisplayElements(false);
   SetDisplayElement(kIdleLamp, 1);
@@ -55,12 +58,15 @@ void EndLampTest() {
   } else if (settings.autoStartDevice != 0) {
     StartLastDevice();
   }
+  PressEarlyKeys();
   ::SetTimer(mainWindow, kClockTimer, kClockPeriodMs, nullptr);
 }
 
 void OnHandedOver() {
-  if (started) PlayHandedOver();
+  if (started && ::IsWindowEnabled(mainWindow) != FALSE) PlayHandedOver();
 }
+
+bool HasStarted() { return started; }
 
 void TickClock() {
   if (!currentDevice || (currentDeviceType == DeviceType::kTv && !currentDevice->recording)) ShowClock();
@@ -68,6 +74,7 @@ void TickClock() {
 
 void ShutDown() {
   ::KillTimer(mainWindow, kClockTimer);
+  started = false;
   SaveSettings();
   skin.background.Reset();
   skin.segments.Reset();

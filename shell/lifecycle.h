@@ -16,9 +16,10 @@ void StartSequence();
 // The lamp test begins; it ends, the version is shown and the last device started; then the clock runs.
 void BeginLampTest();
 void EndLampTest();
+bool HasStarted();
 void TickClock();
 
-// Files were handed over: they are played now, or when the lamp test is over.
+// Files were handed over: they are played now, or when the lamp test or the dialog that is open is over.
 void OnHandedOver();
 
 // The panel goes: settings are saved, the device closed, the message loop ended.

@@ -22,11 +22,11 @@ void EnterFolderOf(const std::string& path) {
   if (end != std::string::npos) ::SetCurrentDirectoryA(path.substr(0, end + 1).c_str());
 }
 
-// Plays a new temporary play list. One that yields nothing leaves the panel without a kind.
+// Plays a new temporary play list. One that yields nothing leaves the panel without a kind; without the new
+// list what plays goes on.
 void PlayFiles(const std::vector<std::string>& paths) {
   EnterFolderOf(paths.front());
-  BuildPreviewPlaylist(paths);
-  if (SwitchToFile()) return;
+  if (BuildPreviewPlaylist(paths).empty() || SwitchToFile()) return;
   SetDisplayElement(kIdleLamp + static_cast<int>(currentDeviceType), 0);
   currentDeviceType = DeviceType::kNone;
   SetDisplayElement(kIdleLamp, 1);
@@ -43,7 +43,8 @@ std::string DroppedPath(HDROP drop, UINT index) {
 void OpenMediaFile() {
   const OpenFileResult result = RunOpenFileDialog();
   if (result.outcome == OpenFileOutcome::kCancelled) return;
-  if (result.outcome == OpenFileOutcome::kFilesPicked) BuildPreviewPlaylist(result.selection);
+  if (result.outcome == OpenFileOutcome::kFilesPicked && BuildPreviewPlaylist(result.selection).empty())
+    return;
   ::RedrawWindow(mainWindow, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
   if (currentDevice && currentDevice->videoWindowHandle != nullptr)
     ::RedrawWindow(currentDevice->videoWindowHandle, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);

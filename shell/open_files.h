@@ -19,7 +19,8 @@ void OpenMediaFile();
 // Files dropped on the panel: the first is played.
 void OnDropFiles(HDROP drop);
 
-// Files from another program, to be played as soon as no message box and no start sequence is in the way.
+// Files from another program, to be played as soon as no dialog or message box and no start sequence is in
+// the way.
 void HandOver(std::vector<std::string> paths);
 bool HasHandedOver();
 void PlayHandedOver();

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/handles.h"
@@ -18,12 +19,15 @@
 #include "panel/status_display.h"
 #include "remote/remote_message.h"
 #include "remote/remote_protocol.h"
+#include "shell/lifecycle.h"
 #include "shell/open_files.h"
 
 namespace quorvex {
 namespace {
 
 int keysWaiting = 0;  // that another program has pressed and that have not been acted on
+std::vector<int>
+    earlyKeys;  // of these, what the start sequence holds up: its end would write over what they show
 
 // A process's user, as its token names him; empty when it cannot be asked.
 std::vector<BYTE> UserOf(HANDLE process) {
@@ -59,15 +63,9 @@ RemoteAnswer OpenFiles(std::string_view bytes) {
 RemoteAnswer PressKey(std::string_view bytes) {
   const std::optional<int> command = CommandIn(bytes);
   if (!command) return RemoteAnswer::kRefused;
-  const bool scans = *command == kCommandRewind || *command == kCommandFastForward;
-  if (!scans) {
-    ++keysWaiting;
-    ::PostMessageA(mainWindow, kRemoteKeyMessage, static_cast<WPARAM>(*command), 0);
-  } else if (currentDevice) {
-    // These two act while they are held: here for one step.
-    *command == kCommandRewind ? currentDevice->Rewind() : currentDevice->FastForward();
-    currentDevice->EndScan();
-  }
+  ++keysWaiting;
+  earlyKeys.push_back(*command);
+  if (HasStarted()) PressEarlyKeys();
   return RemoteAnswer::kDone;
 }
 
@@ -182,8 +180,20 @@ RemoteAnswer Answer(HWND sender, const COPYDATASTRUCT& data) {
 
 }  // namespace
 
+void PressEarlyKeys() {
+  for (const int command : std::exchange(earlyKeys, {}))
+    ::PostMessageA(mainWindow, kRemoteKeyMessage, static_cast<WPARAM>(command), 0);
+}
+
 void OnRemoteKey(int command) {
-  ::SendMessageA(mainWindow, WM_COMMAND, static_cast<WPARAM>(command), 0);
+  const bool scans = command == kCommandRewind || command == kCommandFastForward;
+  if (!scans) {
+    ::SendMessageA(mainWindow, WM_COMMAND, static_cast<WPARAM>(command), 0);
+  } else if (currentDevice && ::IsWindowEnabled(mainWindow) != FALSE) {
+    // These two act while they are held: here for one step.
+    command == kCommandRewind ? currentDevice->Rewind() : currentDevice->FastForward();
+    currentDevice->EndScan();
+  }
   --keysWaiting;
 }
 

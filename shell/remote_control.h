@@ -8,6 +8,9 @@ namespace quorvex {
 // Answers a WM_COPYDATA message; `sender` is the window that it says it comes from.
 LRESULT OnCopyData(HWND sender, const COPYDATASTRUCT& data);
 
+// Lets the keys go that were pressed before the start sequence was over.
+void PressEarlyKeys();
+
 // Presses a key that another program has asked for; posted, as a click of the mouse is.
 inline constexpr UINT kRemoteKeyMessage = WM_APP + 3;
 void OnRemoteKey(int command);

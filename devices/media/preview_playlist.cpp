@@ -18,9 +18,8 @@ std::string BuildPreviewPlaylist(std::span<const std::string> paths) {
       entries.push_back(path);
     }
   }
-  const bool saved = ChangeAlbumStore([&](IniDocument& store) { SavePreviewPlaylist(store, entries); });
-  // Without the new list the old one must not play in its place.
-  currentPlaylist = saved ? kPreviewPlaylist : std::string_view();
+  if (!ChangeAlbumStore([&](IniDocument& store) { SavePreviewPlaylist(store, entries); })) return "";
+  currentPlaylist = kPreviewPlaylist;
   return currentPlaylist;
 }
 

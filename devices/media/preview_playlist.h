@@ -9,8 +9,8 @@
 namespace quorvex {
 
 // Replaces the temporary play list by these files, in this order, with the entries of M3U files in their
-// places. Answers its title, which also becomes `currentPlaylist`; when the store cannot be written both are
-// empty, and the display says why.
+// places. Answers its title, which also becomes `currentPlaylist`; when the store cannot be written, nothing:
+// all is as before then, and the display says why.
 std::string BuildPreviewPlaylist(std::span<const std::string> paths);
 
 // The same for the result buffer of the file dialog (SelectedPaths).

@@ -1,6 +1,8 @@
 #include "devices/media/preview_playlist.h"
 
+#include "shell/open_files.h"
 #include "tests/support/panel.h"
+#include "tests/support/recording_device.h"
 
 namespace quorvex {
 namespace {
@@ -43,16 +45,20 @@ TEST_F(PreviewPlaylistTest, PlayListsThatAreNoneEndWell) {
   EXPECT_LT(::GetTickCount64() - start, 5000U);
 }
 
-// The old list must not play in place of the new one.
-TEST_F(PreviewPlaylistTest, AStoreThatCannotBeWrittenPlaysNothing) {
+TEST_F(PreviewPlaylistTest, AStoreThatCannotBeWrittenLeavesWhatPlays) {
   Preview({"C:\\old"});
+  currentDevice = std::make_unique<RecordingDevice>(DeviceType::kCd, log);
+  currentPlaylist = "Mine";
   const std::string before = stores.Read("mfiles.abm");
   ::SetFileAttributesA(mediaAlbumPath.c_str(), FILE_ATTRIBUTE_READONLY);
-  EXPECT_EQ(BuildPreviewPlaylist(std::vector<std::string>{"C:\\new"}), "");
-  EXPECT_EQ(currentPlaylist, "");
+  HandOver({"C:\\new"});
+  PlayHandedOver();
+  EXPECT_EQ(currentPlaylist, "Mine");
+  EXPECT_EQ(currentDevice->kind, DeviceType::kCd);
   EXPECT_EQ(ShownText(), "Cannot write mfiles.abm");
   ::SetFileAttributesA(mediaAlbumPath.c_str(), FILE_ATTRIBUTE_NORMAL);
   EXPECT_EQ(stores.Read("mfiles.abm"), before);
+  currentDevice.reset();
 }
 
 }  // namespace

@@ -3,7 +3,9 @@
 #include <dvdevcod.h>
 
 #include "remote/remote_protocol.h"
+#include "shell/open_files.h"
 #include "tests/support/fake_dvd.h"
+#include "tests/support/noted_boxes.h"
 #include "tests/support/panel.h"
 #include "tests/support/recording_device.h"
 
@@ -23,6 +25,8 @@ class RemoteControlTest : public PanelTest {
     asker.lpszClassName = "QuorvexRemoteTest";
     ::RegisterClassA(&asker);
     window = ::CreateWindowA("QuorvexRemoteTest", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    EndLampTest();
+    SetAllDisplayElements(false);
     currentDevice = std::make_unique<RecordingDevice>(DeviceType::kCd, log);
     currentDeviceType = DeviceType::kCd;
     log.clear();
@@ -57,8 +61,24 @@ TEST_F(RemoteControlTest, KeysReachTheDevice) {
   EXPECT_EQ(Send(kRemoteAskReady, ""), RemoteAnswer::kBusy);
   PumpFor(50);
   EXPECT_EQ(Send(kRemoteAskReady, ""), RemoteAnswer::kDone);
-  EXPECT_EQ(log, "FastForward\nEndScan\nRewind\nEndScan\nEject\nNextItem\n")
-      << "keys are posted, as a click is; what acts while it is held acts at once";
+  EXPECT_EQ(log, "Eject\nNextItem\nFastForward\nEndScan\nRewind\nEndScan\n")
+      << "keys are posted, as a click is";
+}
+
+TEST_F(RemoteControlTest, AKeyOfBeforeTheStartsEndIsPressedAfterIt) {
+  currentDevice.reset();
+  ::DestroyWindow(mainWindow);
+  for (const char* name : {"PControl", "PVideo", "myOSCtl"}) ::UnregisterClassA(name, instance);
+  MSG quit{};
+  ::PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
+  ASSERT_TRUE(StartUp(::GetModuleHandleA(nullptr)));
+  EXPECT_EQ(SendKey(kCommandNext), RemoteAnswer::kDone);
+  currentDevice = std::make_unique<RecordingDevice>(DeviceType::kCd, log);
+  log.clear();
+  EXPECT_FALSE(PumpUntil([&] { return !log.empty(); }, 100));
+  EXPECT_EQ(Send(kRemoteAskReady, ""), RemoteAnswer::kBusy);
+  EndLampTest();
+  EXPECT_TRUE(PumpUntil([&] { return log == "NextItem\n"; })) << log;
 }
 
 TEST_F(RemoteControlTest, TheStateIsToldInLines) {
@@ -109,6 +129,21 @@ TEST_F(RemoteControlTest, WhileADialogWaitsNoKeyIsTaken) {
   EXPECT_EQ(Send(kRemoteOpenFiles, std::string("C:\\a\0", 5)), RemoteAnswer::kBusy);
   EXPECT_EQ(Send(kRemoteAskState, ""), RemoteAnswer::kDone) << "but the state is told";
   ::EnableWindow(mainWindow, TRUE);
+}
+
+// What is posted before a dialog comes arrives in its loop: no device may go under its own operation.
+TEST_F(RemoteControlTest, WhatWasOnItsWayWhenADialogCameDoesNothingInIt) {
+  for (const int command : {kCommandNext, kCommandRewind}) SendKey(command);
+  HandOver({stores.Path("none.avi")});
+  ::EnableWindow(mainWindow, FALSE);
+  ::PostMessageA(Button(kCommandEject), BM_CLICK, 0, 0);
+  PumpFor(100);
+  EXPECT_EQ(log, "");
+  EXPECT_EQ(currentDevice->kind, DeviceType::kCd);
+  EXPECT_EQ(Send(kRemoteAskReady, ""), RemoteAnswer::kDone);
+  NotedBoxes boxes;  // the file cannot be played
+  ::EnableWindow(mainWindow, TRUE);
+  EXPECT_TRUE(PumpUntil([] { return currentDeviceType != DeviceType::kCd; })) << "files wait for its end";
 }
 
 }  // namespace

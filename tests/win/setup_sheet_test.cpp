@@ -1,6 +1,7 @@
 // The Setup sheet over devices that write down what they are asked: which page is shown, what each page loads
 // and stores.
 #include "setup/setup_sheet.h"
+#include "shell/device_switch.h"
 
 #include "devices/config_store.h"
 #include "resources/ids.h"
@@ -115,7 +116,7 @@ TEST_F(SetupSheetTest, ADeviceThatIsGoneIsAskedNothing) {
     Use(type);
     With([this](SetupUser& user) {
       for (int page = 0; page < kSetupPageCount; ++page) user.Show(static_cast<SetupPageKind>(page));
-      ::SendMessageA(mainWindow, WM_COMMAND, kCommandCloseDevice, 0);
+      SwitchToNone();  // as when a card is pulled out
       EXPECT_EQ(log, "deleted\n");
       if (user.IsEnabled(IDC_EDIT_PLAYLIST)) user.Press(IDC_EDIT_PLAYLIST);
       user.Ok();

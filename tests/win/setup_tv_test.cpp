@@ -1,5 +1,6 @@
 // The TV and Capture pages of the Setup sheet over a capture card that does as its test says.
 #include "resources/ids.h"
+#include "shell/device_switch.h"
 #include "tests/support/setup_user.h"
 #include "tests/support/tv_panel.h"
 
@@ -144,8 +145,8 @@ TEST_F(SetupTvTest, ACardThatIsGoneOrAnotherIsAskedNothing) {
       user.Show(SetupPageKind::kCapture);
       user.Show(SetupPageKind::kTv);
       user.Press(IDC_CABLE);
-      ::SendMessageA(mainWindow, WM_COMMAND, kCommandCloseDevice, 0);
-      if (another) ::SendMessageA(mainWindow, WM_COMMAND, kCommandCd, 0);
+      SwitchToNone();
+      if (another) SwitchToCd();
       tv.Take();
       user.Close(user.PressFor(IDC_AUTO_TUNE, "Channel Autotune"), IDOK);
       user.Show(SetupPageKind::kCapture);
