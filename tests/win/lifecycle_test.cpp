@@ -161,6 +161,27 @@ TEST_F(LifecycleTest, ToldToCloseWhileADialogIsOpenThePanelClosesAfterIt) {
   EXPECT_TRUE(PumpUntil([] { return ::IsWindow(mainWindow) == FALSE; }));
 }
 
+// A device could go under its own operation there.
+TEST_F(LifecycleTest, AnErrorHoldsUpThePanelAlsoWhereABoxWithoutAnOwnerIsOpen) {
+  static bool held = false;
+  const auto fail = [](HWND, UINT, UINT_PTR timer, DWORD) {
+    ::KillTimer(nullptr, timer);
+    ReportError("a file");
+  };
+  const auto answer = [](HWND, UINT, UINT_PTR timer, DWORD) {
+    const HWND error = ::FindWindowA("#32770", "Quorvex");
+    if (error == nullptr) return;
+    ::KillTimer(nullptr, timer);
+    held = ::IsWindowEnabled(mainWindow) == FALSE;
+    for (const HWND box : {error, ::FindWindowA("#32770", "MCI Error")})
+      ::PostMessageA(box, WM_COMMAND, IDOK, 0);
+  };
+  ::SetTimer(nullptr, 0, 10, fail);
+  ::SetTimer(nullptr, 0, 50, answer);
+  ::MessageBoxA(nullptr, "a drive", "MCI Error", MB_OK);
+  EXPECT_TRUE(held);
+}
+
 TEST_F(LifecycleTest, TheLoopEndsAlsoWhenSomebodyElseTakesTheMessageToQuit) {
   const auto endAndTake = [](HWND, UINT, UINT_PTR timer, DWORD) {
     ::KillTimer(nullptr, timer);
