@@ -1,6 +1,7 @@
 """Works the running player through player_hand.exe, many times a second: its keys, mouse, windows and dialogs, and what it tells of itself."""
 
 import subprocess
+import threading
 from collections import namedtuple
 from pathlib import Path
 
@@ -10,6 +11,7 @@ Seen = namedtuple("Seen", "handle owner visible enabled id left top right bottom
 MOVE, DOWN, UP, RIGHT_DOWN, RIGHT_UP = 0x1, 0x2, 0x4, 0x8, 0x10
 SHIFT, CONTROL, ALT = 0x10, 0x11, 0x12
 WM_CLOSE, WM_KEYDOWN, WM_COMMAND, BM_CLICK = 0x10, 0x100, 0x111, 0xF5
+LONGEST_ANSWER = 60  # seconds, of a player that hangs
 PANEL, DIALOG, MENU = "PControl", "#32770", "#32768"
 
 
@@ -32,12 +34,20 @@ class Hand:
 
     def __call__(self, *words):
         """Gives an order; returns the lines of the answer."""
+        patience = threading.Timer(LONGEST_ANSWER, self.process.kill)
+        patience.start()
+        try:
+            return self.answer(words)
+        finally:
+            patience.cancel()
+
+    def answer(self, words):
         self.process.stdin.write("\t".join(map(str, words)) + "\n")
         self.process.stdin.flush()
         lines = []
         while (line := self.process.stdout.readline().rstrip("\r\n")) != ".":
             if not line and self.process.poll() is not None:
-                raise AssertionError(f"player_hand ended at {words}")
+                raise AssertionError(f"player_hand ended, or was not answered, at {words}")
             lines.append(line)
         return lines
 
