@@ -133,5 +133,51 @@ TEST_F(DvdReadingTest, SectorsThatCannotBeReadAreSkipped) {
   }
 }
 
+using Bytes = std::span<const std::uint8_t>;
+
+std::size_t Number(Bytes sector, std::size_t at) {
+  return std::size_t{sector[at]} << 24 | std::size_t{sector[at + 1]} << 16 |
+         std::size_t{sector[at + 2]} << 8 | sector[at + 3];
+}
+
+void ForbidIn(std::size_t sector, std::size_t at, std::uint32_t operations) {
+  const std::uint8_t bytes[] = {
+      static_cast<std::uint8_t>(operations >> 24), static_cast<std::uint8_t>(operations >> 16),
+      static_cast<std::uint8_t>(operations >> 8), static_cast<std::uint8_t>(operations)};
+  Disc().Write(sector, at, bytes);
+}
+
+// Title 1 forbids some operations itself, and others in every unit.
+void Forbid(std::uint32_t byTitle, std::uint32_t byUnit) {
+  constexpr std::size_t kChainTable = 0xCC;
+  constexpr std::size_t kFirstChain = 12;
+  constexpr std::size_t kOperationsOfChain = 8;
+  constexpr std::size_t kOperationsOfUnit = 0x35;
+  const std::size_t tables = Disc().RegionOf("VTS_01_0.IFO").first;
+  const std::size_t chains = tables + Number(Disc().Sector(tables), kChainTable);
+  ForbidIn(chains, Number(Disc().Sector(chains), kFirstChain) + kOperationsOfChain, byTitle);
+  for (const std::size_t unit : Disc().RegionOf("VTS_01_1.VOB").units)
+    ForbidIn(unit, kOperationsOfUnit, byUnit);
+}
+
+TEST_F(DvdReadingTest, WhatADiscForbidsIsToldByTheBitsThatApplicationsKnow) {
+  constexpr std::uint32_t kStop = 1U << 3;
+  constexpr std::uint32_t kAngleMenu = 1U << 14;
+  constexpr std::uint32_t kButtons = 1U << 17;
+  constexpr std::uint32_t kAudio = 1U << 20;
+  constexpr std::uint32_t kVideoMode = 1U << 24;
+  for (const auto& [byTitle, byUnit] : {std::pair{0U, 0U}, std::pair{kStop, kAngleMenu},
+                                        std::pair{kAudio, kAudio | kVideoMode}, std::pair{kButtons, 1U}}) {
+    Forbid(byTitle, byUnit);
+    OpenedDisc disc;
+    ASSERT_EQ(OpenDisc(Disc().Path(), disc), DiscFault::kNone);
+    disc.navigator->Next();
+    ASSERT_TRUE(disc.navigator->PlayTitle(1));
+    while (disc.navigator->Next().kind != DiscStep::Kind::kPlace) {
+    }
+    EXPECT_EQ(disc.navigator->Look().prohibited, byTitle | byUnit);
+  }
+}
+
 }  // namespace
 }  // namespace quorvex
