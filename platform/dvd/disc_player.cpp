@@ -169,11 +169,12 @@ void DiscPlayer::TakePlace() {
   found.wishes = wishCount;
   const auto place = std::make_shared<const Place>(found);
   read = place;
+  EndScanAt(*place);
   const pci_gi_t& times = place->control.pci_gi;
   units.Begin(times.vobu_s_ptm, times.vobu_e_ptm, speed);
   awaitsPlace = false;
   sectorsOfUnit = 0;
-  keyPictureSectors = speed != 1.0 || backwards ? navigator.KeyPictureSectors() : 0;
+  keyPictureSectors = Scans() ? navigator.KeyPictureSectors() : 0;
   if (stopTitle > 0 && place->title == stopTitle && place->chapter > stopChapter) {
     around.events.Tell(EC_DVD_CHAPTER_AUTOSTOP, 0, 0);
     End(DVD_PB_STOPPED_PlayChapterAutoStop);
@@ -189,8 +190,7 @@ void DiscPlayer::TakeSector(std::span<const std::uint8_t> sector) {
   Progress();
   ++sectorsOfUnit;
   if (awaitsPlace) return;
-  const bool scans = speed != 1.0 || backwards;
-  if (scans && sectorsOfUnit > keyPictureSectors) {
+  if (Scans() && sectorsOfUnit > keyPictureSectors) {
     StepScan();
     return;
   }
@@ -203,7 +203,7 @@ void DiscPlayer::TakePiece(const PackPiece& piece) {
   const bool isSound = !isPicture && !isSubpicture;
   if (piece.scrambled || (isSubpicture && piece.number != subpicture.number)) return;
   const bool isWanted = piece.number == audioStream && piece.kind == audioKind.value_or(piece.kind);
-  if (isSound && (!isWanted || speed != 1.0 || backwards)) return;
+  if (isSound && (!isWanted || Scans())) return;
   PlayItem item{.kind = PlayItem::Kind::kData, .stream = piece.kind, .number = piece.number};
   item.bytes.assign(piece.bytes.begin(), piece.bytes.end());
   if (piece.pts) item.time = units.Time(*piece.pts);

@@ -109,6 +109,8 @@ class DiscPlayer {
   [[nodiscard]] bool IsDrained() { return pictures.queue.IsIdle() && sounds.queue.IsIdle(); }
   void StepScan();
   void SetSpeed(double wanted, bool goBack);
+  void EndScanAt(const Place& place);
+  [[nodiscard]] bool Scans() const { return speed != 1.0 || backwards; }
 
   Navigator& navigator;
   const Surroundings around;
@@ -144,6 +146,7 @@ class DiscPlayer {
   double speed = 1.0;
   bool backwards = false;
   bool scanWished = false;  // the jump that comes is part of a scan
+  int scannedTitle = 0;
   std::uint32_t sectorsOfUnit = 0;
   std::uint32_t keyPictureSectors = 0;  // of the unit, while scanning
   int stopTitle = 0;
