@@ -147,7 +147,7 @@ void DiscPlayer::Step() {
       PushToBoth(PlayItem::Kind::kDrain);
       mode = Mode::kDraining;
       break;
-    case DiscStep::Kind::kEnd: End(DVD_PB_STOPPED_NoBranch); break;
+    case DiscStep::Kind::kEnd: EndByItself(); break;
     case DiscStep::Kind::kUnreadable: TakeDamage(); break;
     case DiscStep::Kind::kNothing: break;
   }
@@ -175,9 +175,8 @@ void DiscPlayer::TakePlace() {
   awaitsPlace = false;
   sectorsOfUnit = 0;
   keyPictureSectors = Scans() ? navigator.KeyPictureSectors() : 0;
-  if (stopTitle > 0 && place->title == stopTitle && place->chapter > stopChapter) {
-    around.events.Tell(EC_DVD_CHAPTER_AUTOSTOP, 0, 0);
-    End(DVD_PB_STOPPED_PlayChapterAutoStop);
+  if (stopTitle > 0 && (place->title != stopTitle || place->chapter > stopChapter)) {
+    EndByItself();
     return;
   }
   pictures.SetSoundLeads(audioStream >= 0 && speed == 1.0);
@@ -302,6 +301,12 @@ void DiscPlayer::End(DVD_PB_STOPPED reason) {
   navigator.Close();
   endReason = reason;
   PushToBoth(PlayItem::Kind::kEnd);
+}
+
+// The disc has no more to play, or not of what was wished.
+void DiscPlayer::EndByItself() {
+  if (stopTitle > 0) around.events.Tell(EC_DVD_CHAPTER_AUTOSTOP, 0, 0);
+  End(stopTitle > 0 ? DVD_PB_STOPPED_PlayChapterAutoStop : DVD_PB_STOPPED_NoBranch);
 }
 
 void DiscPlayer::CheckDisc() {

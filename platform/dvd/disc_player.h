@@ -67,7 +67,7 @@ class DiscPlayer {
   bool TakeUp();
   // Ends a still picture. False when there is none.
   bool EndStill();
-  // Stops when a chapter of a title is over.
+  // The jump that was just wished plays a title: stops when that chapter of it is over.
   void StopAfter(int title, int lastChapter);
   // Marks the selected button as activated.
   void ShowActivated(int button) { pictures.Select({button, true}); }
@@ -100,6 +100,7 @@ class DiscPlayer {
   void EndStillNow();
   void WatchStill();
   void End(DVD_PB_STOPPED reason);
+  void EndByItself();
   void CheckDisc();
   void WatchSize();
   void RunCommand();
@@ -149,7 +150,8 @@ class DiscPlayer {
   int scannedTitle = 0;
   std::uint32_t sectorsOfUnit = 0;
   std::uint32_t keyPictureSectors = 0;  // of the unit, while scanning
-  int stopTitle = 0;
+  bool stopWished = false;              // the jump that comes is to what stops by itself
+  int stopTitle = 0;                    // 0: none
   int stopChapter = 0;
 };
 

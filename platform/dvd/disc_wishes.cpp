@@ -49,7 +49,7 @@ void DiscPlayer::AfterWish() {
     if (mode == Mode::kStill && stillReached) around.events.Tell(EC_DVD_STILL_OFF, 0, 0);
     mode = Mode::kPlaying;
     if (!std::exchange(scanWished, false)) SetSpeed(1.0, false);
-    stopTitle = 0;
+    if (!std::exchange(stopWished, false)) stopTitle = 0;
     return;
   }
   TakeStreams();
@@ -76,6 +76,7 @@ bool DiscPlayer::EndStill() {
 }
 
 void DiscPlayer::StopAfter(int title, int lastChapter) {
+  stopWished = true;
   stopTitle = title;
   stopChapter = lastChapter;
 }

@@ -309,11 +309,10 @@ HRESULT DvdControl::MouseSelect(POINT point) {
 
 HRESULT DvdControl::ChapterPlayAutoStop(ULONG title, ULONG chapter, ULONG count) {
   if (!HasChapter(title, chapter) || count == 0) return E_INVALIDARG;
-  const HRESULT result = ChapterPlay(title, chapter);
-  if (FAILED(result)) return result;
-  return player.Do([=, this](DiscPlayer::Hand&) {
+  return Jump(UOP_FLAG_Play_Chapter, [=, this](DiscPlayer::Hand& hand) {
+    if (!hand.navigator.PlayChapter(static_cast<int>(title), static_cast<int>(chapter))) return false;
     player.StopAfter(static_cast<int>(title), static_cast<int>(chapter + count - 1));
-    return S_OK;
+    return true;
   });
 }
 

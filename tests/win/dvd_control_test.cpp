@@ -82,15 +82,30 @@ TEST_F(DvdControlTest, AFilmStopsPausesAndGoesOnWhereItWas) {
 }
 
 TEST_F(DvdControlTest, PlayingChaptersCanStopByItself) {
-  DvdGraph dvd;
-  Play(dvd, "chapters.iso", 1, 1);
-  ASSERT_EQ(dvd.control->ChapterPlayAutoStop(1, 10, 2), S_OK);
-  ASSERT_TRUE(dvd.Shows(1, 11));
-  EXPECT_TRUE(dvd.Tells(EC_DVD_CHAPTER_AUTOSTOP));
-  EXPECT_TRUE(dvd.Tells(EC_DVD_PLAYBACK_STOPPED, DVD_PB_STOPPED_PlayChapterAutoStop));
-  EXPECT_EQ(dvd.Shown()->chapter, 11);
-  ASSERT_EQ(dvd.control->TitlePlay(1), S_OK) << "and it can be played again";
-  EXPECT_TRUE(dvd.Shows(1, 2));
+  const struct {
+    const char* what;
+    const char* disc;
+    int first;  // film
+    ULONG title;
+    ULONG chapter;
+    ULONG count;
+    int last;  // chapter that is shown; of the film with the title's number
+  } plays[] = {{"chapters in a title", "chapters.iso", 1, 1, 10, 2, 11},
+               {"a title's last, then the disc ends", "chapters.iso", 1, 1, 25, 1, 25},
+               {"a title's last, then a menu comes", "menus", 101, 2, 2, 5, 3}};
+  for (const auto& [what, disc, first, title, chapter, count, last] : plays) {
+    SCOPED_TRACE(what);
+    DvdGraph dvd;
+    Play(dvd, disc, first, first == 1 ? 1 : 0);
+    ASSERT_EQ(dvd.control->ChapterPlayAutoStop(title, chapter, count), S_OK);
+    ASSERT_TRUE(dvd.Shows(static_cast<int>(title), last));
+    EXPECT_TRUE(dvd.Tells(EC_DVD_CHAPTER_AUTOSTOP));
+    EXPECT_TRUE(dvd.Tells(EC_DVD_PLAYBACK_STOPPED, DVD_PB_STOPPED_PlayChapterAutoStop));
+    EXPECT_EQ(dvd.Shown()->film, static_cast<int>(title));
+    EXPECT_EQ(dvd.Shown()->chapter, last);
+    ASSERT_EQ(dvd.control->TitlePlay(1), S_OK) << "and it can be played again";
+    EXPECT_TRUE(dvd.Shows(1, 2));
+  }
 }
 
 TEST_F(DvdControlTest, WhatATitleHasNotOrItsDomainForbidsIsRefused) {
