@@ -35,8 +35,9 @@ bool DvdControl::HasChapter(ULONG title, ULONG chapter) const {
 HRESULT DvdControl::Jump(ULONG operation, Go go, HRESULT refusal) {
   return player.Do([this, operation, go = std::move(go), refusal](DiscPlayer::Hand& hand) {
     if (Forbids(hand.shown, operation)) return VFW_E_DVD_OPERATION_INHIBITED;
+    if (!go(hand)) return refusal;
     player.TakeUp();
-    return go(hand) ? S_OK : refusal;
+    return S_OK;
   });
 }
 

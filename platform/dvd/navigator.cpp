@@ -241,7 +241,10 @@ bool Navigator::PlayChapter(int title, int chapter) {
   });
 }
 
-bool Navigator::PlayTime(int title, DvdTicks time) { return PlayTitle(title) && SearchTime(time); }
+bool Navigator::PlayTime(int title, DvdTicks time) {
+  return Ask([=](dvdnav_t* opened) { return HasTime(opened, title, time); }) && PlayTitle(title) &&
+         SearchTime(time);
+}
 
 bool Navigator::SearchTime(DvdTicks time) {
   return Ask([=](dvdnav_t* opened) { return GoToTime(opened, time); });
@@ -264,10 +267,7 @@ bool Navigator::GoUp() {
 }
 
 bool Navigator::CallMenu(DiscMenu menu, const Place& shown) {
-  return Ask([&](dvdnav_t* opened) {
-    StandAt(opened, shown);
-    return dvdnav_menu_call(opened, static_cast<DVDMenuID_t>(menu)) == DVDNAV_STATUS_OK;
-  });
+  return Ask([&](dvdnav_t* opened) { return CallMenuFrom(opened, static_cast<int>(menu), shown); });
 }
 
 bool Navigator::ReturnTo(const Place& place) {

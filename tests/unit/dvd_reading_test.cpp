@@ -160,6 +160,41 @@ void Forbid(std::uint32_t byTitle, std::uint32_t byUnit) {
     ForbidIn(unit, kOperationsOfUnit, byUnit);
 }
 
+// Reads on to a place of that chapter.
+Place ReadOnTo(Navigator& navigator, int chapter) {
+  constexpr int kMostSteps = 4000;
+  for (int i = 0; i < kMostSteps; ++i) {
+    if (navigator.Next().kind != DiscStep::Kind::kPlace) continue;
+    if (Place place = navigator.Look(); place.chapter == chapter) return place;
+  }
+  ADD_FAILURE() << "no chapter " << chapter;
+  return {};
+}
+
+TEST_F(DvdReadingTest, ARefusedWishLeavesTheMachineWhereItIs) {
+  OpenedDisc disc;
+  ASSERT_EQ(OpenDisc(Disc().Path(), disc), DiscFault::kNone);
+  Navigator& navigator = *disc.navigator;
+  EXPECT_FALSE(navigator.PlayTime(1, 100 * kTicksPerSecond)) << "before it has begun";
+  navigator.Next();
+  ASSERT_TRUE(navigator.PlayTitle(3));
+  ReadOnTo(navigator, 1);
+  for (const int title : {0, 1, 4}) {
+    EXPECT_FALSE(navigator.PlayTime(title, 100 * kTicksPerSecond)) << title;
+    EXPECT_FALSE(navigator.HasJumped()) << title;
+  }
+  EXPECT_EQ(navigator.Look().title, 3);
+  ASSERT_TRUE(navigator.PlayTime(1, kTicksPerSecond / 2));
+  const Place shown = ReadOnTo(navigator, 1);
+  const Place read = ReadOnTo(navigator, 2);
+  ASSERT_NE(read.cell, shown.cell);
+  EXPECT_FALSE(navigator.CallMenu(DiscMenu::kAngle, shown));
+  EXPECT_FALSE(navigator.HasJumped());
+  while (navigator.Next().kind != DiscStep::Kind::kPlace) {
+  }
+  EXPECT_EQ(navigator.Look().cell, read.cell) << "not back to what is shown";
+}
+
 TEST_F(DvdReadingTest, WhatADiscForbidsIsToldByTheBitsThatApplicationsKnow) {
   constexpr std::uint32_t kStop = 1U << 3;
   constexpr std::uint32_t kAngleMenu = 1U << 14;

@@ -68,6 +68,7 @@ TEST_F(DvdControlTest, AFilmStopsPausesAndGoesOnWhereItWas) {
   ASSERT_TRUE(dvd.Tells(EC_DVD_DOMAIN_CHANGE, DVD_DOMAIN_Stop));
   EXPECT_EQ(dvd.control->StopForResume(), VFW_E_DVD_INVALIDDOMAIN);
   const int picture = dvd.Shown()->picture;
+  EXPECT_EQ(dvd.control->GoUp(), VFW_E_DVD_NO_GOUP_PGC) << "what is refused does not take it up";
   dvd.Wait(400);
   EXPECT_EQ(dvd.Shown()->picture, picture);
   ASSERT_EQ(dvd.control->Resume(), S_OK);
