@@ -133,6 +133,7 @@ HRESULT DvdControl::Scan(ULONG operation, double speed, bool backwards) {
     const bool normal = speed == 1.0 && !backwards;
     if (normal && player.TakeUp()) return S_OK;
     if (Forbids(hand.shown, operation)) return VFW_E_DVD_OPERATION_INHIBITED;
+    // Also in menus: they have buttons and loops, but no times to scan.
     if (!normal && hand.shown.domain != DiscDomain::kTitle) return VFW_E_DVD_INVALIDDOMAIN;
     player.Scan(speed, backwards);
     return S_OK;

@@ -242,8 +242,9 @@ bool GoToTime(dvdnav_s* machine, DvdTicks time) {
   if (!target) return false;
   const cell_playback_t& cell = vm.state.pgc->cell_playback[target->cell - 1];
   const std::span<const std::uint32_t> inCell = UnitsOfCell(*units, cell);
+  if (inCell.empty()) return false;
   dvd_file_t* file = DVDOpenFile(vm.dvd, vm.state.vtsN, DVD_READ_TITLE_VOBS);
-  if (file == nullptr || inCell.empty()) return false;
+  if (file == nullptr) return false;
   const std::uint32_t unit = UnitAt(file, inCell, target->time);
   DVDCloseFile(file);
   vm_jump_cell_block(&vm, target->cell, static_cast<int>(unit - cell.first_sector));

@@ -1,7 +1,11 @@
 // Discs with damage that is known: read by the platform layer's navigator over libdvdnav.
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <chrono>
+#include <filesystem>
+#include <fstream>
 #include <set>
 
 #include "platform/dvd/opened_disc.h"
@@ -193,6 +197,36 @@ TEST_F(DvdReadingTest, ARefusedWishLeavesTheMachineWhereItIs) {
   while (navigator.Next().kind != DiscStep::Kind::kPlace) {
   }
   EXPECT_EQ(navigator.Look().cell, read.cell) << "not back to what is shown";
+}
+
+std::ptrdiff_t OpenFiles() {
+  const std::filesystem::directory_iterator all("/proc/self/fd");
+  return std::distance(begin(all), end(all));
+}
+
+// A disc in a folder, for each file that is opened shows; its table names no unit within the cells.
+TEST_F(DvdReadingTest, ASearchThatFindsNoUnitLeavesNoFileOpen) {
+  constexpr std::size_t kUnitTable = 0xE4;
+  const std::filesystem::path little(QUORVEX_LITTLE_DISC);
+  const std::filesystem::path copy =
+      std::filesystem::temp_directory_path() / ("quorvex-" + std::to_string(::getpid()));
+  std::filesystem::copy(little.parent_path() / little.stem(), copy, std::filesystem::copy_options::recursive);
+  const std::size_t tables = Disc().RegionOf("VTS_01_0.IFO").first;
+  const std::size_t units = Number(Disc().Sector(tables), kUnitTable);
+  const std::string far(Number(Disc().Sector(tables + units), 0) + 1 - 4, '\x7F');
+  std::fstream(copy / "VIDEO_TS" / "VTS_01_0.IFO", std::ios::in | std::ios::out | std::ios::binary)
+          .seekp(static_cast<std::streamoff>(units * MutableDisc::kSector + 4))
+      << far;
+  {
+    OpenedDisc disc;
+    ASSERT_EQ(OpenDisc(copy, disc), DiscFault::kNone);
+    disc.navigator->Next();
+    ASSERT_TRUE(disc.navigator->PlayTitle(1));
+    const std::ptrdiff_t before = OpenFiles();
+    EXPECT_FALSE(disc.navigator->SearchTime(kTicksPerSecond));
+    EXPECT_EQ(OpenFiles(), before);
+  }
+  std::filesystem::remove_all(copy);
 }
 
 TEST_F(DvdReadingTest, WhatADiscForbidsIsToldByTheBitsThatApplicationsKnow) {
