@@ -147,10 +147,10 @@ class DiscPlayer {
   double speed = 1.0;
   bool backwards = false;
   bool scanWished = false;  // the jump that comes is part of a scan
+  bool stopWished = false;  // it leads to what stops by itself
   int scannedTitle = 0;
   std::uint32_t sectorsOfUnit = 0;
   std::uint32_t keyPictureSectors = 0;  // of the unit, while scanning
-  bool stopWished = false;              // the jump that comes is to what stops by itself
   int stopTitle = 0;                    // 0: none
   int stopChapter = 0;
 };
