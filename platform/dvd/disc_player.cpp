@@ -147,7 +147,7 @@ void DiscPlayer::Step() {
       PushToBoth(PlayItem::Kind::kDrain);
       mode = Mode::kDraining;
       break;
-    case DiscStep::Kind::kEnd: End(DVD_PB_STOPPED_NoBranch); break;
+    case DiscStep::Kind::kEnd: EndByItself(); break;
     case DiscStep::Kind::kUnreadable: TakeDamage(); break;
     case DiscStep::Kind::kNothing: break;
   }
@@ -169,14 +169,14 @@ void DiscPlayer::TakePlace() {
   found.wishes = wishCount;
   const auto place = std::make_shared<const Place>(found);
   read = place;
+  EndScanAt(*place);
   const pci_gi_t& times = place->control.pci_gi;
   units.Begin(times.vobu_s_ptm, times.vobu_e_ptm, speed);
   awaitsPlace = false;
   sectorsOfUnit = 0;
-  keyPictureSectors = speed != 1.0 || backwards ? navigator.KeyPictureSectors() : 0;
-  if (stopTitle > 0 && place->title == stopTitle && place->chapter > stopChapter) {
-    around.events.Tell(EC_DVD_CHAPTER_AUTOSTOP, 0, 0);
-    End(DVD_PB_STOPPED_PlayChapterAutoStop);
+  keyPictureSectors = Scans() ? navigator.KeyPictureSectors() : 0;
+  if (stopTitle > 0 && (place->title != stopTitle || place->chapter > stopChapter)) {
+    EndByItself();
     return;
   }
   pictures.SetSoundLeads(audioStream >= 0 && speed == 1.0);
@@ -189,8 +189,7 @@ void DiscPlayer::TakeSector(std::span<const std::uint8_t> sector) {
   Progress();
   ++sectorsOfUnit;
   if (awaitsPlace) return;
-  const bool scans = speed != 1.0 || backwards;
-  if (scans && sectorsOfUnit > keyPictureSectors) {
+  if (Scans() && sectorsOfUnit > keyPictureSectors) {
     StepScan();
     return;
   }
@@ -203,7 +202,7 @@ void DiscPlayer::TakePiece(const PackPiece& piece) {
   const bool isSound = !isPicture && !isSubpicture;
   if (piece.scrambled || (isSubpicture && piece.number != subpicture.number)) return;
   const bool isWanted = piece.number == audioStream && piece.kind == audioKind.value_or(piece.kind);
-  if (isSound && (!isWanted || speed != 1.0 || backwards)) return;
+  if (isSound && (!isWanted || Scans())) return;
   PlayItem item{.kind = PlayItem::Kind::kData, .stream = piece.kind, .number = piece.number};
   item.bytes.assign(piece.bytes.begin(), piece.bytes.end());
   if (piece.pts) item.time = units.Time(*piece.pts);
@@ -302,6 +301,12 @@ void DiscPlayer::End(DVD_PB_STOPPED reason) {
   navigator.Close();
   endReason = reason;
   PushToBoth(PlayItem::Kind::kEnd);
+}
+
+// The disc has no more to play, or not of what was wished.
+void DiscPlayer::EndByItself() {
+  if (stopTitle > 0) around.events.Tell(EC_DVD_CHAPTER_AUTOSTOP, 0, 0);
+  End(stopTitle > 0 ? DVD_PB_STOPPED_PlayChapterAutoStop : DVD_PB_STOPPED_NoBranch);
 }
 
 void DiscPlayer::CheckDisc() {

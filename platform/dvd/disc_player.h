@@ -67,7 +67,7 @@ class DiscPlayer {
   bool TakeUp();
   // Ends a still picture. False when there is none.
   bool EndStill();
-  // Stops when a chapter of a title is over.
+  // The jump that was just wished plays a title: stops when that chapter of it is over.
   void StopAfter(int title, int lastChapter);
   // Marks the selected button as activated.
   void ShowActivated(int button) { pictures.Select({button, true}); }
@@ -100,6 +100,7 @@ class DiscPlayer {
   void EndStillNow();
   void WatchStill();
   void End(DVD_PB_STOPPED reason);
+  void EndByItself();
   void CheckDisc();
   void WatchSize();
   void RunCommand();
@@ -109,6 +110,8 @@ class DiscPlayer {
   [[nodiscard]] bool IsDrained() { return pictures.queue.IsIdle() && sounds.queue.IsIdle(); }
   void StepScan();
   void SetSpeed(double wanted, bool goBack);
+  void EndScanAt(const Place& place);
+  [[nodiscard]] bool Scans() const { return speed != 1.0 || backwards; }
 
   Navigator& navigator;
   const Surroundings around;
@@ -144,9 +147,11 @@ class DiscPlayer {
   double speed = 1.0;
   bool backwards = false;
   bool scanWished = false;  // the jump that comes is part of a scan
+  bool stopWished = false;  // it leads to what stops by itself
+  int scannedTitle = 0;
   std::uint32_t sectorsOfUnit = 0;
   std::uint32_t keyPictureSectors = 0;  // of the unit, while scanning
-  int stopTitle = 0;
+  int stopTitle = 0;                    // 0: none
   int stopChapter = 0;
 };
 

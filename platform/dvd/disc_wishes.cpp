@@ -49,7 +49,7 @@ void DiscPlayer::AfterWish() {
     if (mode == Mode::kStill && stillReached) around.events.Tell(EC_DVD_STILL_OFF, 0, 0);
     mode = Mode::kPlaying;
     if (!std::exchange(scanWished, false)) SetSpeed(1.0, false);
-    stopTitle = 0;
+    if (!std::exchange(stopWished, false)) stopTitle = 0;
     return;
   }
   TakeStreams();
@@ -76,6 +76,7 @@ bool DiscPlayer::EndStill() {
 }
 
 void DiscPlayer::StopAfter(int title, int lastChapter) {
+  stopWished = true;
   stopTitle = title;
   stopChapter = lastChapter;
 }
@@ -106,9 +107,18 @@ void DiscPlayer::SetSpeed(double wanted, bool goBack) {
 
 void DiscPlayer::Scan(double wanted, bool goBack) {
   if (wanted == speed && goBack == backwards) return;
+  const std::shared_ptr<const Place> shown = board.Shown();
   SetSpeed(wanted, goBack);
-  scanWished = true;
-  if (!navigator.ReturnTo(*board.Shown())) Flush();
+  scannedTitle = shown->title;
+  scanWished = navigator.ReturnTo(*shown);
+  // Otherwise the machine has read on behind the programme chain: what was read of it is played.
+  if (!scanWished) EndScanAt(navigator.Look());
+}
+
+// A scan does not go on in what follows its title.
+void DiscPlayer::EndScanAt(const Place& place) {
+  const bool inTitle = place.domain == DiscDomain::kTitle && place.title == scannedTitle;
+  if (Scans() && !inTitle) SetSpeed(1.0, false);
 }
 
 // The key picture of the unit was read: on to that of the next unit, or of the one before.

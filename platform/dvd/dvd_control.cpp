@@ -35,8 +35,9 @@ bool DvdControl::HasChapter(ULONG title, ULONG chapter) const {
 HRESULT DvdControl::Jump(ULONG operation, Go go, HRESULT refusal) {
   return player.Do([this, operation, go = std::move(go), refusal](DiscPlayer::Hand& hand) {
     if (Forbids(hand.shown, operation)) return VFW_E_DVD_OPERATION_INHIBITED;
+    if (!go(hand)) return refusal;
     player.TakeUp();
-    return go(hand) ? S_OK : refusal;
+    return S_OK;
   });
 }
 
@@ -132,6 +133,7 @@ HRESULT DvdControl::Scan(ULONG operation, double speed, bool backwards) {
     const bool normal = speed == 1.0 && !backwards;
     if (normal && player.TakeUp()) return S_OK;
     if (Forbids(hand.shown, operation)) return VFW_E_DVD_OPERATION_INHIBITED;
+    // Also in menus: they have buttons and loops, but no times to scan.
     if (!normal && hand.shown.domain != DiscDomain::kTitle) return VFW_E_DVD_INVALIDDOMAIN;
     player.Scan(speed, backwards);
     return S_OK;
@@ -309,11 +311,10 @@ HRESULT DvdControl::MouseSelect(POINT point) {
 
 HRESULT DvdControl::ChapterPlayAutoStop(ULONG title, ULONG chapter, ULONG count) {
   if (!HasChapter(title, chapter) || count == 0) return E_INVALIDARG;
-  const HRESULT result = ChapterPlay(title, chapter);
-  if (FAILED(result)) return result;
-  return player.Do([=, this](DiscPlayer::Hand&) {
+  return Jump(UOP_FLAG_Play_Chapter, [=, this](DiscPlayer::Hand& hand) {
+    if (!hand.navigator.PlayChapter(static_cast<int>(title), static_cast<int>(chapter))) return false;
     player.StopAfter(static_cast<int>(title), static_cast<int>(chapter + count - 1));
-    return S_OK;
+    return true;
   });
 }
 

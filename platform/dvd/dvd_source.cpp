@@ -70,8 +70,6 @@ void DvdSource::OnStop() {
   player.Halt();
 }
 
-void DvdSource::Tell(long code, LONG_PTR first, LONG_PTR second) {
-  if (const auto sink = Graph().As<IMediaEventSink>()) sink->Notify(code, first, second);
-}
+void DvdSource::Tell(long code, LONG_PTR first, LONG_PTR second) { FilterBase::Tell(code, first, second); }
 
 }  // namespace quorvex

@@ -68,6 +68,19 @@ void ReadStreams(const dvd_state_t& state, Place& place) {
   place.subpictureShown = !inTitle || (subpicture & 0x40) != 0;
 }
 
+// What `look` answers of the tables of a title's set; false when they cannot be read.
+template <typename Look>
+bool WithTablesOf(vm_t& vm, int title, Look look) {
+  if (title < 1 || title > vm.vmgi->tt_srpt->nr_of_srpts) return false;
+  if (vm.vtsi != nullptr && vm.state.vtsN == vm.vmgi->tt_srpt->title[title - 1].title_set_nr)
+    return look(*vm.vtsi);
+  ifo_handle_t* tables = vm_get_title_ifo(&vm, static_cast<std::uint32_t>(title));
+  if (tables == nullptr) return false;
+  const bool answer = look(*tables);
+  vm_ifo_close(tables);
+  return answer;
+}
+
 }  // namespace
 
 bool IsSound(dvdnav_s* machine) {
@@ -84,13 +97,7 @@ void Abandon(dvdnav_s* machine) {
 
 bool CanOpenTitle(dvdnav_s* machine, int title) {
   const MachineLock lock(machine);
-  vm_t& vm = *machine->vm;
-  if (title < 1 || title > vm.vmgi->tt_srpt->nr_of_srpts) return false;
-  if (vm.vtsi != nullptr && vm.state.vtsN == vm.vmgi->tt_srpt->title[title - 1].title_set_nr) return true;
-  ifo_handle_t* tables = vm_get_title_ifo(&vm, static_cast<std::uint32_t>(title));
-  if (tables == nullptr) return false;
-  vm_ifo_close(tables);
-  return true;
+  return WithTablesOf(*machine->vm, title, [](const ifo_handle_t&) { return true; });
 }
 
 dvd_reader_s* ReaderOf(dvdnav_s* machine) { return machine->vm->dvd; }
@@ -205,7 +212,26 @@ std::optional<CellTime> CellAt(const pgc_t& chain, DvdTicks time) {
   return std::nullopt;
 }
 
+// The programme chain that a title of the set (from 1) begins with; null when the tables have none.
+const pgc_t* FirstChain(const ifo_handle_t& tables, int title) {
+  const vts_ptt_srpt_t* titles = tables.vts_ptt_srpt;
+  const pgcit_t* chains = tables.vts_pgcit;
+  if (titles == nullptr || chains == nullptr || title < 1 || title > titles->nr_of_srpts) return nullptr;
+  const ttu_t& parts = titles->title[title - 1];
+  const int number = parts.nr_of_ptts > 0 ? parts.ptt[0].pgcn : 0;
+  return number >= 1 && number <= chains->nr_of_pgci_srp ? chains->pgci_srp[number - 1].pgc : nullptr;
+}
+
 }  // namespace
+
+bool HasTime(dvdnav_s* machine, int title, DvdTicks time) {
+  const MachineLock lock(machine);
+  const vm_t& vm = *machine->vm;
+  return WithTablesOf(*machine->vm, title, [&](const ifo_handle_t& tables) {
+    const pgc_t* chain = FirstChain(tables, vm.vmgi->tt_srpt->title[title - 1].vts_ttn);
+    return chain != nullptr && CellAt(*chain, time).has_value();
+  });
+}
 
 bool GoToTime(dvdnav_s* machine, DvdTicks time) {
   const MachineLock lock(machine);
@@ -216,8 +242,9 @@ bool GoToTime(dvdnav_s* machine, DvdTicks time) {
   if (!target) return false;
   const cell_playback_t& cell = vm.state.pgc->cell_playback[target->cell - 1];
   const std::span<const std::uint32_t> inCell = UnitsOfCell(*units, cell);
+  if (inCell.empty()) return false;
   dvd_file_t* file = DVDOpenFile(vm.dvd, vm.state.vtsN, DVD_READ_TITLE_VOBS);
-  if (file == nullptr || inCell.empty()) return false;
+  if (file == nullptr) return false;
   const std::uint32_t unit = UnitAt(file, inCell, target->time);
   DVDCloseFile(file);
   vm_jump_cell_block(&vm, target->cell, static_cast<int>(unit - cell.first_sector));
@@ -234,14 +261,26 @@ bool IsInChainOf(const dvd_state_t& state, const Place& place) {
          place.cell <= state.pgc->nr_of_cells && place.block >= 0;
 }
 
+// Where the machine goes on in its programme chain.
+struct Stand {
+  int cell;
+  int block;
+};
+void StandAt(dvdnav_s* machine, const Stand& stand) {
+  const MachineLock lock(machine);
+  machine->vm->state.cellN = stand.cell;
+  machine->vm->state.blockN = stand.block;
+}
+
 }  // namespace
 
-void StandAt(dvdnav_s* machine, const Place& place) {
-  const MachineLock lock(machine);
-  dvd_state_t& state = machine->vm->state;
-  if (!IsInChainOf(state, place)) return;
-  state.cellN = place.cell;
-  state.blockN = place.block;
+bool CallMenuFrom(dvdnav_s* machine, int menu, const Place& place) {
+  const dvd_state_t& state = machine->vm->state;
+  const Stand here{state.cellN, state.blockN};
+  if (IsInChainOf(state, place)) StandAt(machine, {place.cell, place.block});
+  if (dvdnav_menu_call(machine, static_cast<DVDMenuID_t>(menu)) == DVDNAV_STATUS_OK) return true;
+  StandAt(machine, here);
+  return false;
 }
 
 bool GoToPlace(dvdnav_s* machine, const Place& place) {

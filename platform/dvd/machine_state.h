@@ -28,6 +28,9 @@ void Abandon(dvdnav_s* machine);
 // Whether the tables of a title's set can be read.
 bool CanOpenTitle(dvdnav_s* machine, int title);
 
+// Whether a title, played from its beginning, has a time. The machine stays where it is.
+bool HasTime(dvdnav_s* machine, int title, DvdTicks time);
+
 dvd_reader_s* ReaderOf(dvdnav_s* machine);
 
 // Fills in domain, title set, length, streams and registers.
@@ -35,8 +38,9 @@ void ReadMachine(dvdnav_s* machine, Place& place);
 
 bool SetRegister(dvdnav_s* machine, SystemRegister which, int value);
 
-// Lets the machine stand where a place is, if it is in the same programme chain still: it may have read on.
-void StandAt(dvdnav_s* machine, const Place& place);
+// Calls a menu (DVDMenuID_t) from where a place is, if the machine is in the same programme chain still: it
+// may have read on. False when there is no such menu.
+bool CallMenuFrom(dvdnav_s* machine, int menu, const Place& place);
 // Goes back to a place. False when the machine is in another programme chain.
 bool GoToPlace(dvdnav_s* machine, const Place& place);
 

@@ -37,6 +37,16 @@ std::vector<std::uint8_t> ReadWhole(dvd_reader_t* reader, dvd_read_domain_t doma
   return bytes;
 }
 
+// Operation n as bit n: the library's structure begins with the highest one.
+std::uint32_t OperationBits(const user_ops_t& operations) {
+  std::uint32_t left = 0;
+  static_assert(sizeof left == sizeof operations);
+  std::memcpy(&left, &operations, sizeof left);
+  std::uint32_t bits = 0;
+  for (int i = 0; i < 32; ++i, left >>= 1) bits = bits << 1 | (left & 1);
+  return bits;
+}
+
 }  // namespace
 
 // A library call on the open machine; what it answers, and false when an assertion ended it: the machine is
@@ -178,9 +188,7 @@ Place Navigator::Look() {
       place.chapter = chapter;
       place.time = dvdnav_get_current_time(opened);
     }
-    const user_ops_t forbidden = dvdnav_get_restrictions(opened);
-    static_assert(sizeof forbidden == sizeof place.prohibited);
-    std::memcpy(&place.prohibited, &forbidden, sizeof forbidden);
+    place.prohibited = OperationBits(dvdnav_get_restrictions(opened));
     std::int32_t angle = 1;
     std::int32_t angles = 1;
     dvdnav_get_angle_info(opened, &angle, &angles);
@@ -233,7 +241,10 @@ bool Navigator::PlayChapter(int title, int chapter) {
   });
 }
 
-bool Navigator::PlayTime(int title, DvdTicks time) { return PlayTitle(title) && SearchTime(time); }
+bool Navigator::PlayTime(int title, DvdTicks time) {
+  return Ask([=](dvdnav_t* opened) { return HasTime(opened, title, time); }) && PlayTitle(title) &&
+         SearchTime(time);
+}
 
 bool Navigator::SearchTime(DvdTicks time) {
   return Ask([=](dvdnav_t* opened) { return GoToTime(opened, time); });
@@ -256,10 +267,7 @@ bool Navigator::GoUp() {
 }
 
 bool Navigator::CallMenu(DiscMenu menu, const Place& shown) {
-  return Ask([&](dvdnav_t* opened) {
-    StandAt(opened, shown);
-    return dvdnav_menu_call(opened, static_cast<DVDMenuID_t>(menu)) == DVDNAV_STATUS_OK;
-  });
+  return Ask([&](dvdnav_t* opened) { return CallMenuFrom(opened, static_cast<int>(menu), shown); });
 }
 
 bool Navigator::ReturnTo(const Place& place) {

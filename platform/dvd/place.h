@@ -30,7 +30,7 @@ struct Place {
   DvdTicks time = 0;    // in the title
   DvdTicks length = 0;  // of the title
   FrameCount frameCount = FrameCount::k30;
-  std::uint32_t prohibited = 0;  // user operations that the disc forbids here, as bits
+  std::uint32_t prohibited = 0;  // user operations that the disc forbids here, UOP_FLAG_*
   int angle = 1;
   int angles = 1;
   int audio = -1;       // stream number as applications count; none: -1

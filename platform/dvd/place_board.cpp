@@ -23,20 +23,15 @@ Place WithChoice(Place place, const Place& chosen) {
 }  // namespace
 
 void PlaceBoard::Show(std::shared_ptr<const Place> place) {
-  {
-    const std::scoped_lock lock(mutex);
-    if (place->wishes < chosen.wishes) place = std::make_shared<const Place>(WithChoice(*place, chosen));
-  }
+  const std::scoped_lock lock(changing);
+  if (place->wishes < chosen.wishes) place = std::make_shared<const Place>(WithChoice(*place, chosen));
   Replace(place);
 }
 
 void PlaceBoard::Choose(const Place& machine) {
-  Place changed;
-  {
-    const std::scoped_lock lock(mutex);
-    chosen = machine;
-    changed = WithChoice(*shown, chosen);
-  }
+  const std::scoped_lock lock(changing);
+  chosen = machine;
+  const Place changed = WithChoice(*Shown(), chosen);
   if (changed.domain != DiscDomain::kStopped) Replace(std::make_shared<const Place>(changed));
 }
 
@@ -50,6 +45,7 @@ void PlaceBoard::Replace(const std::shared_ptr<const Place>& place) {
 }
 
 void PlaceBoard::Stop(DVD_PB_STOPPED reason) {
+  const std::scoped_lock lock(changing);
   if (Shown()->domain == DiscDomain::kStopped) return;
   events.Tell(EC_DVD_PLAYBACK_STOPPED, reason, 0);
   Replace(std::make_shared<const Place>());

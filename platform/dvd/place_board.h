@@ -47,9 +47,11 @@ class PlaceBoard {
   void TellStreams(const Place& before, const Place& now);
 
   DiscEvents& events;
+  // One change at a time, with its events: pictures and wishes are different threads'.
+  std::mutex changing;
+  Place chosen;      // as it was after the last wish
   std::mutex mutex;  // guards what follows
   std::shared_ptr<const Place> shown = std::make_shared<const Place>();
-  Place chosen;  // as it was after the last wish
 };
 
 }  // namespace quorvex

@@ -1,7 +1,11 @@
 // Discs with damage that is known: read by the platform layer's navigator over libdvdnav.
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <chrono>
+#include <filesystem>
+#include <fstream>
 #include <set>
 
 #include "platform/dvd/opened_disc.h"
@@ -130,6 +134,117 @@ TEST_F(DvdReadingTest, SectorsThatCannotBeReadAreSkipped) {
     EXPECT_EQ(PlayedChapters(), hole.chapters) << hole.where;
     EXPECT_LT(Clock::now() - begin, kPatience) << hole.where;
     Disc().Restore();
+  }
+}
+
+using Bytes = std::span<const std::uint8_t>;
+
+std::size_t Number(Bytes sector, std::size_t at) {
+  return std::size_t{sector[at]} << 24 | std::size_t{sector[at + 1]} << 16 |
+         std::size_t{sector[at + 2]} << 8 | sector[at + 3];
+}
+
+void ForbidIn(std::size_t sector, std::size_t at, std::uint32_t operations) {
+  const std::uint8_t bytes[] = {
+      static_cast<std::uint8_t>(operations >> 24), static_cast<std::uint8_t>(operations >> 16),
+      static_cast<std::uint8_t>(operations >> 8), static_cast<std::uint8_t>(operations)};
+  Disc().Write(sector, at, bytes);
+}
+
+// Title 1 forbids some operations itself, and others in every unit.
+void Forbid(std::uint32_t byTitle, std::uint32_t byUnit) {
+  constexpr std::size_t kChainTable = 0xCC;
+  constexpr std::size_t kFirstChain = 12;
+  constexpr std::size_t kOperationsOfChain = 8;
+  constexpr std::size_t kOperationsOfUnit = 0x35;
+  const std::size_t tables = Disc().RegionOf("VTS_01_0.IFO").first;
+  const std::size_t chains = tables + Number(Disc().Sector(tables), kChainTable);
+  ForbidIn(chains, Number(Disc().Sector(chains), kFirstChain) + kOperationsOfChain, byTitle);
+  for (const std::size_t unit : Disc().RegionOf("VTS_01_1.VOB").units)
+    ForbidIn(unit, kOperationsOfUnit, byUnit);
+}
+
+// Reads on to a place of that chapter.
+Place ReadOnTo(Navigator& navigator, int chapter) {
+  constexpr int kMostSteps = 4000;
+  for (int i = 0; i < kMostSteps; ++i) {
+    if (navigator.Next().kind != DiscStep::Kind::kPlace) continue;
+    if (Place place = navigator.Look(); place.chapter == chapter) return place;
+  }
+  ADD_FAILURE() << "no chapter " << chapter;
+  return {};
+}
+
+TEST_F(DvdReadingTest, ARefusedWishLeavesTheMachineWhereItIs) {
+  OpenedDisc disc;
+  ASSERT_EQ(OpenDisc(Disc().Path(), disc), DiscFault::kNone);
+  Navigator& navigator = *disc.navigator;
+  EXPECT_FALSE(navigator.PlayTime(1, 100 * kTicksPerSecond)) << "before it has begun";
+  navigator.Next();
+  ASSERT_TRUE(navigator.PlayTitle(3));
+  ReadOnTo(navigator, 1);
+  for (const int title : {0, 1, 4}) {
+    EXPECT_FALSE(navigator.PlayTime(title, 100 * kTicksPerSecond)) << title;
+    EXPECT_FALSE(navigator.HasJumped()) << title;
+  }
+  EXPECT_EQ(navigator.Look().title, 3);
+  ASSERT_TRUE(navigator.PlayTime(1, kTicksPerSecond / 2));
+  const Place shown = ReadOnTo(navigator, 1);
+  const Place read = ReadOnTo(navigator, 2);
+  ASSERT_NE(read.cell, shown.cell);
+  EXPECT_FALSE(navigator.CallMenu(DiscMenu::kAngle, shown));
+  EXPECT_FALSE(navigator.HasJumped());
+  while (navigator.Next().kind != DiscStep::Kind::kPlace) {
+  }
+  EXPECT_EQ(navigator.Look().cell, read.cell) << "not back to what is shown";
+}
+
+std::ptrdiff_t OpenFiles() {
+  const std::filesystem::directory_iterator all("/proc/self/fd");
+  return std::distance(begin(all), end(all));
+}
+
+// A disc in a folder, for each file that is opened shows; its table names no unit within the cells.
+TEST_F(DvdReadingTest, ASearchThatFindsNoUnitLeavesNoFileOpen) {
+  constexpr std::size_t kUnitTable = 0xE4;
+  const std::filesystem::path little(QUORVEX_LITTLE_DISC);
+  const std::filesystem::path copy =
+      std::filesystem::temp_directory_path() / ("quorvex-" + std::to_string(::getpid()));
+  std::filesystem::copy(little.parent_path() / little.stem(), copy, std::filesystem::copy_options::recursive);
+  const std::size_t tables = Disc().RegionOf("VTS_01_0.IFO").first;
+  const std::size_t units = Number(Disc().Sector(tables), kUnitTable);
+  const std::string far(Number(Disc().Sector(tables + units), 0) + 1 - 4, '\x7F');
+  std::fstream(copy / "VIDEO_TS" / "VTS_01_0.IFO", std::ios::in | std::ios::out | std::ios::binary)
+          .seekp(static_cast<std::streamoff>(units * MutableDisc::kSector + 4))
+      << far;
+  {
+    OpenedDisc disc;
+    ASSERT_EQ(OpenDisc(copy, disc), DiscFault::kNone);
+    disc.navigator->Next();
+    ASSERT_TRUE(disc.navigator->PlayTitle(1));
+    const std::ptrdiff_t before = OpenFiles();
+    EXPECT_FALSE(disc.navigator->SearchTime(kTicksPerSecond));
+    EXPECT_EQ(OpenFiles(), before);
+  }
+  std::filesystem::remove_all(copy);
+}
+
+TEST_F(DvdReadingTest, WhatADiscForbidsIsToldByTheBitsThatApplicationsKnow) {
+  constexpr std::uint32_t kStop = 1U << 3;
+  constexpr std::uint32_t kAngleMenu = 1U << 14;
+  constexpr std::uint32_t kButtons = 1U << 17;
+  constexpr std::uint32_t kAudio = 1U << 20;
+  constexpr std::uint32_t kVideoMode = 1U << 24;
+  for (const auto& [byTitle, byUnit] : {std::pair{0U, 0U}, std::pair{kStop, kAngleMenu},
+                                        std::pair{kAudio, kAudio | kVideoMode}, std::pair{kButtons, 1U}}) {
+    Forbid(byTitle, byUnit);
+    OpenedDisc disc;
+    ASSERT_EQ(OpenDisc(Disc().Path(), disc), DiscFault::kNone);
+    disc.navigator->Next();
+    ASSERT_TRUE(disc.navigator->PlayTitle(1));
+    while (disc.navigator->Next().kind != DiscStep::Kind::kPlace) {
+    }
+    EXPECT_EQ(disc.navigator->Look().prohibited, byTitle | byUnit);
   }
 }
 

@@ -9,6 +9,7 @@
 
 #include "tests/support/com_test.h"
 #include "tests/support/dvd_graph.h"
+#include "tests/support/temp_folder.h"
 
 namespace quorvex {
 namespace {
@@ -67,6 +68,7 @@ TEST_F(DvdControlTest, AFilmStopsPausesAndGoesOnWhereItWas) {
   ASSERT_TRUE(dvd.Tells(EC_DVD_DOMAIN_CHANGE, DVD_DOMAIN_Stop));
   EXPECT_EQ(dvd.control->StopForResume(), VFW_E_DVD_INVALIDDOMAIN);
   const int picture = dvd.Shown()->picture;
+  EXPECT_EQ(dvd.control->GoUp(), VFW_E_DVD_NO_GOUP_PGC) << "what is refused does not take it up";
   dvd.Wait(400);
   EXPECT_EQ(dvd.Shown()->picture, picture);
   ASSERT_EQ(dvd.control->Resume(), S_OK);
@@ -81,15 +83,30 @@ TEST_F(DvdControlTest, AFilmStopsPausesAndGoesOnWhereItWas) {
 }
 
 TEST_F(DvdControlTest, PlayingChaptersCanStopByItself) {
-  DvdGraph dvd;
-  Play(dvd, "chapters.iso", 1, 1);
-  ASSERT_EQ(dvd.control->ChapterPlayAutoStop(1, 10, 2), S_OK);
-  ASSERT_TRUE(dvd.Shows(1, 11));
-  EXPECT_TRUE(dvd.Tells(EC_DVD_CHAPTER_AUTOSTOP));
-  EXPECT_TRUE(dvd.Tells(EC_DVD_PLAYBACK_STOPPED, DVD_PB_STOPPED_PlayChapterAutoStop));
-  EXPECT_EQ(dvd.Shown()->chapter, 11);
-  ASSERT_EQ(dvd.control->TitlePlay(1), S_OK) << "and it can be played again";
-  EXPECT_TRUE(dvd.Shows(1, 2));
+  const struct {
+    const char* what;
+    const char* disc;
+    int first;  // film
+    ULONG title;
+    ULONG chapter;
+    ULONG count;
+    int last;  // chapter that is shown; of the film with the title's number
+  } plays[] = {{"chapters in a title", "chapters.iso", 1, 1, 10, 2, 11},
+               {"a title's last, then the disc ends", "chapters.iso", 1, 1, 25, 1, 25},
+               {"a title's last, then a menu comes", "menus", 101, 2, 2, 5, 3}};
+  for (const auto& [what, disc, first, title, chapter, count, last] : plays) {
+    SCOPED_TRACE(what);
+    DvdGraph dvd;
+    Play(dvd, disc, first, first == 1 ? 1 : 0);
+    ASSERT_EQ(dvd.control->ChapterPlayAutoStop(title, chapter, count), S_OK);
+    ASSERT_TRUE(dvd.Shows(static_cast<int>(title), last));
+    EXPECT_TRUE(dvd.Tells(EC_DVD_CHAPTER_AUTOSTOP));
+    EXPECT_TRUE(dvd.Tells(EC_DVD_PLAYBACK_STOPPED, DVD_PB_STOPPED_PlayChapterAutoStop));
+    EXPECT_EQ(dvd.Shown()->film, static_cast<int>(title));
+    EXPECT_EQ(dvd.Shown()->chapter, last);
+    ASSERT_EQ(dvd.control->TitlePlay(1), S_OK) << "and it can be played again";
+    EXPECT_TRUE(dvd.Shows(1, 2));
+  }
 }
 
 TEST_F(DvdControlTest, WhatATitleHasNotOrItsDomainForbidsIsRefused) {
@@ -177,6 +194,36 @@ TEST_F(DvdControlTest, MenusByNumberAndWhatTheyForbid) {
   EXPECT_TRUE(dvd.Shows(2, 1));
   ASSERT_EQ(dvd.control->MenuCall(DVD_MENU_Title), S_OK);
   EXPECT_TRUE(dvd.Shows(101, 0));
+}
+
+// A disc that forbids operations in every unit.
+std::string MakeForbidding(const TempFolder& folder, ULONG operations) {
+  constexpr std::string_view kUnitBegins("\0\0\1\xBF\x03\xD4\0", 7);
+  constexpr std::size_t kOperations = 15;  // behind the unit's begin
+  std::string bytes = folder.Read(std::filesystem::path(DiscPath("menus.iso")).string());
+  for (std::size_t at = bytes.find(kUnitBegins); at != std::string::npos;
+       at = bytes.find(kUnitBegins, at + 1))
+    for (std::size_t i = 0; i < 4; ++i)
+      bytes[at + kOperations + i] = static_cast<char>(operations >> (24 - 8 * i));
+  return folder.Write("disc.iso", bytes);
+}
+
+TEST_F(DvdControlTest, WhatADiscForbidsIsRefusedAndNothingElse) {
+  const TempFolder folder;
+  constexpr ULONG kForbidden = UOP_FLAG_ShowMenu_Angle | UOP_FLAG_Select_Audio_Stream;
+  DvdGraph dvd;
+  Play(dvd, MakeForbidding(folder, kForbidden).c_str(), 101, 0);
+  EXPECT_TRUE(dvd.Tells(EC_DVD_VALID_UOPS_CHANGE, static_cast<LONG_PTR>(kForbidden)));
+  ULONG told = 0;
+  EXPECT_EQ(dvd.info->GetCurrentUOPS(&told), S_OK);
+  EXPECT_EQ(told, kForbidden);
+  EXPECT_EQ(dvd.control->MenuCall(DVD_MENU_Angle), VFW_E_DVD_OPERATION_INHIBITED);
+  EXPECT_EQ(dvd.control->RightButtonSelect(), S_OK) << "a menu's buttons";
+  ASSERT_EQ(dvd.control->TitlePlay(1), S_OK);
+  ASSERT_TRUE(dvd.Shows(1, 1));
+  EXPECT_EQ(dvd.control->AudioStreamChange(1), VFW_E_DVD_OPERATION_INHIBITED);
+  EXPECT_EQ(dvd.control->SubpictureStreamChange(0, TRUE), S_OK);
+  EXPECT_EQ(dvd.control->MenuCall(DVD_MENU_Root), S_OK) << "the menu of the sound is another operation";
 }
 
 }  // namespace

@@ -83,6 +83,10 @@ ButtonFrame FrameOf(int button, int columns) {
   const int index = button - 1;
   return {(60 + 160 * (index % columns) + 4) * 1000 / 720, (180 + 80 * (index / columns) + 24) * 1000 / 480};
 }
+bool IsLit(DvdGraph& dvd, int button, int columns) {
+  const ButtonFrame frame = FrameOf(button, columns);
+  return dvd.pictures->LastGreen(frame.x, frame.y) > 200;
+}
 
 TEST_F(DvdPlayTest, TheHighlightFollowsTheKeyAtOnceAlsoWhilePaused) {
   DvdGraph dvd;
@@ -90,10 +94,7 @@ TEST_F(DvdPlayTest, TheHighlightFollowsTheKeyAtOnceAlsoWhilePaused) {
   ASSERT_HRESULT_SUCCEEDED(dvd.Run());
   ASSERT_TRUE(dvd.Shows(101, 0));
   ASSERT_TRUE(dvd.Tells(EC_DVD_STILL_ON));
-  const auto isLit = [&](int button) {
-    const ButtonFrame frame = FrameOf(button, 2);
-    return dvd.pictures->LastGreen(frame.x, frame.y) > 200;
-  };
+  const auto isLit = [&](int button) { return IsLit(dvd, button, 2); };
   EXPECT_TRUE(dvd.Until([&] { return isLit(1) && !isLit(2); }));
   EXPECT_LE(Milliseconds([&] {
               dvd.control->RightButtonSelect();
@@ -175,6 +176,31 @@ TEST_F(DvdPlayTest, ScansShowKeyPicturesAtDoubleSpeed) {
   EXPECT_NEAR(dvd.Shown()->picture - before.picture, 30, 6) << "normal speed again";
   ASSERT_EQ(dvd.control->BackwardScan(8.0), S_OK);
   EXPECT_TRUE(dvd.Tells(EC_DVD_PLAYBACK_RATE_CHANGE, 10000)) << "at the beginning it plays on";
+}
+
+TEST_F(DvdPlayTest, AScanEndsWithItsTitle) {
+  const struct {
+    const char* disc;
+    int title;
+    int film;
+    int next;  // the film that follows
+  } titles[] = {{"menus", 2, 2, 101}, {"jumps", 1, 4, 6}};
+  for (const auto& [disc, title, film, next] : titles) {
+    SCOPED_TRACE(disc);
+    DvdGraph dvd;
+    ASSERT_EQ(dvd.Open(disc), S_OK);
+    ASSERT_HRESULT_SUCCEEDED(dvd.Run());
+    ASSERT_TRUE(dvd.Tells(EC_DVD_DOMAIN_CHANGE));
+    ASSERT_EQ(dvd.control->TitlePlay(static_cast<ULONG>(title)), S_OK);
+    ASSERT_TRUE(dvd.Shows(film, 1));
+    ASSERT_EQ(dvd.control->ForwardScan(2.0), S_OK);
+    EXPECT_TRUE(dvd.Tells(EC_DVD_PLAYBACK_RATE_CHANGE, 20000));
+    EXPECT_TRUE(dvd.Until([&] { return dvd.Shown()->film == next; }));
+    EXPECT_TRUE(dvd.Tells(EC_DVD_PLAYBACK_RATE_CHANGE, 10000));
+    if (next == 101) {
+      EXPECT_TRUE(dvd.Until([&] { return IsLit(dvd, 1, 2); })) << "the menu's buttons";
+    }
+  }
 }
 
 TEST_F(DvdPlayTest, PausedItStandsAndJumpsShowTheirPicture) {
