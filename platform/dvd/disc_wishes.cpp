@@ -14,9 +14,6 @@ namespace {
 // Long enough for any disc that is not stuck, short enough for a thread that draws windows.
 constexpr std::chrono::milliseconds kAnswerLimit{150};
 
-// How often it is looked whether a flushed renderer gave back its picture, a millisecond each.
-constexpr int kMostLooks = 100;
-
 }  // namespace
 
 HRESULT DiscPlayer::Do(Wish wish) {
@@ -60,13 +57,7 @@ void DiscPlayer::AfterWish() {
 
 // A renderer that stands holds its picture: it gives it up only when it is flushed.
 void DiscPlayer::RefreshIfPaused() {
-  if (around.filter.State() != State_Paused) return;
-  pictures.ExpectFlush();
-  around.picturePin.DeliverBeginFlush();
-  for (int i = 0; i < kMostLooks && pictures.IsDelivering(); ++i) ::Sleep(1);
-  around.picturePin.DeliverEndFlush();
-  around.picturePin.DeliverNewSegment(0, kForever);
-  pictures.Renew();
+  if (around.filter.State() == State_Paused) pictures.FlushAndRenew();
 }
 
 bool DiscPlayer::EndStill() {

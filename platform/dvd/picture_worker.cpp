@@ -16,6 +16,8 @@ constexpr MediaTime kMaking = 12 * kMillisecond;
 constexpr MediaTime kPlaceAhead = 40 * kMillisecond;
 // After so many looks without a picture a black one is shown.
 constexpr int kPatience = 25;
+// How often it is looked whether a flushed renderer gave back its picture, a millisecond each.
+constexpr int kMostLooks = 100;
 constexpr std::int64_t kNtscTicks = 3003;
 constexpr std::int64_t kPalTicks = 3600;
 constexpr int kPixel = 4;
@@ -94,9 +96,24 @@ void PictureWorker::Play(const PlayItem& item) {
       WaitUntil(around.timeline.Find(stretch, ToMediaTime(next)).value_or(0));
       if (queue.Interrupted()) break;
       ended = true;
-      around.pin.DeliverEndOfStream();
+      TellEnd();
       break;
   }
+}
+
+void PictureWorker::TellEnd() {
+  const std::scoped_lock lock(flushLock);
+  around.pin.DeliverEndOfStream();
+}
+
+void PictureWorker::FlushAndRenew() {
+  const std::scoped_lock lock(flushLock);
+  renewal = Renewal::kAwaitsFlush;
+  around.pin.DeliverBeginFlush();
+  for (int i = 0; i < kMostLooks && delivering; ++i) ::Sleep(1);
+  around.pin.DeliverEndFlush();
+  around.pin.DeliverNewSegment(0, kForever);
+  Renew();
 }
 
 void PictureWorker::Drain() {

@@ -5,6 +5,7 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <vector>
 
 #include "platform/common/filter_base.h"
@@ -56,16 +57,14 @@ class PictureWorker {
   void Select(const Overlay::Selection& selection);
   void ShowOnlyForced(bool only);
 
-  // A renderer that stands is flushed so that it gives up its picture: the same one is delivered again.
-  // ExpectFlush before the flush, Renew after it, or when the renderer has forgotten a picture that stays.
-  void ExpectFlush() { renewal = Renewal::kAwaitsFlush; }
+  // Reader: a renderer that stands is flushed so that it gives up its picture, and the same one is delivered
+  // again.
+  void FlushAndRenew();
+  // The renderer has forgotten a picture that stays: the same one is delivered again.
   void Renew() {
     renewal = Renewal::kWanted;
     queue.Poke();
   }
-
-  // Whether it waits for the renderer to take a picture.
-  [[nodiscard]] bool IsDelivering() const { return delivering; }
 
   // Whether there is sound that keeps the time.
   void SetSoundLeads(bool leads) { soundLeads = leads; }
@@ -86,6 +85,7 @@ class PictureWorker {
   void Hold();
   void Forget();
   void Drain();
+  void TellEnd();
   bool WaitUntil(MediaTime time);
   void Redraw();
   bool Deliver(MediaTime begin, MediaTime end);
@@ -120,7 +120,8 @@ class PictureWorker {
   int emptyLooks = 0;
   std::atomic<bool> cueWanted{true};
   std::atomic<Renewal> renewal = Renewal::kNone;
-  std::atomic<bool> delivering{false};
+  std::atomic<bool> delivering{false};  // waits for the renderer to take a picture
+  std::mutex flushLock;  // held while the renderer is told the end, or flushed: Wine's would wait for itself
   std::atomic<bool> onlyForced{true};
   std::atomic<bool> soundLeads{false};
   std::atomic<int> button{0};
