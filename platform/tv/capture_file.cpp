@@ -19,7 +19,8 @@ HANDLE OpenFor(const std::wstring& path, CaptureFile::Mode mode) {
   const bool reads = mode == kRead;
   const DWORD access = reads ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE;
   const DWORD others = mode == kOwn ? 0 : reads ? FILE_SHARE_READ | FILE_SHARE_WRITE : FILE_SHARE_READ;
-  const DWORD way = mode == kRecord || mode == kOverwrite ? OPEN_ALWAYS : OPEN_EXISTING;
+  const bool makes = mode == kRecord || mode == kOverwrite;
+  const DWORD way = mode == kNew ? CREATE_NEW : makes ? OPEN_ALWAYS : OPEN_EXISTING;
   return ::CreateFileW(path.c_str(), access, others, nullptr, way, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
@@ -29,7 +30,7 @@ HRESULT CaptureFile::Open(const std::wstring& path, Mode mode) {
   Close();
   at = kNowhere;
   if (path.empty()) return E_INVALIDARG;
-  if (mode != Mode::kRead && IsReadOnly(path)) return E_ACCESSDENIED;
+  if (mode != Mode::kRead && mode != Mode::kNew && IsReadOnly(path)) return E_ACCESSDENIED;
   file = OwnFile(OpenFor(path, mode));
   if (!file) return HRESULT_FROM_WIN32(::GetLastError());
   // Only what is not empty is cut: CREATE_ALWAYS cuts a new file too under Wine, and ext4 then writes all of

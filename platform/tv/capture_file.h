@@ -17,6 +17,7 @@ class CaptureFile final : public ByteTarget, public ByteSource {
     kOwn,        // there already; nobody else may have it open
     kRecord,     // made when it is not there; others may read
     kOverwrite,  // begins empty; others may read
+    kNew,        // not there yet; others may read
   };
 
   // Closes what was open. E_INVALIDARG without a path, else what the platform says.
