@@ -59,16 +59,9 @@ RecordingThread::RecordingThread(ComPtr<IStream> file, RecordingPlan itsPlan, Dr
       user(told),
       streamsLeft(plan.movie.streams.size()) {}
 
-HRESULT RecordingThread::Begin() {
+void RecordingThread::Begin() {
   counts.Clear();
-  if (recorder.Begin() != FileResult::kDone) return target.Error();
-  if (!plan.journal.empty()) {
-    HRESULT result = journal.Open(plan.journal, CaptureFile::Mode::kOverwrite);
-    if (SUCCEEDED(result)) result = NoteNow();
-    if (FAILED(result)) return result;
-  }
   thread = std::thread([this] { Work(); });
-  return S_OK;
 }
 
 HRESULT RecordingThread::Take(std::size_t stream, IMediaSample& sample) {
@@ -119,9 +112,33 @@ void RecordingThread::Work() {
   if (!over) End(false);
 }
 
+// The file may hold a movie that is not saved yet: it stays until there is something to record.
+bool RecordingThread::HasBegun() {
+  if (begun) return true;
+  if (recorder.Begin() != FileResult::kDone) {
+    Break(target.Error());
+    return false;
+  }
+  begun = true;
+  OpenJournal();
+  return true;
+}
+
+// A help, no condition: where none can be written, it is recorded without.
+void RecordingThread::OpenJournal() {
+  if (plan.journal.empty() || FAILED(journal.Open(plan.journal, CaptureFile::Mode::kOverwrite))) return;
+  if (NoteNow() != FileResult::kDone) RemoveJournal();
+}
+
+void RecordingThread::RemoveJournal() {
+  if (!journal.IsOpen()) return;
+  journal.Close();
+  ::DeleteFileW(plan.journal.c_str());
+}
+
 void RecordingThread::Record(const Waiting& next) {
   BYTE* data = nullptr;
-  if (FAILED(next.sample->GetPointer(&data))) return;
+  if (FAILED(next.sample->GetPointer(&data)) || !HasBegun()) return;
   const auto bytes = static_cast<std::size_t>(next.sample->GetActualDataLength());
   const std::int64_t lost = recorder.Lost();
   const std::int64_t pictures = recorder.Pictures();
@@ -133,19 +150,19 @@ void RecordingThread::Record(const Waiting& next) {
   if (result != FileResult::kDone) Break(target.Error());
 }
 
-HRESULT RecordingThread::NoteNow() {
+FileResult RecordingThread::NoteNow() {
   const Bytes note = MakeNote({.serial = ++notes, .end = recorder.End(), .movie = recorder.Movie()});
   lastNote = ::GetTickCount64();
   notedLength = recorder.Length();
   std::size_t written = 0;
-  return journal.Write(PlaceOfNote(notes), note, written) == FileResult::kDone ? S_OK : journal.Error();
+  return journal.Write(PlaceOfNote(notes), note, written);
 }
 
 void RecordingThread::NoteWhenDue() {
   const bool isDue =
       ::GetTickCount64() - lastNote >= kNoteEveryMs || recorder.Length() - notedLength >= kNoteEvery;
-  if (!journal.IsOpen() || over || !isDue) return;
-  if (const HRESULT result = NoteNow(); FAILED(result)) Break(result);
+  // The note before stays when this one cannot be written.
+  if (journal.IsOpen() && !over && isDue) NoteNow();
 }
 
 void RecordingThread::Break(HRESULT why) {
@@ -160,11 +177,11 @@ void RecordingThread::End(bool broken) {
     over = true;
     queue.clear();
   }
-  const bool finished = recorder.Finish() == FileResult::kDone;
+  const bool finished = !begun || recorder.Finish() == FileResult::kDone;
   length = recorder.Length();
   target.Commit();
+  if (finished) RemoveJournal();
   journal.Close();
-  if (finished && !plan.journal.empty()) ::DeleteFileW(plan.journal.c_str());
   if (!finished && !broken) user.OnBroken(target.Error());
 }
 

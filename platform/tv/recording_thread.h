@@ -64,8 +64,8 @@ class RecordingThread {
   RecordingThread& operator=(const RecordingThread&) = delete;
   ~RecordingThread() { Finish(); }
 
-  // Writes the file's header and the first note of the journal.
-  HRESULT Begin();
+  // Nothing is written before the first sample.
+  void Begin();
   // S_FALSE when nothing more is wanted. The sample is held until it is recorded.
   HRESULT Take(std::size_t stream, IMediaSample& sample);
   void EndOfStream();
@@ -82,15 +82,19 @@ class RecordingThread {
 
   void Work();
   bool Next(Waiting& next);
+  bool HasBegun();
+  void OpenJournal();
+  void RemoveJournal();
   void Record(const Waiting& next);
   void NoteWhenDue();
-  HRESULT NoteNow();
+  FileResult NoteNow();
   void End(bool broken);
   void Break(HRESULT why);
 
   RecordingPlan plan;
   StreamTarget target;
   AviRecorder recorder;
+  bool begun = false;  // the header is in the file
   CaptureFile journal;
   std::uint64_t notes = 0;
   ULONGLONG lastNote = 0;  // by the system's clock

@@ -179,6 +179,37 @@ TEST_F(TvRecordingTest, WhatIsHeldBackIsNotRecorded) {
   EXPECT_EQ(movie.size, movie.movieBytes) << "a file of no size beforehand ends with the movie";
 }
 
+// Armed and then cancelled: the recording before is perhaps not saved yet.
+TEST_F(TvRecordingTest, ARunWithoutSamplesLeavesTheFileAsItWas) {
+  const PluggedCards cards;
+  const std::string path = folder.Path("a.avi");
+  ASSERT_EQ(Builder().Allocate(path, 4 * kMegabyte), S_OK);
+  RecordingGraph recording(path);
+  ASSERT_EQ(recording.Render(), S_OK);
+  recording.Record(20);
+  const std::string before = folder.Read("a.avi");
+  REFERENCE_TIME never = MAXLONGLONG;
+  EXPECT_EQ(recording.builder->ControlStream(&PIN_CATEGORY_CAPTURE, nullptr, &never, nullptr, 0, 0), S_OK);
+  recording.Run();
+  PumpFor(700);
+  EXPECT_FALSE(Exists(path + ".journal"));
+  EXPECT_EQ(recording.control->Stop(), S_OK);
+  EXPECT_TRUE(folder.Read("a.avi") == before);
+  CaptureFile other;
+  EXPECT_EQ(other.Open(Wide(path), CaptureFile::Mode::kOwn), S_OK) << "it is closed";
+}
+
+TEST_F(TvRecordingTest, WithoutAJournalItIsRecordedAllTheSame) {
+  const PluggedCards cards;
+  const std::string path = folder.Path("a.avi");
+  ASSERT_TRUE(::CreateDirectoryA((path + ".journal").c_str(), nullptr));
+  RecordingGraph recording(path);
+  ASSERT_EQ(recording.Render(), S_OK);
+  recording.Record(20);
+  ExpectInOrder(ReadMovie(path).pictures);
+  EXPECT_TRUE(Exists(path + ".journal")) << "not ours";
+}
+
 TEST_F(TvRecordingTest, PicturesThatTheCardLostLeaveGaps) {
   const PluggedCards cards;
   const std::string path = folder.Path("a.avi");
@@ -279,6 +310,7 @@ TEST_F(TvRecordingTest, OnlyTheMovieIsCopied) {
   ASSERT_EQ(recording.Render(), S_OK);
   recording.Record(40);
   const std::string copy = folder.Write("copy.avi", "what was there");
+  folder.Write("copy.avi.part", "the user's");
   const Builder builder;
   // Nothing is changed by copies that do not come about.
   EXPECT_EQ(builder.Copy(folder.Path("none.avi"), copy), E_INVALIDARG);
@@ -292,7 +324,8 @@ TEST_F(TvRecordingTest, OnlyTheMovieIsCopied) {
   const ReadMovie copied(copy);
   EXPECT_EQ(copied.size, whole.movieBytes);
   EXPECT_EQ(copied.pictures, whole.pictures);
-  EXPECT_FALSE(Exists(copy + ".part"));
+  EXPECT_EQ(folder.Read("copy.avi.part"), "the user's");
+  EXPECT_FALSE(Exists(copy + ".part2"));
 
   Impatient user;
   EXPECT_EQ(builder.Copy(path, folder.Path("half.avi"), true, &user), S_FALSE);
