@@ -78,6 +78,19 @@ FileResult CaptureFile::Resize(std::uint64_t bytes) {
   return done ? FileResult::kDone : Note(::GetLastError());
 }
 
+HRESULT CaptureFile::Flush() {
+  return ::FlushFileBuffers(file.Get()) != FALSE ? S_OK : HRESULT_FROM_WIN32(::GetLastError());
+}
+
+CaptureFile CaptureFile::Shared() const {
+  CaptureFile shared;
+  HANDLE copy = nullptr;
+  const HANDLE process = ::GetCurrentProcess();
+  if (::DuplicateHandle(process, file.Get(), process, &copy, 0, FALSE, DUPLICATE_SAME_ACCESS) != FALSE)
+    shared.file = UniqueHandle(copy);
+  return shared;
+}
+
 std::uint64_t CaptureFile::Size() {
   LARGE_INTEGER size{};
   return ::GetFileSizeEx(file.Get(), &size) != FALSE ? static_cast<std::uint64_t>(size.QuadPart) : 0;

@@ -28,6 +28,10 @@ class CaptureFile final : public ByteTarget, public ByteSource {
 
   FileResult Write(std::uint64_t place, ByteView bytes, std::size_t& written) override;
   FileResult Resize(std::uint64_t bytes) override;
+  // What was written is on the disk afterwards. May take its time.
+  HRESULT Flush();
+  // The same file once more: for who flushes while others write.
+  [[nodiscard]] CaptureFile Shared() const;
   std::uint64_t Size() override;
   std::size_t Read(std::uint64_t place, std::span<std::uint8_t> into) override;
 

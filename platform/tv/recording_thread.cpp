@@ -5,7 +5,7 @@
 namespace quorvex {
 namespace {
 
-// The journal is no older than this, and a little.
+// The journal is older than this only by what it takes to bring so much to the disk.
 constexpr DWORD kNoteEveryMs = 500;
 // What has waited for a slow disk may be recorded much faster than it came.
 constexpr MediaTime kNoteEvery = kNoteEveryMs * kMillisecond;
@@ -55,6 +55,7 @@ RecordingThread::RecordingThread(ComPtr<IStream> file, RecordingPlan itsPlan, Dr
     : plan(std::move(itsPlan)),
       target(std::move(file)),
       recorder(target, plan.movie, plan.master, plan.silence),
+      journal([this] { return SUCCEEDED(target.Flush()); }),
       counts(itsCounts),
       user(told),
       streamsLeft(plan.movie.streams.size()) {}
@@ -120,20 +121,8 @@ bool RecordingThread::HasBegun() {
     return false;
   }
   begun = true;
-  OpenJournal();
+  journal.Begin(plan.journal, recorder.End(), recorder.Movie());
   return true;
-}
-
-// A help, no condition: where none can be written, it is recorded without.
-void RecordingThread::OpenJournal() {
-  if (plan.journal.empty() || FAILED(journal.Open(plan.journal, CaptureFile::Mode::kOverwrite))) return;
-  if (NoteNow() != FileResult::kDone) RemoveJournal();
-}
-
-void RecordingThread::RemoveJournal() {
-  if (!journal.IsOpen()) return;
-  journal.Close();
-  ::DeleteFileW(plan.journal.c_str());
 }
 
 void RecordingThread::Record(const Waiting& next) {
@@ -150,19 +139,14 @@ void RecordingThread::Record(const Waiting& next) {
   if (result != FileResult::kDone) Break(target.Error());
 }
 
-FileResult RecordingThread::NoteNow() {
-  const Bytes note = MakeNote({.serial = ++notes, .end = recorder.End(), .movie = recorder.Movie()});
-  lastNote = ::GetTickCount64();
-  notedLength = recorder.Length();
-  std::size_t written = 0;
-  return journal.Write(PlaceOfNote(notes), note, written);
-}
-
 void RecordingThread::NoteWhenDue() {
   const bool isDue =
       ::GetTickCount64() - lastNote >= kNoteEveryMs || recorder.Length() - notedLength >= kNoteEvery;
-  // The note before stays when this one cannot be written.
-  if (journal.IsOpen() && !over && isDue) NoteNow();
+  if (!begun || over || !isDue || recorder.End() == notedEnd) return;
+  if (!journal.Note(recorder.End(), recorder.Movie())) return;
+  lastNote = ::GetTickCount64();
+  notedEnd = recorder.End();
+  notedLength = recorder.Length();
 }
 
 void RecordingThread::Break(HRESULT why) {
@@ -170,19 +154,23 @@ void RecordingThread::Break(HRESULT why) {
   user.OnBroken(why);
 }
 
-// The journal goes when the file needs it no more.
+// Until the movie is on the disk, the journal is needed.
+HRESULT RecordingThread::FinishFile() {
+  if (!begun) return S_OK;
+  return recorder.Finish() == FileResult::kDone ? target.Flush() : target.Error();
+}
+
 void RecordingThread::End(bool broken) {
   {
     const std::scoped_lock guard(lock);
     over = true;
     queue.clear();
   }
-  const bool finished = !begun || recorder.Finish() == FileResult::kDone;
+  const HRESULT result = FinishFile();
   length = recorder.Length();
-  target.Commit();
-  if (finished) RemoveJournal();
-  journal.Close();
-  if (!finished && !broken) user.OnBroken(target.Error());
+  journal.End(SUCCEEDED(result));
+  target.Done();
+  if (FAILED(result) && !broken) user.OnBroken(result);
 }
 
 }  // namespace quorvex

@@ -13,9 +13,8 @@
 
 #include "base/com_ptr.h"
 #include "platform/avi/avi_recorder.h"
-#include "platform/avi/capture_journal.h"
-#include "platform/tv/capture_file.h"
 #include "platform/tv/dropped_frames.h"
+#include "platform/tv/journal_keeper.h"
 
 namespace quorvex {
 
@@ -38,8 +37,10 @@ class StreamTarget final : public ByteTarget {
 
   FileResult Write(std::uint64_t place, ByteView bytes, std::size_t& written) override;
   FileResult Resize(std::uint64_t bytes) override;
+  // What was written is on the disk afterwards; on any thread.
+  [[nodiscard]] HRESULT Flush() const { return stream->Commit(STGC_DEFAULT); }
   // The file is not needed any more.
-  void Commit() const { stream->Commit(STGC_DEFAULT); }
+  void Done() const { stream->Commit(STGC_DANGEROUSLYCOMMITMERELYTODISKCACHE); }
   [[nodiscard]] HRESULT Error() const { return error; }
 
  private:
@@ -83,11 +84,9 @@ class RecordingThread {
   void Work();
   bool Next(Waiting& next);
   bool HasBegun();
-  void OpenJournal();
-  void RemoveJournal();
   void Record(const Waiting& next);
   void NoteWhenDue();
-  FileResult NoteNow();
+  HRESULT FinishFile();
   void End(bool broken);
   void Break(HRESULT why);
 
@@ -95,10 +94,10 @@ class RecordingThread {
   StreamTarget target;
   AviRecorder recorder;
   bool begun = false;  // the header is in the file
-  CaptureFile journal;
-  std::uint64_t notes = 0;
+  JournalKeeper journal;
   ULONGLONG lastNote = 0;  // by the system's clock
   MediaTime notedLength = 0;
+  std::uint64_t notedEnd = 0;
   DroppedFrames& counts;
   RecordingUser& user;
   std::atomic<MediaTime> length{0};

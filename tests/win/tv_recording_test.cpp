@@ -12,6 +12,7 @@
 #include "platform/avi/avi_movie.h"
 #include "platform/tv/capture_file.h"
 #include "platform/tv/capture_type.h"
+#include "platform/tv/journal_keeper.h"
 #include "tests/support/card_graph.h"
 #include "tests/support/com_test.h"
 #include "tests/support/pump.h"
@@ -363,6 +364,41 @@ TEST_F(TvRecordingTest, AFullDiskEndsTheRecordingAndItIsWhole) {
   EXPECT_EQ(movie.movieBytes, disk->bytes.size());
   EXPECT_GT(movie.movieBytes, kMegabyte - 100'000);
   ExpectInOrder(movie.pictures);
+}
+
+// So that it tells of nothing that a power cut would take.
+TEST_F(TvRecordingTest, WhatIsNotOnTheDiskIsNotNoted) {
+  const std::string path = folder.Path("a.journal");
+  AviMovie movie;
+  movie.streams.resize(1);
+  const auto noted = [&] {
+    const std::string bytes = folder.Read("a.journal");
+    const auto note = ReadJournal(Bytes(bytes.begin(), bytes.end()));
+    return note ? note->end : 0;
+  };
+  std::atomic<int> asked{0};
+  std::atomic<int> allowed{0};
+  JournalKeeper keeper([&] {
+    const int mine = ++asked;
+    while (allowed < mine) ::Sleep(1);
+    return mine != 2;
+  });
+  const auto note = [&](std::uint64_t end) { return PumpUntil([&] { return keeper.Note(end, movie); }); };
+  keeper.Begin(Wide(path), 10, movie);
+  EXPECT_TRUE(note(100));
+  EXPECT_TRUE(PumpUntil([&] { return asked == 1; }));
+  EXPECT_FALSE(keeper.Note(200, movie)) << "the disk is busy";
+  EXPECT_EQ(noted(), 10U);
+  ++allowed;
+  EXPECT_TRUE(note(300));
+  EXPECT_EQ(noted(), 100U);
+  ++allowed;
+  EXPECT_TRUE(note(400));
+  EXPECT_EQ(noted(), 100U) << "the disk has failed";
+  ++allowed;
+  EXPECT_TRUE(PumpUntil([&] { return noted() == 400U; }));
+  keeper.End(true);
+  EXPECT_FALSE(Exists(path));
 }
 
 TEST_F(TvRecordingTest, WhatWasCutOffIsFinishedOnce) {
