@@ -114,7 +114,7 @@ void RecordingThread::Work() {
 }
 
 // The file may hold a movie that is not saved yet: it stays until there is something to record.
-bool RecordingThread::HasBegun() {
+bool RecordingThread::EnsureBegun() {
   if (begun) return true;
   if (recorder.Begin() != FileResult::kDone) {
     Break(target.Error());
@@ -127,7 +127,7 @@ bool RecordingThread::HasBegun() {
 
 void RecordingThread::Record(const Waiting& next) {
   BYTE* data = nullptr;
-  if (FAILED(next.sample->GetPointer(&data)) || !HasBegun()) return;
+  if (FAILED(next.sample->GetPointer(&data)) || !EnsureBegun()) return;
   const auto bytes = static_cast<std::size_t>(next.sample->GetActualDataLength());
   const std::int64_t lost = recorder.Lost();
   const std::int64_t pictures = recorder.Pictures();

@@ -37,8 +37,11 @@ class StreamTarget final : public ByteTarget {
 
   FileResult Write(std::uint64_t place, ByteView bytes, std::size_t& written) override;
   FileResult Resize(std::uint64_t bytes) override;
-  // What was written is on the disk afterwards; on any thread.
-  [[nodiscard]] HRESULT Flush() const { return stream->Commit(STGC_DEFAULT); }
+  // What was written is on the disk afterwards, as far as its owner can do that; on any thread.
+  [[nodiscard]] HRESULT Flush() const {
+    const HRESULT result = stream->Commit(STGC_DEFAULT);
+    return result == E_NOTIMPL ? S_OK : result;
+  }
   // The file is not needed any more.
   void Done() const { stream->Commit(STGC_DANGEROUSLYCOMMITMERELYTODISKCACHE); }
   [[nodiscard]] HRESULT Error() const { return error; }
@@ -83,7 +86,7 @@ class RecordingThread {
 
   void Work();
   bool Next(Waiting& next);
-  bool HasBegun();
+  bool EnsureBegun();
   void Record(const Waiting& next);
   void NoteWhenDue();
   HRESULT FinishFile();
