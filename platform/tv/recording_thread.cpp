@@ -122,6 +122,8 @@ bool RecordingThread::EnsureBegun() {
   }
   begun = true;
   journal.Begin(plan.journal, recorder.End(), recorder.Movie());
+  lastNote = ::GetTickCount64();
+  notedEnd = recorder.End();
   return true;
 }
 
