@@ -4,8 +4,8 @@ target_link_libraries(quorvex_cards PUBLIC quorvex_drive quorvex_com quorvex_pic
 
 # What the tests of capture graphs use too.
 add_library(
-  quorvex_capture STATIC platform/tv/capture_file.cpp platform/tv/capture_type.cpp platform/tv/graph_walk.cpp platform/tv/station_file.cpp
-                         platform/tv/station_pictures.cpp)
+  quorvex_capture STATIC platform/tv/capture_file.cpp platform/tv/capture_type.cpp platform/tv/graph_walk.cpp platform/tv/journal_keeper.cpp
+                         platform/tv/station_file.cpp platform/tv/station_pictures.cpp)
 target_link_libraries(quorvex_capture PUBLIC quorvex_avi quorvex_cards quorvex_filters)
 
 add_library(

@@ -114,10 +114,10 @@ FileResult AviWriter::EndPart() {
 FileResult AviWriter::NextPart() {
   if (totals.streams[0].parts.size() + 1 >= kMostParts) return FileResult::kFull;
   if (const FileResult result = EndPart(); result != FileResult::kDone) return result;
-  if (const FileResult result = Write(end, MakePartHeader(0, 0)); result != FileResult::kDone) return result;
+  // Before its header is written: where that fails, it is this part that is left away, not the one before.
   partBegin = end;
   end += kPartHeader;
-  return FileResult::kDone;
+  return Write(partBegin, MakePartHeader(0, 0));
 }
 
 // A part without chunks was not needed.

@@ -11,7 +11,7 @@ namespace quorvex {
 
 struct JournalNote {
   std::uint64_t serial = 0;  // the higher is the newer
-  std::uint64_t end = 0;     // behind the last whole chunk
+  std::uint64_t end = 0;     // behind the last whole chunk that is on the disk
   AviMovie movie;
   friend bool operator==(const JournalNote&, const JournalNote&) = default;
 };

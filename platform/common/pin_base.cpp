@@ -27,9 +27,13 @@ void PinBase::Replace(Connection made) {
 HRESULT PinBase::Disconnect() {
   if (filter.State() != State_Stopped) return VFW_E_NOT_STOPPED;
   Connection ended;
-  const std::scoped_lock guard(lock);
-  std::swap(ended, connection);
-  return ended.peer ? S_OK : S_FALSE;
+  {
+    const std::scoped_lock guard(lock);
+    std::swap(ended, connection);
+  }
+  if (!ended.peer) return S_FALSE;
+  OnDisconnected();
+  return S_OK;
 }
 
 HRESULT PinBase::ConnectedTo(IPin** pin) {

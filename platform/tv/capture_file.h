@@ -17,6 +17,7 @@ class CaptureFile final : public ByteTarget, public ByteSource {
     kOwn,        // there already; nobody else may have it open
     kRecord,     // made when it is not there; others may read
     kOverwrite,  // begins empty; others may read
+    kNew,        // not there yet; others may read
   };
 
   // Closes what was open. E_INVALIDARG without a path, else what the platform says.
@@ -27,6 +28,10 @@ class CaptureFile final : public ByteTarget, public ByteSource {
 
   FileResult Write(std::uint64_t place, ByteView bytes, std::size_t& written) override;
   FileResult Resize(std::uint64_t bytes) override;
+  // What was written is on the disk afterwards. May take its time.
+  HRESULT Flush();
+  // The same file once more: for who flushes while others write.
+  [[nodiscard]] CaptureFile Shared() const;
   std::uint64_t Size() override;
   std::size_t Read(std::uint64_t place, std::span<std::uint8_t> into) override;
 

@@ -52,7 +52,7 @@ bool IsPictures(IPin& pin) {
   return pictures;
 }
 
-// A filter's free pin for a stream of this category, or what stands for one: the only free output.
+// A filter's free output for a stream of this category, of any without one.
 ComPtr<IPin> FreePin(IBaseFilter& filter, const GUID* category) {
   const ComPtr<IPin> pin = FindPin(filter, PINDIR_OUTPUT, category);
   return pin && !PeerOf(*pin.Get()) ? pin : nullptr;

@@ -16,6 +16,7 @@ class CapturePin final : public LivePin {
 
  protected:
   void* Find(REFIID iid) override;
+  void OnDisconnected() override { control.Forget(); }
   std::vector<MediaType> Types() override;
   ALLOCATOR_PROPERTIES BufferNeeds(const MediaType& type) override;
   MediaTime FrameTime() override { return source.Format().frameTime; }

@@ -56,10 +56,18 @@ void WrittenFile::Stop() {
   if (!writing) file.Close();
 }
 
-void WrittenFile::Commit() {
+void WrittenFile::Done() {
   const std::scoped_lock guard(lock);
   writing = false;
   if (!running) file.Close();
+}
+
+HRESULT WrittenFile::Flush() {
+  std::unique_lock guard(lock);
+  if (!file.IsOpen()) return S_OK;
+  CaptureFile shared = file.Shared();
+  guard.unlock();
+  return shared.Flush();
 }
 
 HRESULT WrittenFile::Write(std::uint64_t place, ByteView bytes, std::size_t& written) {
@@ -119,8 +127,9 @@ HRESULT WriterStream::SetSize(ULARGE_INTEGER size) {
   return result == kDiskFull ? STG_E_MEDIUMFULL : result;
 }
 
-HRESULT WriterStream::Commit(DWORD) {
-  file.Commit();
+HRESULT WriterStream::Commit(DWORD flags) {
+  if ((flags & STGC_DANGEROUSLYCOMMITMERELYTODISKCACHE) == 0) return file.Flush();
+  file.Done();
   return S_OK;
 }
 

@@ -21,7 +21,7 @@ inline constexpr CLSID kFileWriterClass = {
     0x5c0a1f30, 0x7e54, 0x4a2b, {0x9f, 0x61, 0x2d, 0x8e, 0x47, 0xb3, 0x10, 0x09}};
 
 // The file that is written. It is opened when it is needed first, and closed when the graph has stopped and
-// who writes says that it is done (IStream::Commit): that may come in either order.
+// who writes says that it is done: that may come in either order.
 class WrittenFile {
  public:
   // Checks that the file can be written, as far as this can be told beforehand.
@@ -32,7 +32,9 @@ class WrittenFile {
 
   HRESULT Start();
   void Stop();
-  void Commit();
+  void Done();
+  // What was written is on the disk afterwards; others may write meanwhile.
+  HRESULT Flush();
   HRESULT Write(std::uint64_t place, ByteView bytes, std::size_t& written);
   HRESULT Resize(std::uint64_t bytes);
   std::size_t Read(std::uint64_t place, std::span<std::uint8_t> into);
@@ -58,6 +60,8 @@ class WriterStream final : public ObjectPart<IStream> {
   HRESULT STDMETHODCALLTYPE Write(const void* source, ULONG bytes, ULONG* written) override;
   HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER way, DWORD origin, ULARGE_INTEGER* reached) override;
   HRESULT STDMETHODCALLTYPE SetSize(ULARGE_INTEGER size) override;
+  // STGC_DEFAULT: what was written is on the disk afterwards; on any thread. With
+  // STGC_DANGEROUSLYCOMMITMERELYTODISKCACHE nothing more will be written.
   HRESULT STDMETHODCALLTYPE Commit(DWORD flags) override;
   HRESULT STDMETHODCALLTYPE Stat(STATSTG* stat, DWORD flags) override;
   HRESULT STDMETHODCALLTYPE CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) override {

@@ -21,6 +21,7 @@ class LinePin final : public LivePin {
 
  protected:
   void* Find(REFIID iid) override;
+  void OnDisconnected() override { control.Forget(); }
   std::vector<MediaType> Types() override;
   ALLOCATOR_PROPERTIES BufferNeeds(const MediaType& type) override;
   MediaTime FrameTime() override { return kSecond / 20; }

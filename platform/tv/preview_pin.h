@@ -17,6 +17,7 @@ class PreviewPin final : public LivePin {
 
  protected:
   void* Find(REFIID iid) override;
+  void OnDisconnected() override { control.Forget(); }
   std::vector<MediaType> Types() override;
   ALLOCATOR_PROPERTIES BufferNeeds(const MediaType& type) override;
   MediaTime FrameTime() override { return source.Format().frameTime; }

@@ -5,7 +5,7 @@
 namespace quorvex {
 namespace {
 
-// The journal is no older than this, and a little.
+// The journal is older than this only by what it takes to bring so much to the disk.
 constexpr DWORD kNoteEveryMs = 500;
 // What has waited for a slow disk may be recorded much faster than it came.
 constexpr MediaTime kNoteEvery = kNoteEveryMs * kMillisecond;
@@ -55,20 +55,14 @@ RecordingThread::RecordingThread(ComPtr<IStream> file, RecordingPlan itsPlan, Dr
     : plan(std::move(itsPlan)),
       target(std::move(file)),
       recorder(target, plan.movie, plan.master, plan.silence),
+      journal([this] { return SUCCEEDED(target.Flush()); }),
       counts(itsCounts),
       user(told),
       streamsLeft(plan.movie.streams.size()) {}
 
-HRESULT RecordingThread::Begin() {
+void RecordingThread::Begin() {
   counts.Clear();
-  if (recorder.Begin() != FileResult::kDone) return target.Error();
-  if (!plan.journal.empty()) {
-    HRESULT result = journal.Open(plan.journal, CaptureFile::Mode::kOverwrite);
-    if (SUCCEEDED(result)) result = NoteNow();
-    if (FAILED(result)) return result;
-  }
   thread = std::thread([this] { Work(); });
-  return S_OK;
 }
 
 HRESULT RecordingThread::Take(std::size_t stream, IMediaSample& sample) {
@@ -119,9 +113,23 @@ void RecordingThread::Work() {
   if (!over) End(false);
 }
 
+// The file may hold a movie that is not saved yet: it stays until there is something to record.
+bool RecordingThread::EnsureBegun() {
+  if (begun) return true;
+  if (recorder.Begin() != FileResult::kDone) {
+    Break(target.Error());
+    return false;
+  }
+  begun = true;
+  journal.Begin(plan.journal, recorder.End(), recorder.Movie());
+  lastNote = ::GetTickCount64();
+  notedEnd = recorder.End();
+  return true;
+}
+
 void RecordingThread::Record(const Waiting& next) {
   BYTE* data = nullptr;
-  if (FAILED(next.sample->GetPointer(&data))) return;
+  if (FAILED(next.sample->GetPointer(&data)) || !EnsureBegun()) return;
   const auto bytes = static_cast<std::size_t>(next.sample->GetActualDataLength());
   const std::int64_t lost = recorder.Lost();
   const std::int64_t pictures = recorder.Pictures();
@@ -133,19 +141,14 @@ void RecordingThread::Record(const Waiting& next) {
   if (result != FileResult::kDone) Break(target.Error());
 }
 
-HRESULT RecordingThread::NoteNow() {
-  const Bytes note = MakeNote({.serial = ++notes, .end = recorder.End(), .movie = recorder.Movie()});
-  lastNote = ::GetTickCount64();
-  notedLength = recorder.Length();
-  std::size_t written = 0;
-  return journal.Write(PlaceOfNote(notes), note, written) == FileResult::kDone ? S_OK : journal.Error();
-}
-
 void RecordingThread::NoteWhenDue() {
   const bool isDue =
       ::GetTickCount64() - lastNote >= kNoteEveryMs || recorder.Length() - notedLength >= kNoteEvery;
-  if (!journal.IsOpen() || over || !isDue) return;
-  if (const HRESULT result = NoteNow(); FAILED(result)) Break(result);
+  if (!begun || over || !isDue || recorder.End() == notedEnd) return;
+  if (!journal.Note(recorder.End(), recorder.Movie())) return;
+  lastNote = ::GetTickCount64();
+  notedEnd = recorder.End();
+  notedLength = recorder.Length();
 }
 
 void RecordingThread::Break(HRESULT why) {
@@ -153,19 +156,23 @@ void RecordingThread::Break(HRESULT why) {
   user.OnBroken(why);
 }
 
-// The journal goes when the file needs it no more.
+// Until the movie is on the disk, the journal is needed.
+HRESULT RecordingThread::FinishFile() {
+  if (!begun) return S_OK;
+  return recorder.Finish() == FileResult::kDone ? target.Flush() : target.Error();
+}
+
 void RecordingThread::End(bool broken) {
   {
     const std::scoped_lock guard(lock);
     over = true;
     queue.clear();
   }
-  const bool finished = recorder.Finish() == FileResult::kDone;
+  const HRESULT result = FinishFile();
   length = recorder.Length();
-  target.Commit();
-  journal.Close();
-  if (finished && !plan.journal.empty()) ::DeleteFileW(plan.journal.c_str());
-  if (!finished && !broken) user.OnBroken(target.Error());
+  journal.End(SUCCEEDED(result));
+  target.Done();
+  if (FAILED(result) && !broken) user.OnBroken(result);
 }
 
 }  // namespace quorvex

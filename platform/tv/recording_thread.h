@@ -13,9 +13,8 @@
 
 #include "base/com_ptr.h"
 #include "platform/avi/avi_recorder.h"
-#include "platform/avi/capture_journal.h"
-#include "platform/tv/capture_file.h"
 #include "platform/tv/dropped_frames.h"
+#include "platform/tv/journal_keeper.h"
 
 namespace quorvex {
 
@@ -38,8 +37,13 @@ class StreamTarget final : public ByteTarget {
 
   FileResult Write(std::uint64_t place, ByteView bytes, std::size_t& written) override;
   FileResult Resize(std::uint64_t bytes) override;
+  // What was written is on the disk afterwards, as far as its owner can do that; on any thread.
+  [[nodiscard]] HRESULT Flush() const {
+    const HRESULT result = stream->Commit(STGC_DEFAULT);
+    return result == E_NOTIMPL ? S_OK : result;
+  }
   // The file is not needed any more.
-  void Commit() const { stream->Commit(STGC_DEFAULT); }
+  void Done() const { stream->Commit(STGC_DANGEROUSLYCOMMITMERELYTODISKCACHE); }
   [[nodiscard]] HRESULT Error() const { return error; }
 
  private:
@@ -64,8 +68,8 @@ class RecordingThread {
   RecordingThread& operator=(const RecordingThread&) = delete;
   ~RecordingThread() { Finish(); }
 
-  // Writes the file's header and the first note of the journal.
-  HRESULT Begin();
+  // Nothing is written before the first sample.
+  void Begin();
   // S_FALSE when nothing more is wanted. The sample is held until it is recorded.
   HRESULT Take(std::size_t stream, IMediaSample& sample);
   void EndOfStream();
@@ -82,19 +86,21 @@ class RecordingThread {
 
   void Work();
   bool Next(Waiting& next);
+  bool EnsureBegun();
   void Record(const Waiting& next);
   void NoteWhenDue();
-  HRESULT NoteNow();
+  HRESULT FinishFile();
   void End(bool broken);
   void Break(HRESULT why);
 
   RecordingPlan plan;
   StreamTarget target;
   AviRecorder recorder;
-  CaptureFile journal;
-  std::uint64_t notes = 0;
+  bool begun = false;  // the header is in the file
+  JournalKeeper journal;
   ULONGLONG lastNote = 0;  // by the system's clock
   MediaTime notedLength = 0;
+  std::uint64_t notedEnd = 0;
   DroppedFrames& counts;
   RecordingUser& user;
   std::atomic<MediaTime> length{0};

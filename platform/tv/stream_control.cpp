@@ -20,12 +20,23 @@ HRESULT StreamControl::GetInfo(AM_STREAM_INFO* info) {
   if (info == nullptr) return E_POINTER;
   const std::scoped_lock guard(lock);
   *info = {};
-  if (gate.Start()) info->dwFlags |= AM_STREAM_INFO_START_DEFINED;
-  if (gate.Stop()) info->dwFlags |= AM_STREAM_INFO_STOP_DEFINED;
   if (!gate.IsOpen()) info->dwFlags |= AM_STREAM_INFO_DISCARDING;
-  info->tStart = gate.Start().value_or(0);
-  info->tStop = gate.Stop().value_or(0);
+  if (const auto& start = gate.Start()) {
+    info->dwFlags |= AM_STREAM_INFO_START_DEFINED;
+    info->tStart = start->time;
+    info->dwStartCookie = start->cookie;
+  }
+  if (const auto& stop = gate.Stop()) {
+    info->dwFlags |= AM_STREAM_INFO_STOP_DEFINED;
+    info->tStop = stop->time;
+    info->dwStopCookie = stop->cookie;
+  }
   return S_OK;
+}
+
+void StreamControl::Forget() {
+  const std::scoped_lock guard(lock);
+  gate = {};
 }
 
 bool StreamControl::Passes(MediaTime time) {

@@ -21,6 +21,8 @@ class StreamControl final : public ObjectPart<IAMStreamControl> {
   HRESULT STDMETHODCALLTYPE StopAt(const REFERENCE_TIME* stop, BOOL sendExtra, DWORD cookie) override;
   HRESULT STDMETHODCALLTYPE GetInfo(AM_STREAM_INFO* info) override;
 
+  // What was ordered counts no more: the stream flows.
+  void Forget();
   // Whether a sample of this time may be delivered; tells the graph when that changes.
   bool Passes(MediaTime time);
 

@@ -14,6 +14,12 @@ class StreamGate {
   static constexpr MediaTime kNow = std::numeric_limits<MediaTime>::min();
   static constexpr MediaTime kNever = std::numeric_limits<MediaTime>::max();
 
+  // An order that is still to be carried out.
+  struct Waiting {
+    MediaTime time;
+    std::uint32_t cookie;
+  };
+
   // What a sample made the gate do, with the cookie of the order.
   struct Turned {
     bool open = false;
@@ -37,20 +43,12 @@ class StreamGate {
   }
 
   [[nodiscard]] bool IsOpen() const { return open; }
-  [[nodiscard]] std::optional<MediaTime> Start() const { return TimeOf(start); }
-  [[nodiscard]] std::optional<MediaTime> Stop() const { return TimeOf(stop); }
+  [[nodiscard]] const std::optional<Waiting>& Start() const { return start; }
+  [[nodiscard]] const std::optional<Waiting>& Stop() const { return stop; }
 
  private:
-  struct Waiting {
-    MediaTime time;
-    std::uint32_t cookie;
-  };
-
   static void Order(std::optional<Waiting>& order, MediaTime time, std::uint32_t cookie) {
     order = time == kNever ? std::nullopt : std::optional(Waiting{time, cookie});
-  }
-  static std::optional<MediaTime> TimeOf(const std::optional<Waiting>& order) {
-    return order ? std::optional(order->time) : std::nullopt;
   }
   std::optional<Turned> Turn(std::optional<Waiting>& order, bool opens) {
     const Turned turned{opens, order->cookie};

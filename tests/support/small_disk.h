@@ -50,8 +50,8 @@ class SmallDisk final : public FilterBase {
       disk.bytes.resize(size.QuadPart);
       return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE Commit(DWORD) override {
-      disk.committed = true;
+    HRESULT STDMETHODCALLTYPE Commit(DWORD flags) override {
+      disk.committed = flags != STGC_DEFAULT;
       return S_OK;
     }
     HRESULT STDMETHODCALLTYPE Stat(STATSTG* stat, DWORD) override {

@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 """Recording as a user does it: with the panel's keys and the dialogs, until other programs and Quorvex itself play what was recorded."""
 
+import contextlib
 import os
 import subprocess
 import tempfile
@@ -49,6 +50,13 @@ def name_file(path):
     xdotool("type", "--delay", 30, path)
     xdotool("key", "Return")
     wait_for(lambda: not is_open(CHOOSE))
+
+
+def fill(path):
+    """Takes all the room that the disk has left."""
+    with open(path, "wb", buffering=0) as file, contextlib.suppress(OSError):
+        while True:
+            file.write(bytes(4096))
 
 
 class Capture(unittest.TestCase):
@@ -184,6 +192,7 @@ class Capture(unittest.TestCase):
         self.assertEqual(control(ALLOCATE, SIZE, "Edit").text, "4")
         self.assertEqual(control(ALLOCATE, FREE, "Static").text, "4")
         press(ALLOCATE, OK)
+        fill(disk / "rest")  # no room is left but what is set aside, not even for the journal
         press(READY, OK)
         self.remote.sees_text("Recording stopped: the disk is full", 20)
         self.assertNotIn("REC", self.remote.look().lamps())

@@ -154,22 +154,36 @@ TEST(AviWriterTest, WhatWasInTheFileIsNotInTheMovie) {
   }
 }
 
+// What there is room for of 60 pictures with their sound.
+void FillDisk(MemoryFile& file, const AviMovie& movie) {
+  AviWriter writer(file, movie);
+  ASSERT_EQ(writer.Begin(), FileResult::kDone);
+  FileResult result = FileResult::kDone;
+  for (std::uint32_t i = 0; i < 60 && result == FileResult::kDone; ++i) {
+    result = writer.Add(0, Numbered(i, kPictureBytes), true);
+    if (result == FileResult::kDone) result = writer.Add(1, Numbered(i, 4 * 1600), true);
+  }
+  ASSERT_EQ(writer.Finish(), FileResult::kDone) << file.room;
+}
+
 TEST(AviWriterTest, AFullDiskKeepsWhatIsThere) {
   const AviMovie movie = MovieOfSmallParts();
   MemoryFile whole;
-  WriteMovie(whole, movie, 60);
-  for (std::uint64_t room = HeaderBytes(movie) + 200; room < whole.bytes.size(); room += 1237) {
+  FillDisk(whole, movie);
+  const FoundAvi all = FindAll(whole.bytes);
+  std::vector<std::uint64_t> rooms;
+  for (std::uint64_t room = HeaderBytes(movie) + 200; room < whole.bytes.size(); room += 1237)
+    rooms.push_back(room);
+  // A whole part, and no room for the next one's header.
+  for (const FoundChunk& part : all.chunks.at("AVIX")) {
+    for (const std::uint64_t rest : {0, 1, 23}) rooms.push_back(part.at - 8 + rest);
+  }
+  for (const std::uint64_t room : rooms) {
     MemoryFile file({}, room);
-    AviWriter writer(file, movie);
-    ASSERT_EQ(writer.Begin(), FileResult::kDone);
-    FileResult result = FileResult::kDone;
-    for (std::uint32_t i = 0; i < 60 && result == FileResult::kDone; ++i) {
-      result = writer.Add(0, Numbered(i, kPictureBytes), true);
-      if (result == FileResult::kDone) result = writer.Add(1, Numbered(i, 4 * 1600), true);
-    }
-    ASSERT_EQ(writer.Finish(), FileResult::kDone) << room;
+    FillDisk(file, movie);
     const FoundAvi found = FindAll(file.bytes);
     EXPECT_TRUE(found.whole) << room;
+    EXPECT_EQ(MovieBytes(file), file.bytes.size()) << room;
     const std::vector<std::uint32_t> numbers = NumbersByIndex(file.bytes, found, 0);
     // No more is lost than the last sound and what the index needs.
     EXPECT_GE((numbers.size() + 2) * 6520 + 2000 + HeaderBytes(movie), room) << room;

@@ -125,6 +125,11 @@ TEST_F(TvCardTest, AStreamFlowsWhenItIsOrderedTo) {
   const REFERENCE_TIME stop = kSecond;
   EXPECT_EQ(control->StartAt(&start, 7), S_OK);
   EXPECT_EQ(control->StopAt(&stop, FALSE, 8), S_OK);
+  AM_STREAM_INFO told{};
+  EXPECT_EQ(control->GetInfo(&told), S_OK);
+  EXPECT_EQ(told.dwFlags, static_cast<DWORD>(AM_STREAM_INFO_START_DEFINED | AM_STREAM_INFO_STOP_DEFINED));
+  EXPECT_EQ(std::pair(told.tStart, told.dwStartCookie), std::pair(start, DWORD{7}));
+  EXPECT_EQ(std::pair(told.tStop, told.dwStopCookie), std::pair(stop, DWORD{8}));
   graph.Run();
   ::Sleep(1500);
   graph.control->Stop();
@@ -132,6 +137,12 @@ TEST_F(TvCardTest, AStreamFlowsWhenItIsOrderedTo) {
   ASSERT_FALSE(seen.empty());
   EXPECT_GE(seen.front().begin, start);
   EXPECT_LT(seen.back().begin, stop);
+  // Whoever is connected next does not know of the orders.
+  EXPECT_EQ(graph.graph->RemoveFilter(graph.pictures.Get()), S_OK);
+  ASSERT_EQ(graph.Watch(PIN_CATEGORY_CAPTURE), S_OK);
+  graph.Run();
+  EXPECT_GE(graph.WaitFor([&](const SeenPicture& one) { return one.begin > stop; }), 0);
+  graph.control->Stop();
 }
 
 // Answers a dialog of this title once it is there: picks a line of its list and presses a button.

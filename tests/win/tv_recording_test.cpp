@@ -12,6 +12,7 @@
 #include "platform/avi/avi_movie.h"
 #include "platform/tv/capture_file.h"
 #include "platform/tv/capture_type.h"
+#include "platform/tv/journal_keeper.h"
 #include "tests/support/card_graph.h"
 #include "tests/support/com_test.h"
 #include "tests/support/pump.h"
@@ -179,6 +180,37 @@ TEST_F(TvRecordingTest, WhatIsHeldBackIsNotRecorded) {
   EXPECT_EQ(movie.size, movie.movieBytes) << "a file of no size beforehand ends with the movie";
 }
 
+// Armed and then cancelled: the recording before is perhaps not saved yet.
+TEST_F(TvRecordingTest, ARunWithoutSamplesLeavesTheFileAsItWas) {
+  const PluggedCards cards;
+  const std::string path = folder.Path("a.avi");
+  ASSERT_EQ(Builder().Allocate(path, 4 * kMegabyte), S_OK);
+  RecordingGraph recording(path);
+  ASSERT_EQ(recording.Render(), S_OK);
+  recording.Record(20);
+  const std::string before = folder.Read("a.avi");
+  REFERENCE_TIME never = MAXLONGLONG;
+  EXPECT_EQ(recording.builder->ControlStream(&PIN_CATEGORY_CAPTURE, nullptr, &never, nullptr, 0, 0), S_OK);
+  recording.Run();
+  PumpFor(700);
+  EXPECT_FALSE(Exists(path + ".journal"));
+  EXPECT_EQ(recording.control->Stop(), S_OK);
+  EXPECT_TRUE(folder.Read("a.avi") == before);
+  CaptureFile other;
+  EXPECT_EQ(other.Open(Wide(path), CaptureFile::Mode::kOwn), S_OK) << "it is closed";
+}
+
+TEST_F(TvRecordingTest, WithoutAJournalItIsRecordedAllTheSame) {
+  const PluggedCards cards;
+  const std::string path = folder.Path("a.avi");
+  ASSERT_TRUE(::CreateDirectoryA((path + ".journal").c_str(), nullptr));
+  RecordingGraph recording(path);
+  ASSERT_EQ(recording.Render(), S_OK);
+  recording.Record(20);
+  ExpectInOrder(ReadMovie(path).pictures);
+  EXPECT_TRUE(Exists(path + ".journal")) << "not ours";
+}
+
 TEST_F(TvRecordingTest, PicturesThatTheCardLostLeaveGaps) {
   const PluggedCards cards;
   const std::string path = folder.Path("a.avi");
@@ -279,6 +311,7 @@ TEST_F(TvRecordingTest, OnlyTheMovieIsCopied) {
   ASSERT_EQ(recording.Render(), S_OK);
   recording.Record(40);
   const std::string copy = folder.Write("copy.avi", "what was there");
+  folder.Write("copy.avi.part", "the user's");
   const Builder builder;
   // Nothing is changed by copies that do not come about.
   EXPECT_EQ(builder.Copy(folder.Path("none.avi"), copy), E_INVALIDARG);
@@ -292,7 +325,8 @@ TEST_F(TvRecordingTest, OnlyTheMovieIsCopied) {
   const ReadMovie copied(copy);
   EXPECT_EQ(copied.size, whole.movieBytes);
   EXPECT_EQ(copied.pictures, whole.pictures);
-  EXPECT_FALSE(Exists(copy + ".part"));
+  EXPECT_EQ(folder.Read("copy.avi.part"), "the user's");
+  EXPECT_FALSE(Exists(copy + ".part2"));
 
   Impatient user;
   EXPECT_EQ(builder.Copy(path, folder.Path("half.avi"), true, &user), S_FALSE);
@@ -330,6 +364,41 @@ TEST_F(TvRecordingTest, AFullDiskEndsTheRecordingAndItIsWhole) {
   EXPECT_EQ(movie.movieBytes, disk->bytes.size());
   EXPECT_GT(movie.movieBytes, kMegabyte - 100'000);
   ExpectInOrder(movie.pictures);
+}
+
+// So that it tells of nothing that a power cut would take.
+TEST_F(TvRecordingTest, WhatIsNotOnTheDiskIsNotNoted) {
+  const std::string path = folder.Path("a.journal");
+  AviMovie movie;
+  movie.streams.resize(1);
+  const auto noted = [&] {
+    const std::string bytes = folder.Read("a.journal");
+    const auto note = ReadJournal(Bytes(bytes.begin(), bytes.end()));
+    return note ? note->end : 0;
+  };
+  std::atomic<int> asked{0};
+  std::atomic<int> allowed{0};
+  JournalKeeper keeper([&] {
+    const int mine = ++asked;
+    while (allowed < mine) ::Sleep(1);
+    return mine != 2;
+  });
+  const auto note = [&](std::uint64_t end) { return PumpUntil([&] { return keeper.Note(end, movie); }); };
+  keeper.Begin(Wide(path), 10, movie);
+  EXPECT_TRUE(note(100));
+  EXPECT_TRUE(PumpUntil([&] { return asked == 1; }));
+  EXPECT_FALSE(keeper.Note(200, movie)) << "the disk is busy";
+  EXPECT_EQ(noted(), 10U);
+  ++allowed;
+  EXPECT_TRUE(note(300));
+  EXPECT_EQ(noted(), 100U);
+  ++allowed;
+  EXPECT_TRUE(note(400));
+  EXPECT_EQ(noted(), 100U) << "the disk has failed";
+  ++allowed;
+  EXPECT_TRUE(PumpUntil([&] { return noted() == 400U; }));
+  keeper.End(true);
+  EXPECT_FALSE(Exists(path));
 }
 
 TEST_F(TvRecordingTest, WhatWasCutOffIsFinishedOnce) {
