@@ -85,6 +85,8 @@ std::optional<JournalNote> ReadNote(ByteView bytes) {
   const std::uint64_t count = reader.Next(2);
   if (count == 0 || count > kMostStreams) return std::nullopt;
   for (std::uint64_t i = 0; i < count; ++i) note.movie.streams.push_back(ReadStream(reader));
+  note.safeEnd = reader.Next(8);
+  note.systemStart = reader.Next(8);
   const std::vector<AviStream>& streams = note.movie.streams;
   const bool possible = reader.IsWhole() && std::all_of(streams.begin(), streams.end(), IsPossible);
   return possible ? std::optional(std::move(note)) : std::nullopt;
@@ -98,6 +100,7 @@ Bytes MakeNote(const JournalNote& note) {
   writer.U64(kMagic).U64(note.serial).U64(note.end).U64(movie.id).U64(movie.fileBytes).U64(movie.partBytes);
   writer.U16(movie.oldIndex ? 1 : 0).U16(movie.streams.size());
   for (const AviStream& stream : movie.streams) PutStream(writer, stream);
+  writer.U64(note.safeEnd).U64(note.systemStart);
   writer.ZerosTo(kNoteBytes - kSealBytes);
   writer.U64(SealOf(writer.View()));
   return writer.Take();

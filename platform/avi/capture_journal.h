@@ -11,8 +11,10 @@ namespace quorvex {
 
 struct JournalNote {
   std::uint64_t serial = 0;  // the higher is the newer
-  std::uint64_t end = 0;     // behind the last whole chunk that is on the disk
+  std::uint64_t end = 0;     // behind the last whole chunk
   AviMovie movie;
+  std::uint64_t safeEnd = 0;      // behind the last one that is on the disk, whatever becomes of the machine
+  std::uint64_t systemStart = 0;  // when the machine was started, in seconds since 1601
   friend bool operator==(const JournalNote&, const JournalNote&) = default;
 };
 

@@ -1,10 +1,24 @@
 #include "platform/tv/capture_recovery.h"
 
+#include <algorithm>
+
 #include "platform/avi/capture_repair.h"
 #include "platform/tv/capture_file.h"
+#include "platform/tv/journal_keeper.h"
 
 namespace quorvex {
 namespace {
+
+// By less the clock is put right.
+constexpr std::uint64_t kSameStart = 60;
+
+// What of it is surely in the file.
+JournalNote Trusted(JournalNote note) {
+  const std::uint64_t start = SystemStart();
+  const std::uint64_t apart = std::max(start, note.systemStart) - std::min(start, note.systemStart);
+  if (apart > kSameStart) note.end = std::min(note.end, note.safeEnd);
+  return note;
+}
 
 bool IsMissing(HRESULT result) {
   return result == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND) ||
@@ -25,7 +39,7 @@ HRESULT RecoverRecording(const std::wstring& path, LONGLONG& length) {
   CaptureFile file;
   result = file.Open(path, CaptureFile::Mode::kOwn);
   if (FAILED(result)) return IsMissing(result) ? S_FALSE : result;
-  const Repair repair = RepairMovie(file, file, *note);
+  const Repair repair = RepairMovie(file, file, Trusted(*note));
   if (repair.result == Repair::Result::kForeign) return S_FALSE;
   if (repair.result == Repair::Result::kFailed) return FAILED(file.Error()) ? file.Error() : E_FAIL;
   length = repair.length;

@@ -2,28 +2,40 @@
 
 namespace quorvex {
 
+std::uint64_t SystemStart() {
+  FILETIME now{};
+  ::GetSystemTimeAsFileTime(&now);
+  constexpr std::uint64_t kPerSecond = 10'000'000;
+  const std::uint64_t seconds =
+      (static_cast<std::uint64_t>(now.dwHighDateTime) << 32U | now.dwLowDateTime) / kPerSecond;
+  return seconds - ::GetTickCount64() / 1000;
+}
+
 void JournalKeeper::Begin(const std::wstring& itsPath, std::uint64_t end, const AviMovie& movie) {
   path = itsPath;
   if (path.empty() || FAILED(journal.Open(path, CaptureFile::Mode::kOverwrite))) return;
-  if (!Write({.end = end, .movie = movie})) {
+  if (!Write(end, movie)) {
     End(true);
     return;
   }
   thread = std::thread([this] { Work(); });
 }
 
-bool JournalKeeper::Note(std::uint64_t end, const AviMovie& movie) {
-  if (!thread.joinable()) return true;
+void JournalKeeper::Note(std::uint64_t end, const AviMovie& movie) {
+  if (!thread.joinable()) return;
+  Write(end, movie);
   const std::scoped_lock guard(lock);
-  if (next) return false;
-  next = JournalNote{.end = end, .movie = movie};
+  unflushed = end;
   changed.notify_all();
-  return true;
 }
 
 // Where this one cannot be written, the note before stays.
-bool JournalKeeper::Write(JournalNote note) {
-  note.serial = ++notes;
+bool JournalKeeper::Write(std::uint64_t end, const AviMovie& movie) {
+  JournalNote note{.serial = ++notes, .end = end, .movie = movie, .systemStart = SystemStart()};
+  {
+    const std::scoped_lock guard(lock);
+    note.safeEnd = safeEnd;
+  }
   std::size_t written = 0;
   return journal.Write(PlaceOfNote(note.serial), MakeNote(note), written) == FileResult::kDone;
 }
@@ -31,13 +43,15 @@ bool JournalKeeper::Write(JournalNote note) {
 void JournalKeeper::Work() {
   std::unique_lock guard(lock);
   for (;;) {
-    changed.wait(guard, [this] { return ending || next; });
+    changed.wait(guard, [this] { return ending || unflushed; });
     if (ending) return;
-    const JournalNote note = *next;
+    const std::uint64_t end = *unflushed;
+    unflushed.reset();
     guard.unlock();
-    if (flush() && Write(note)) journal.Flush();
+    const bool done = flush();
+    journal.Flush();
     guard.lock();
-    next.reset();
+    if (done) safeEnd = end;
   }
 }
 

@@ -145,7 +145,7 @@ void RecordingThread::NoteWhenDue() {
   const bool isDue =
       ::GetTickCount64() - lastNote >= kNoteEveryMs || recorder.Length() - notedLength >= kNoteEvery;
   if (!begun || over || !isDue || recorder.End() == notedEnd) return;
-  if (!journal.Note(recorder.End(), recorder.Movie())) return;
+  journal.Note(recorder.End(), recorder.Movie());
   lastNote = ::GetTickCount64();
   notedEnd = recorder.End();
   notedLength = recorder.Length();

@@ -104,7 +104,7 @@ Bytes TwoNotes(const JournalNote& first, const JournalNote& second) {
 
 TEST(CaptureJournalTest, TheNewestWholeNoteCounts) {
   const JournalNote older{.serial = 8, .end = 1000, .movie = TestMovie()};
-  const JournalNote newer{.serial = 9, .end = 2000, .movie = TestMovie()};
+  const JournalNote newer{.serial = 9, .end = 2000, .movie = TestMovie(), .safeEnd = 1500, .systemStart = 7};
   EXPECT_EQ(ReadJournal(TwoNotes(newer, older)), newer);
   EXPECT_NE(PlaceOfNote(8), PlaceOfNote(9));
   Bytes torn = TwoNotes(older, newer);

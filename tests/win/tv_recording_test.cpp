@@ -366,16 +366,13 @@ TEST_F(TvRecordingTest, AFullDiskEndsTheRecordingAndItIsWhole) {
   ExpectInOrder(movie.pictures);
 }
 
-// So that it tells of nothing that a power cut would take.
-TEST_F(TvRecordingTest, WhatIsNotOnTheDiskIsNotNoted) {
-  const std::string path = folder.Path("a.journal");
+std::optional<JournalNote> NoteIn(const std::string& bytes) {
+  return ReadJournal(Bytes(bytes.begin(), bytes.end()));
+}
+
+TEST_F(TvRecordingTest, TheJournalTellsWhatAPowerCutWouldLeave) {
   AviMovie movie;
   movie.streams.resize(1);
-  const auto noted = [&] {
-    const std::string bytes = folder.Read("a.journal");
-    const auto note = ReadJournal(Bytes(bytes.begin(), bytes.end()));
-    return note ? note->end : 0;
-  };
   std::atomic<int> asked{0};
   std::atomic<int> allowed{0};
   JournalKeeper keeper([&] {
@@ -383,22 +380,31 @@ TEST_F(TvRecordingTest, WhatIsNotOnTheDiskIsNotNoted) {
     while (allowed < mine) ::Sleep(1);
     return mine != 2;
   });
-  const auto note = [&](std::uint64_t end) { return PumpUntil([&] { return keeper.Note(end, movie); }); };
-  keeper.Begin(Wide(path), 10, movie);
-  EXPECT_TRUE(note(100));
+  // Notes until one tells this as safe.
+  std::uint64_t end = 100;
+  const auto safe = [&](std::uint64_t wanted) {
+    return PumpUntil([&] {
+      keeper.Note(end, movie);
+      const auto note = NoteIn(folder.Read("a.journal"));
+      EXPECT_EQ(note->end, end);
+      return note->safeEnd == wanted;
+    });
+  };
+  keeper.Begin(Wide(folder.Path("a.journal")), 10, movie);
+  EXPECT_TRUE(safe(0));
   EXPECT_TRUE(PumpUntil([&] { return asked == 1; }));
-  EXPECT_FALSE(keeper.Note(200, movie)) << "the disk is busy";
-  EXPECT_EQ(noted(), 10U);
+  end = 200;
+  EXPECT_TRUE(safe(0)) << "the disk is busy";
   ++allowed;
-  EXPECT_TRUE(note(300));
-  EXPECT_EQ(noted(), 100U);
+  EXPECT_TRUE(safe(100));
   ++allowed;
-  EXPECT_TRUE(note(400));
-  EXPECT_EQ(noted(), 100U) << "the disk has failed";
+  EXPECT_TRUE(PumpUntil([&] { return asked == 3; }));
+  EXPECT_TRUE(safe(100)) << "it has failed";
   ++allowed;
-  EXPECT_TRUE(PumpUntil([&] { return noted() == 400U; }));
+  EXPECT_TRUE(safe(200));
+  allowed = 1000;
   keeper.End(true);
-  EXPECT_FALSE(Exists(path));
+  EXPECT_FALSE(Exists(folder.Path("a.journal")));
 }
 
 TEST_F(TvRecordingTest, WhatWasCutOffIsFinishedOnce) {
@@ -416,15 +422,26 @@ TEST_F(TvRecordingTest, WhatWasCutOffIsFinishedOnce) {
   ASSERT_TRUE(::CopyFileA((path + ".journal").c_str(), (cut + ".journal").c_str(), FALSE));
   ASSERT_TRUE(::CopyFileA(path.c_str(), cut.c_str(), FALSE));
   EXPECT_EQ(recording.control->Stop(), S_OK);
+  const std::string noted = folder.Read("cut.avi.journal");
 
   EXPECT_EQ(builder.Copy(cut, folder.Path("copy.avi")), E_FAIL) << "no movie yet";
   EXPECT_EQ(builder.Recover(cut, length), S_OK);
+  const auto whole = static_cast<double>(length);
   EXPECT_FALSE(Exists(cut + ".journal"));
   const ReadMovie movie(cut);
   ExpectInOrder(movie.pictures);
-  EXPECT_NEAR(static_cast<double>(movie.pictures.size()) * 1001 / 30000,
-              static_cast<double>(length) / kSecond, 0.3);
+  EXPECT_NEAR(static_cast<double>(movie.pictures.size()) * 1001 / 30000, whole / kSecond, 0.3);
   EXPECT_EQ(builder.Recover(cut, length), S_FALSE) << "once";
+  // The machine went down: what was not on the disk then may be anything.
+  JournalNote note = NoteIn(noted).value();
+  note.systemStart -= 1000;
+  note.safeEnd = note.end / 2;
+  const Bytes bytes = MakeNote(note);
+  folder.Write("cut.avi.journal", std::string(bytes.begin(), bytes.end()));
+  LONGLONG safe = -1;
+  EXPECT_EQ(builder.Recover(cut, safe), S_OK);
+  EXPECT_NEAR(static_cast<double>(safe), whole / 2, 0.2 * kSecond);
+  EXPECT_LT(ReadMovie(cut).pictures.size(), movie.pictures.size());
   folder.Write("a.avi.journal", "not ours");
   EXPECT_EQ(builder.Recover(path, length), S_FALSE);
   EXPECT_TRUE(Exists(path + ".journal")) << "somebody else's";
