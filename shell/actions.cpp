@@ -81,4 +81,11 @@ void OnPanelEnabled() {
   if (std::exchange(closeAwaited, false)) ::PostMessageA(mainWindow, WM_CLOSE, 0, 0);
 }
 
+void OnSessionEnd() {
+  SaveSettings();
+  if (!currentDevice) return;
+  currentDevice->SaveSettings();
+  if (currentDevice->recording) currentDevice->Stop();
+}
+
 }  // namespace quorvex
