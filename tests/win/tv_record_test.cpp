@@ -123,6 +123,21 @@ TEST_F(TvRecordTest, ACardThatTakesNoOrdersForItsStreamsIsPausedUntilTheConfirma
   EXPECT_FALSE(IsRecording());
 }
 
+TEST_F(TvRecordTest, TheConfirmationComesWhereAMinimisedPanelWas) {
+  OpenWithFile();
+  RECT panel{};
+  ::GetWindowRect(mainWindow, &panel);
+  ::ShowWindow(mainWindow, SW_MINIMIZE);
+  const DialogScript script({{kReady, [&](HWND dialog) {
+                                RECT place{};
+                                ::GetWindowRect(dialog, &place);
+                                EXPECT_NEAR(place.left + place.right, panel.left + panel.right, 1);
+                                EXPECT_NEAR(place.top + place.bottom, panel.top + panel.bottom, 1);
+                                ::PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+                              }}});
+  Press(kCommandRecord);
+}
+
 TEST_F(TvRecordTest, CancelAtTheConfirmationGoesBackToThePreview) {
   OpenWithFile();
   Device().capture.promptToSave = true;
