@@ -138,6 +138,16 @@ TEST_F(TvRecordTest, TheConfirmationComesWhereAMinimisedPanelWas) {
   Press(kCommandRecord);
 }
 
+TEST_F(TvRecordTest, WithoutTheVideoWindowThePreviewHasNoWindowOfItsOwn) {
+  OpenWithFile();
+  DeleteVideoWindow();
+  for (const auto& act : {std::function([this] { RecordOf(); }), std::function([] { Press(kCommandStop); })}) {
+    tv.renderer.autoShow = true;
+    act();
+    EXPECT_FALSE(tv.renderer.autoShow);
+  }
+}
+
 TEST_F(TvRecordTest, CancelAtTheConfirmationGoesBackToThePreview) {
   OpenWithFile();
   Device().capture.promptToSave = true;
