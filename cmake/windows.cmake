@@ -106,6 +106,7 @@ add_library(
   panel/shown_colours.cpp
   panel/skin.cpp
   panel/status_display.cpp
+  panel/window_place.cpp
   setup/capture_page.cpp
   setup/cd_page.cpp
   setup/dvd_page.cpp

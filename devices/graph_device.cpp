@@ -37,7 +37,12 @@ bool CGraphDevice::AttachVideo(int width, int height) {
 }
 
 void CGraphDevice::ReattachVideo() {
-  if (theVideoWindow && videoWindow) videoWindowHandle = theVideoWindow->Reattach(videoWindow.Get());
+  if (!videoWindow) return;
+  if (theVideoWindow) {
+    videoWindowHandle = theVideoWindow->Reattach(videoWindow.Get());
+  } else {
+    videoWindow->put_AutoShow(0);  // OAFALSE
+  }
 }
 
 void CGraphDevice::HideVideo() {

@@ -28,7 +28,8 @@ class CGraphDevice : public CDevice {
   // made (reported) or has no frame.
   bool AttachVideo(int width, int height);
 
-  // Gives the video window, if there is one, the picture of a graph that was built anew.
+  // Gives the video window the picture of a graph that was built anew. Without one the picture is not shown:
+  // a renderer on its own would open a bare window when the graph runs.
   void ReattachVideo();
 
   // Takes the picture back from the video window; to be done before the graph goes.

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/geometry.h"
+#include "panel/window_place.h"
 
 namespace quorvex {
 
@@ -62,9 +63,8 @@ void SetPointer(LPCSTR cursor) { ::SetCursor(::LoadCursorA(nullptr, cursor)); }
 
 void CenterWindow(HWND window, HWND reference) {
   RECT moved{};
-  RECT fixed{};
   ::GetWindowRect(window, &moved);
-  ::GetWindowRect(reference, &fixed);
+  const RECT fixed = PlaceOf(reference);
   const int left = fixed.left + Half((fixed.right - fixed.left) - (moved.right - moved.left));
   const int top = fixed.top + Half((fixed.bottom - fixed.top) - (moved.bottom - moved.top));
   ::SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);

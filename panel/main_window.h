@@ -35,7 +35,8 @@ void LowerControlPanel();
 // Shows one of the system's pointers (IDC_...) until the mouse moves.
 void SetPointer(LPCSTR cursor);
 
-// Moves `window` so that its centre lies over the centre of `reference`; size and z-order stay.
+// Moves `window` so that its centre lies over the centre of `reference`, or of where that comes back to when
+// it is minimised; size and z-order stay.
 void CenterWindow(HWND window, HWND reference);
 
 // Moves a window that hangs over the edge of its screen's work area just so far that it does not.

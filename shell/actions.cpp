@@ -83,4 +83,11 @@ void OnPanelEnabled() {
   if (HasHandedOver()) ::PostMessageA(mainWindow, kHandedOverMessage, 0, 0);
 }
 
+void OnSessionEnd() {
+  SaveSettings();
+  if (!currentDevice) return;
+  currentDevice->SaveSettings();
+  if (currentDevice->recording) currentDevice->Stop();
+}
+
 }  // namespace quorvex

@@ -27,4 +27,8 @@ void Power();
 // A dialog has been closed: the panel takes keys again.
 void OnPanelEnabled();
 
+// The session ends, and this process with it, perhaps as soon as this returns: what is to last is stored, and
+// a recording ended. Dialogs that are open stay, and so does the device that has opened them.
+void OnSessionEnd();
+
 }  // namespace quorvex

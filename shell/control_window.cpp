@@ -60,6 +60,9 @@ LRESULT CALLBACK ControlWindowProcedure(HWND window, UINT message, WPARAM wParam
     case WM_DESTROY: ShutDown(); return 0;
     case WM_PAINT: OnPaint(window); return 0;
     case WM_CLOSE: Power(); return 0;
+    case WM_ENDSESSION:
+      if (wParam != FALSE) OnSessionEnd();
+      return 0;
     case WM_ENABLE:
       if (wParam != FALSE) OnPanelEnabled();
       break;

@@ -4,6 +4,7 @@
 
 #include "panel/main_window.h"
 #include "panel/skin.h"
+#include "panel/window_place.h"
 #include "resources/ids.h"
 #include "video/renderer_window.h"
 
@@ -108,7 +109,7 @@ HWND CVWindow::Attach(IVideoWindow* renderer, int width, int height) {
   videoWindow = renderer;
   videoSize = {width, height};
   const Size frame = FrameSize(FirstPicture(videoSize, ScreenSize()));
-  const Point place = PlaceFrame(ToRect(WindowRect(mainWindow)), frame);
+  const Point place = PlaceFrame(ToRect(PlaceOf(mainWindow)), frame);
   if (fullScreen) {
     restoreRect = {place.x, place.y, place.x + frame.width, place.y + frame.height};
     FitFullScreen(ScreenSize());

@@ -16,6 +16,7 @@
 #include "devices/shared_state.h"
 #include "panel/main_window.h"
 #include "panel/status_display.h"
+#include "panel/window_place.h"
 #include "resources/ids.h"
 
 namespace quorvex {
@@ -157,7 +158,7 @@ void OpenFileDialog::OnLayoutDone() {
   FillWidth();
   const RECT whole = Place(dialog);
   const RECT edge = Place(::GetDlgItem(panelWindow, IDC_COLLAPSED_EDGE));
-  const RECT control = Place(mainWindow);
+  const RECT control = PlaceOf(mainWindow);
   full = {whole.right - whole.left, whole.bottom - whole.top};
   collapsed = {full.width, edge.top - whole.top};
   const int left = control.left + Half((control.right - control.left) - full.width);

@@ -54,6 +54,7 @@ INT_PTR CaptureFileDialog::OnCommand(int control) {
 void CaptureFileDialog::OnStart() {
   path = device.capture.file.empty() ? lastPath : device.capture.file;
   CenterWindow(dialog, ::GetWindow(dialog, GW_OWNER));
+  BringIntoView(dialog);
   if (device.capture.file.empty()) {
     ::EnableWindow(::GetDlgItem(dialog, IDC_CAPTURE_SIZE), FALSE);
   } else {

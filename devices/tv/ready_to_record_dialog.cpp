@@ -9,6 +9,7 @@ namespace {
 INT_PTR CALLBACK ReadyToRecordDialog(HWND dialog, UINT message, WPARAM wParam, LPARAM /*lParam*/) {
   if (message == WM_INITDIALOG) {
     CenterWindow(dialog, mainWindow);
+    BringIntoView(dialog);
     return TRUE;
   }
   if (message != WM_COMMAND) return FALSE;

@@ -123,7 +123,9 @@ void CTVDevice::EndRecording(const std::string& reason) {
   recording = false;
   ShowRecording(false);
   SetDisplayText(reason);
-  if (capture.promptToSave) SaveCaptureFile(mainWindow);
+  // At the end of the session there is nobody to answer, nor time to copy.
+  const bool sessionEnds = ::GetSystemMetrics(SM_SHUTTINGDOWN) != 0;
+  if (capture.promptToSave && !sessionEnds) SaveCaptureFile(mainWindow);
 }
 
 std::optional<RecordingReport> CTVDevice::Recorded() { return capturing ? CountsNow() : lastRecording; }

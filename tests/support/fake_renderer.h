@@ -34,6 +34,7 @@ class FakeRenderer final : public NoDispatch<IVideoWindow> {
   HWND drain = nullptr;
   Rect place;
   int placed = 0;
+  bool autoShow = true;
 
   STDMETHODIMP put_WindowStyle(LONG windowStyle) override {
     const HRESULT result = Answer("put_WindowStyle");
@@ -62,6 +63,11 @@ class FakeRenderer final : public NoDispatch<IVideoWindow> {
     return result;
   }
 
+  STDMETHODIMP put_AutoShow(LONG show) override {
+    const HRESULT result = Answer("put_AutoShow");
+    if (SUCCEEDED(result)) autoShow = show != 0;
+    return result;
+  }
   STDMETHODIMP put_Visible(LONG) override { return Answer("put_Visible"); }
 
   // It lives as long as its test, which holds one reference.
@@ -74,7 +80,7 @@ class FakeRenderer final : public NoDispatch<IVideoWindow> {
   QUORVEX_UNEXPECTED_PROPERTY(Caption, BSTR)
   QUORVEX_UNEXPECTED(get_WindowStyle, LONG*)
   QUORVEX_UNEXPECTED_PROPERTY(WindowStyleEx, LONG)
-  QUORVEX_UNEXPECTED_PROPERTY(AutoShow, LONG)
+  QUORVEX_UNEXPECTED(get_AutoShow, LONG*)
   QUORVEX_UNEXPECTED_PROPERTY(WindowState, LONG)
   QUORVEX_UNEXPECTED_PROPERTY(BackgroundPalette, LONG)
   QUORVEX_UNEXPECTED(get_Visible, LONG*)

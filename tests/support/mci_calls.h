@@ -28,6 +28,9 @@ class MciCalls {
   // What was opened and not closed.
   std::set<MCIDEVICEID> open;
 
+  // The drive calls itself stopped while it is paused.
+  bool pausedIsStopped = false;
+
  private:
   static MCIERROR WINAPI Send(MCIDEVICEID device, UINT message, DWORD_PTR flags, DWORD_PTR parameters) {
     return current->Take(device, message, flags, parameters);
@@ -36,6 +39,11 @@ class MciCalls {
   MCIERROR Take(MCIDEVICEID device, UINT message, DWORD_PTR flags, DWORD_PTR parameters) {
     if (script.Answer(NameOf(message, flags, parameters)) != S_OK) return kAnswer;
     const MCIERROR error = hook.Platform()(device, message, flags, parameters);
+    if (message == MCI_STATUS && pausedIsStopped) {
+      auto& status = *reinterpret_cast<MCI_STATUS_PARMS*>(parameters);
+      if (status.dwItem == MCI_STATUS_MODE && status.dwReturn == MCI_MODE_PAUSE)
+        status.dwReturn = MCI_MODE_STOP;
+    }
     if (error == 0 && message == MCI_OPEN)
       open.insert(reinterpret_cast<MCI_OPEN_PARMSA*>(parameters)->wDeviceID);
     if (error == 0 && message == MCI_CLOSE) open.erase(device);

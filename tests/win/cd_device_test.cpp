@@ -4,6 +4,7 @@
 #include <thread>
 
 #include "tests/support/cd_panel.h"
+#include "tests/support/mci_calls.h"
 #include "tests/support/noted_boxes.h"
 
 namespace quorvex {
@@ -45,6 +46,17 @@ TEST_F(CdDeviceTest, AScanThatADiscDoesNotSurviveEnds) {
   currentDevice->EndScan();
   PumpFor(300);
   EXPECT_TRUE(drive.State().trayOpen) << "letting go of the key must not close the tray";
+}
+
+TEST_F(CdDeviceTest, OnADriveThatCallsItselfStoppedWhilePausedStopEndsThePause) {
+  ComScript script;
+  MciCalls mci(script);
+  mci.pausedIsStopped = true;
+  OpenWith({60});
+  Press(kCommandPause);
+  EXPECT_TRUE(Until([] { return Shown(kPauseLamp) == 1 && IsLit(kCommandPause); }));
+  Press(kCommandStop);
+  EXPECT_TRUE(Until([] { return Shown(kPauseLamp) == 0 && !IsLit(kCommandPause); }));
 }
 
 TEST_F(CdDeviceTest, PlayClosesTheTray) {

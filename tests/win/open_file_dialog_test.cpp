@@ -111,6 +111,16 @@ TEST_F(OpenFileDialogTest, StartsCollapsedAndExpands) {
   EXPECT_EQ(IniFile(mediaAlbumPath).Read().Integer("List of Albums", "Selection", 0), 1);
 }
 
+TEST_F(OpenFileDialogTest, ComesWhereAMinimisedPanelWas) {
+  ::SetWindowPos(mainWindow, nullptr, 500, 800, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+  const RECT panel = Place(mainWindow);
+  ::ShowWindow(mainWindow, SW_MINIMIZE);
+  Run([&](FileDialogUser& user) {
+    const RECT dialog = Place(user.Dialog());
+    EXPECT_NEAR(dialog.left + dialog.right, panel.left + panel.right, 1);
+  });
+}
+
 TEST_F(OpenFileDialogTest, TitlesAreTrimmedAndTakenOnce) {
   constexpr char kNew[] = "New Playlist";
   Store(kAlbums);

@@ -3,8 +3,11 @@
 #include <evcode.h>
 
 #include "tests/support/dialog_user.h"
+#include "tests/support/import_hook.h"
 #include "tests/support/pump.h"
 #include "tests/support/tv_panel.h"
+
+extern "C" decltype(&::GetSystemMetrics) __imp_GetSystemMetrics;
 
 namespace quorvex {
 namespace {
@@ -120,6 +123,31 @@ TEST_F(TvRecordTest, ACardThatTakesNoOrdersForItsStreamsIsPausedUntilTheConfirma
   EXPECT_FALSE(IsRecording());
 }
 
+TEST_F(TvRecordTest, TheConfirmationComesWhereAMinimisedPanelWas) {
+  OpenWithFile();
+  RECT panel{};
+  ::GetWindowRect(mainWindow, &panel);
+  ::ShowWindow(mainWindow, SW_MINIMIZE);
+  const DialogScript script({{kReady, [&](HWND dialog) {
+                                RECT place{};
+                                ::GetWindowRect(dialog, &place);
+                                EXPECT_NEAR(place.left + place.right, panel.left + panel.right, 1);
+                                EXPECT_NEAR(place.top + place.bottom, panel.top + panel.bottom, 1);
+                                ::PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+                              }}});
+  Press(kCommandRecord);
+}
+
+TEST_F(TvRecordTest, WithoutTheVideoWindowThePreviewHasNoWindowOfItsOwn) {
+  OpenWithFile();
+  DeleteVideoWindow();
+  for (const auto& act : {std::function([this] { RecordOf(); }), std::function([] { Press(kCommandStop); })}) {
+    tv.renderer.autoShow = true;
+    act();
+    EXPECT_FALSE(tv.renderer.autoShow);
+  }
+}
+
 TEST_F(TvRecordTest, CancelAtTheConfirmationGoesBackToThePreview) {
   OpenWithFile();
   Device().capture.promptToSave = true;
@@ -223,6 +251,25 @@ TEST_F(TvRecordTest, TheStoreKnowsTheFileBeforeItIsWritten) {
   Device().capture.file = "C:\\new tape.avi";
   RecordOf();
   EXPECT_EQ(Stored("CaptureFile"), "C:\\new tape.avi");
+}
+
+TEST_F(TvRecordTest, TheEndOfTheSessionStoresTheOptionsAndFinishesTheFile) {
+  OpenWithFile("PromptToSave=1\r\n");
+  RecordOf();
+  stores.Write("quorvex.ini", "");
+  ::SendMessageA(mainWindow, WM_ENDSESSION, FALSE, 0);
+  EXPECT_TRUE(IsRecording()) << "the session goes on: somebody refused";
+  static const auto metrics = __imp_GetSystemMetrics;
+  const ImportHook<decltype(&::GetSystemMetrics)> ending(__imp_GetSystemMetrics, [](int metric) {
+    return metric == SM_SHUTTINGDOWN ? 1 : metrics(metric);
+  });
+  ::SendMessageA(mainWindow, WM_ENDSESSION, TRUE, 0);
+  EXPECT_EQ(Stored("LastDevice"), "1");
+  EXPECT_EQ(Stored("CaptureFile"), "C:\\tape.avi");
+  EXPECT_NE(Stored("AntennaChannelList"), "missing");
+  EXPECT_FALSE(IsRecording());
+  EXPECT_NE(tv.Take().find("gone mux\n"), std::string::npos) << "the file is not finished";
+  Device().capture.promptToSave = false;
 }
 
 TEST_F(TvRecordTest, TheFormatOfTheSoundIsChosenInThePlatformsDialog) {

@@ -76,6 +76,11 @@ TEST_F(VideoWindowTest, TheFrameStandsAboveThePanelAndHoldsTheRenderer) {
   EXPECT_EQ(theVideoWindow->GetRendererWindow(), renderer.window) << "taken over for a second time";
 }
 
+TEST_F(VideoWindowTest, TheFrameStandsAboveWhereAMinimisedPanelWas) {
+  ::ShowWindow(mainWindow, SW_MINIMIZE);
+  EXPECT_EQ(Place(Show(640, 480)), (Rect{177, 321, 847, 825}));
+}
+
 TEST_F(VideoWindowTest, OnWindowsTheRendererIsFoundByItsClass) {
   FakeRenderer named("VideoRenderer");
   Show(320, 240);
