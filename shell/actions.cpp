@@ -11,7 +11,6 @@
 #include "panel/main_window.h"
 #include "panel/status_display.h"
 #include "setup/setup_sheet.h"
-#include "shell/open_files.h"
 #include "shell/settings.h"
 #include "video/video_window.h"
 
@@ -80,7 +79,6 @@ void Power() {
 
 void OnPanelEnabled() {
   if (std::exchange(closeAwaited, false)) ::PostMessageA(mainWindow, WM_CLOSE, 0, 0);
-  if (HasHandedOver()) ::PostMessageA(mainWindow, kHandedOverMessage, 0, 0);
 }
 
 void OnSessionEnd() {

@@ -28,6 +28,12 @@ void OnPaint(HWND window) {
   ::EndPaint(window, &paint);
 }
 
+// A dialog is over: what has waited for its end may come.
+void OnEnabled(HWND window) {
+  OnPanelEnabled();
+  if (HasHandedOver()) ::PostMessageA(window, kHandedOverMessage, 0, 0);
+}
+
 void OnEntryTimeout(HWND window) {
   ::KillTimer(window, kEntryTimer);
   if (currentDevice) currentDevice->EndNumberEntry();
@@ -64,7 +70,7 @@ LRESULT CALLBACK ControlWindowProcedure(HWND window, UINT message, WPARAM wParam
       if (wParam != FALSE) OnSessionEnd();
       return 0;
     case WM_ENABLE:
-      if (wParam != FALSE) OnPanelEnabled();
+      if (wParam != FALSE) OnEnabled(window);
       break;
     case WM_ERASEBKGND: PaintPanelBackground(reinterpret_cast<HDC>(wParam)); return 1;
     case WM_SETTINGCHANGE: OnSettingChange(wParam); return 0;

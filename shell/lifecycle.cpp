@@ -58,15 +58,13 @@ void EndLampTest() {
   } else if (settings.autoStartDevice != 0) {
     StartLastDevice();
   }
-  PressEarlyKeys();
+  HoldKeys(false);
   ::SetTimer(mainWindow, kClockTimer, kClockPeriodMs, nullptr);
 }
 
 void OnHandedOver() {
   if (started && ::IsWindowEnabled(mainWindow) != FALSE) PlayHandedOver();
 }
-
-bool HasStarted() { return started; }
 
 void TickClock() {
   if (!currentDevice || (currentDeviceType == DeviceType::kTv && !currentDevice->recording)) ShowClock();
@@ -75,6 +73,7 @@ void TickClock() {
 void ShutDown() {
   ::KillTimer(mainWindow, kClockTimer);
   started = false;
+  HoldKeys(true);
   SaveSettings();
   skin.background.Reset();
   skin.segments.Reset();

@@ -16,7 +16,6 @@ void StartSequence();
 // The lamp test begins; it ends, the version is shown and the last device started; then the clock runs.
 void BeginLampTest();
 void EndLampTest();
-bool HasStarted();
 void TickClock();
 
 // Files were handed over: they are played now, or when the lamp test or the dialog that is open is over.

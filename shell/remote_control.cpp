@@ -19,15 +19,14 @@
 #include "panel/status_display.h"
 #include "remote/remote_message.h"
 #include "remote/remote_protocol.h"
-#include "shell/lifecycle.h"
 #include "shell/open_files.h"
 
 namespace quorvex {
 namespace {
 
 int keysWaiting = 0;  // that another program has pressed and that have not been acted on
-std::vector<int>
-    earlyKeys;  // of these, what the start sequence holds up: its end would write over what they show
+bool keysHeld = true;
+std::vector<int> heldKeys;  // of these
 
 // A process's user, as its token names him; empty when it cannot be asked.
 std::vector<BYTE> UserOf(HANDLE process) {
@@ -64,8 +63,8 @@ RemoteAnswer PressKey(std::string_view bytes) {
   const std::optional<int> command = CommandIn(bytes);
   if (!command) return RemoteAnswer::kRefused;
   ++keysWaiting;
-  earlyKeys.push_back(*command);
-  if (HasStarted()) PressEarlyKeys();
+  heldKeys.push_back(*command);
+  HoldKeys(keysHeld);
   return RemoteAnswer::kDone;
 }
 
@@ -180,8 +179,10 @@ RemoteAnswer Answer(HWND sender, const COPYDATASTRUCT& data) {
 
 }  // namespace
 
-void PressEarlyKeys() {
-  for (const int command : std::exchange(earlyKeys, {}))
+void HoldKeys(bool hold) {
+  keysHeld = hold;
+  if (hold) return;
+  for (const int command : std::exchange(heldKeys, {}))
     ::PostMessageA(mainWindow, kRemoteKeyMessage, static_cast<WPARAM>(command), 0);
 }
 

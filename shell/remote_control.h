@@ -8,8 +8,8 @@ namespace quorvex {
 // Answers a WM_COPYDATA message; `sender` is the window that it says it comes from.
 LRESULT OnCopyData(HWND sender, const COPYDATASTRUCT& data);
 
-// Lets the keys go that were pressed before the start sequence was over.
-void PressEarlyKeys();
+// Keys of other programs wait until the start sequence is over, whose end would write over what they show.
+void HoldKeys(bool hold);
 
 // Presses a key that another program has asked for; posted, as a click of the mouse is.
 inline constexpr UINT kRemoteKeyMessage = WM_APP + 3;

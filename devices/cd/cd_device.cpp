@@ -212,7 +212,8 @@ bool CCDDevice::Stop() {
   ReportMciError(drive.Stop());
   drive.SeekTo({CurrentEntry(), 0, 0, 0}, false);
   ShowCdTime({});
-  // Some drives call themselves stopped while they are paused: the next tick shall see the change all the same.
+  // Some drives call themselves stopped while they are paused: the next tick shall see the change all the
+  // same.
   if (lastMode == MCI_MODE_STOP) lastMode = 0;
   return true;
 }

@@ -141,7 +141,8 @@ TEST_F(TvRecordTest, TheConfirmationComesWhereAMinimisedPanelWas) {
 TEST_F(TvRecordTest, WithoutTheVideoWindowThePreviewHasNoWindowOfItsOwn) {
   OpenWithFile();
   DeleteVideoWindow();
-  for (const auto& act : {std::function([this] { RecordOf(); }), std::function([] { Press(kCommandStop); })}) {
+  for (const auto& act :
+       {std::function([this] { RecordOf(); }), std::function([] { Press(kCommandStop); })}) {
     tv.renderer.autoShow = true;
     act();
     EXPECT_FALSE(tv.renderer.autoShow);
@@ -260,9 +261,8 @@ TEST_F(TvRecordTest, TheEndOfTheSessionStoresTheOptionsAndFinishesTheFile) {
   ::SendMessageA(mainWindow, WM_ENDSESSION, FALSE, 0);
   EXPECT_TRUE(IsRecording()) << "the session goes on: somebody refused";
   static const auto metrics = __imp_GetSystemMetrics;
-  const ImportHook<decltype(&::GetSystemMetrics)> ending(__imp_GetSystemMetrics, [](int metric) {
-    return metric == SM_SHUTTINGDOWN ? 1 : metrics(metric);
-  });
+  const ImportHook<decltype(&::GetSystemMetrics)> ending(
+      __imp_GetSystemMetrics, [](int metric) { return metric == SM_SHUTTINGDOWN ? 1 : metrics(metric); });
   ::SendMessageA(mainWindow, WM_ENDSESSION, TRUE, 0);
   EXPECT_EQ(Stored("LastDevice"), "1");
   EXPECT_EQ(Stored("CaptureFile"), "C:\\tape.avi");
