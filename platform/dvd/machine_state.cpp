@@ -283,6 +283,14 @@ bool CallMenuFrom(dvdnav_s* machine, int menu, const Place& place) {
   return false;
 }
 
+// The library's own call tells nobody that it has jumped.
+bool GoToChainAbove(dvdnav_s* machine) {
+  if (dvdnav_go_up(machine) != DVDNAV_STATUS_OK) return false;
+  const MachineLock lock(machine);
+  ++machine->vm->hop_channel;
+  return true;
+}
+
 bool GoToPlace(dvdnav_s* machine, const Place& place) {
   const MachineLock lock(machine);
   vm_t& vm = *machine->vm;

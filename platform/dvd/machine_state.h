@@ -41,6 +41,8 @@ bool SetRegister(dvdnav_s* machine, SystemRegister which, int value);
 // Calls a menu (DVDMenuID_t) from where a place is, if the machine is in the same programme chain still: it
 // may have read on. False when there is no such menu.
 bool CallMenuFrom(dvdnav_s* machine, int menu, const Place& place);
+// Goes to the programme chain above this one. False when there is none.
+bool GoToChainAbove(dvdnav_s* machine);
 // Goes back to a place. False when the machine is in another programme chain.
 bool GoToPlace(dvdnav_s* machine, const Place& place);
 

@@ -263,7 +263,7 @@ bool Navigator::NextProgram() {
 }
 
 bool Navigator::GoUp() {
-  return Ask([](dvdnav_t* opened) { return dvdnav_go_up(opened) == DVDNAV_STATUS_OK; });
+  return Ask([](dvdnav_t* opened) { return GoToChainAbove(opened); });
 }
 
 bool Navigator::CallMenu(DiscMenu menu, const Place& shown) {

@@ -151,15 +151,21 @@ void ForbidIn(std::size_t sector, std::size_t at, std::uint32_t operations) {
   Disc().Write(sector, at, bytes);
 }
 
-// Title 1 forbids some operations itself, and others in every unit.
-void Forbid(std::uint32_t byTitle, std::uint32_t byUnit) {
+// The sector of title 1's programme chain, and where in it that begins.
+std::pair<std::size_t, std::size_t> FirstChain() {
   constexpr std::size_t kChainTable = 0xCC;
   constexpr std::size_t kFirstChain = 12;
-  constexpr std::size_t kOperationsOfChain = 8;
-  constexpr std::size_t kOperationsOfUnit = 0x35;
   const std::size_t tables = Disc().RegionOf("VTS_01_0.IFO").first;
   const std::size_t chains = tables + Number(Disc().Sector(tables), kChainTable);
-  ForbidIn(chains, Number(Disc().Sector(chains), kFirstChain) + kOperationsOfChain, byTitle);
+  return {chains, Number(Disc().Sector(chains), kFirstChain)};
+}
+
+// Title 1 forbids some operations itself, and others in every unit.
+void Forbid(std::uint32_t byTitle, std::uint32_t byUnit) {
+  constexpr std::size_t kOperationsOfChain = 8;
+  constexpr std::size_t kOperationsOfUnit = 0x35;
+  const auto [sector, chain] = FirstChain();
+  ForbidIn(sector, chain + kOperationsOfChain, byTitle);
   for (const std::size_t unit : Disc().RegionOf("VTS_01_1.VOB").units)
     ForbidIn(unit, kOperationsOfUnit, byUnit);
 }
@@ -227,6 +233,21 @@ TEST_F(DvdReadingTest, ASearchThatFindsNoUnitLeavesNoFileOpen) {
     EXPECT_EQ(OpenFiles(), before);
   }
   std::filesystem::remove_all(copy);
+}
+
+TEST_F(DvdReadingTest, GoingUpIsAJump) {
+  constexpr std::size_t kChainAbove = 0xA0;
+  const auto [sector, chain] = FirstChain();
+  Disc().Write(sector, chain + kChainAbove, std::vector<std::uint8_t>{0, 1});  // itself
+  OpenedDisc disc;
+  ASSERT_EQ(OpenDisc(Disc().Path(), disc), DiscFault::kNone);
+  disc.navigator->Next();
+  ASSERT_TRUE(disc.navigator->PlayTitle(1));
+  ReadOnTo(*disc.navigator, 2);
+  ASSERT_FALSE(disc.navigator->HasJumped());
+  ASSERT_TRUE(disc.navigator->GoUp());
+  EXPECT_TRUE(disc.navigator->HasJumped());
+  ReadOnTo(*disc.navigator, 1);
 }
 
 TEST_F(DvdReadingTest, WhatADiscForbidsIsToldByTheBitsThatApplicationsKnow) {
