@@ -20,19 +20,17 @@ struct AudioBar {
   std::uint32_t (*operate)(AudioOperation);
   int barMode;
   const char* title;
-  const char* missing;
 };
 
 // By adjustId, from kFirstAudioAdjustment on.
 constexpr auto kBars = std::to_array<AudioBar>({
     {AudioOperation::kReadVolume, AudioOperation::kVolumeUp, AudioOperation::kVolumeDown, VolumeBalance, 1,
-     "VOLUME", "No volume control"},
+     "VOLUME"},
     {AudioOperation::kReadBalance, AudioOperation::kBalanceRight, AudioOperation::kBalanceLeft, VolumeBalance,
-     0, "BALANCE", "No balance control"},
-    {AudioOperation::kReadBass, AudioOperation::kBassUp, AudioOperation::kBassDown, ToneControl, 1, "BASS",
-     "No bass control"},
+     0, "BALANCE"},
+    {AudioOperation::kReadBass, AudioOperation::kBassUp, AudioOperation::kBassDown, ToneControl, 1, "BASS"},
     {AudioOperation::kReadTreble, AudioOperation::kTrebleUp, AudioOperation::kTrebleDown, ToneControl, 1,
-     "TREBLE", "No treble control"},
+     "TREBLE"},
 });
 
 // The bar of the current adjustment, which must be one of the sound.
@@ -40,15 +38,27 @@ const AudioBar& CurrentBar() {
   return kBars[static_cast<std::size_t>(adjustmentInfo.adjustId - kFirstAudioAdjustment)];
 }
 
-void SayMissing(const AudioBar& bar) {
-  if (currentDevice && IsOsdLevelShown()) currentDevice->HideOsd();
-  SetDisplayText(bar.missing);
+// Shows the level of the adjustment that adjustmentInfo names, which must be one of the sound.
+void ShowAudioLevel() {
+  const AudioBar& bar = CurrentBar();
+  adjustmentInfo.barMode = bar.barMode;
+  adjustmentInfo.value = static_cast<std::int32_t>(bar.operate(bar.read));
+  adjustmentInfo.title = bar.title;
+  adjustmentInfo.minimum = 0;
+  adjustmentInfo.maximum = static_cast<std::int32_t>(kFullLevel);
+  adjustmentInfo.step = static_cast<std::int32_t>(kLevelStep);
+  if (currentDevice) currentDevice->ShowOsdLevel(kSegments, adjustmentInfo);
 }
 
-// Goes on by `steps` of the bars, which are a ring.
-void MoveOn(int steps) {
+// Goes on in one direction of the bars, which are a ring, to the next that the speaker line has a control
+// for.
+void MoveOn(int step) {
   constexpr int kCount = static_cast<int>(kBars.size());
-  const int index = (adjustmentInfo.adjustId - kFirstAudioAdjustment + steps + kCount) % kCount;
+  int index = adjustmentInfo.adjustId - kFirstAudioAdjustment;
+  for (int i = 0; i < kCount; ++i) {
+    index = (index + step + kCount) % kCount;
+    if (HasAudioControl(kBars[static_cast<std::size_t>(index)].read)) break;
+  }
   adjustmentInfo.adjustId = kFirstAudioAdjustment + index;
   ShowAudioLevel();
 }
@@ -58,7 +68,7 @@ void Change(AudioOperation AudioBar::*operation) {
   if (IsAudioAdjustment()) {
     const AudioBar& bar = CurrentBar();
     adjustmentInfo.value = static_cast<std::int32_t>(bar.operate(bar.*operation));
-    if (bar.read == AudioOperation::kReadBalance && !HasBalance()) SetDisplayText(bar.missing);
+    if (bar.read == AudioOperation::kReadBalance && !HasBalance()) SetDisplayText("No balance control");
   }
   if (currentDevice) currentDevice->RefreshOsdLevel();
 }
@@ -76,25 +86,12 @@ void ShowAudioAdjustment() {
     currentDevice->HideOsd();
     return;
   }
+  if (!HasAudioControl(AudioOperation::kReadVolume)) {
+    SetDisplayText("No volume control");
+    return;
+  }
   adjustmentInfo.adjustId = kFirstAudioAdjustment;
   ShowAudioLevel();
-}
-
-void ShowAudioLevel() {
-  if (IsAudioAdjustment()) {
-    const AudioBar& bar = CurrentBar();
-    if (!HasAudioControl(bar.read)) {
-      SayMissing(bar);
-      return;
-    }
-    adjustmentInfo.barMode = bar.barMode;
-    adjustmentInfo.value = static_cast<std::int32_t>(bar.operate(bar.read));
-    adjustmentInfo.title = bar.title;
-  }
-  adjustmentInfo.minimum = 0;
-  adjustmentInfo.maximum = static_cast<std::int32_t>(kFullLevel);
-  adjustmentInfo.step = static_cast<std::int32_t>(kLevelStep);
-  if (currentDevice) currentDevice->ShowOsdLevel(kSegments, adjustmentInfo);
 }
 
 void NextAudioAdjustment() { MoveOn(1); }

@@ -7,14 +7,12 @@ namespace quorvex {
 // Whether adjustmentInfo is one of the sound (volume, balance, bass, treble), not of the picture.
 bool IsAudioAdjustment();
 
-// The Audio Adjustment key: shows the bar of the volume, or takes an audio bar away.
+// The Audio Adjustment key: shows the bar of the volume, or takes an audio bar away. When the speaker line
+// has no such control the display says so, and there is no bar.
 void ShowAudioAdjustment();
 
-// Shows the level of the adjustment that adjustmentInfo names. When the speaker line has no such control the
-// display says so, and there is no bar.
-void ShowAudioLevel();
-
-// While an audio bar is shown. The next one: volume, balance, bass, treble, volume ...
+// While an audio bar is shown. The next one: volume, balance, bass, treble, volume ...; those that the
+// speaker line has no control for are passed over.
 void NextAudioAdjustment();
 void PreviousAudioAdjustment();
 void IncreaseAudio();

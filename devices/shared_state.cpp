@@ -7,6 +7,7 @@ int currentCaptureDevice = -1;
 int startCaptureDevice = -1;
 bool dvdAvailable = false;
 bool mixerAvailable = false;
+bool sessionEnds = false;
 std::string configPath;
 std::string mediaAlbumPath;
 std::string cdAlbumPath;

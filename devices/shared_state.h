@@ -18,6 +18,9 @@ extern int startCaptureDevice;
 extern bool dvdAvailable;
 extern bool mixerAvailable;
 
+// The session ends: there is nobody to answer any more, nor time to wait.
+extern bool sessionEnds;
+
 // The files in the Windows directory: quorvex.ini, mfiles.abm, cd.abm.
 extern std::string configPath;
 extern std::string mediaAlbumPath;

@@ -1,14 +1,17 @@
 #include "panel/popup_menu.h"
 
-#include "panel/control_panel.h"
+#include "panel/button_table.h"
 #include "panel/main_window.h"
+#include "panel/scale.h"
+#include "panel/window_place.h"
 
 namespace quorvex {
 
 void ShowAtButton(HMENU menu, int command) {
-  RECT button{};
-  ::GetWindowRect(ButtonWindow(ButtonIndex(command)), &button);
-  ::TrackPopupMenu(menu, TPM_LEFTALIGN | TPM_LEFTBUTTON, button.left, button.top, 0, mainWindow, nullptr);
+  const RECT panel = PlaceOf(mainWindow);
+  const Rect button = ToPixels(kButtons[ButtonIndex(command)].Rectangle());
+  ::TrackPopupMenu(menu, TPM_LEFTALIGN | TPM_LEFTBUTTON, panel.left + button.left, panel.top + button.top, 0,
+                   mainWindow, nullptr);
 }
 
 }  // namespace quorvex

@@ -67,7 +67,7 @@ void ToggleFullScreen() {
 
 void HidePlayer() {
   LowerControlPanel();
-  if (fullScreen) return;
+  if (fullScreen && theVideoWindow) return;
   // The system menu no longer lists the command, but the default procedure still knows it.
   ::DefDlgProcA(mainWindow, WM_SYSCOMMAND, SC_MINIMIZE, 0);
 }
@@ -82,6 +82,7 @@ void OnPanelEnabled() {
 }
 
 void OnSessionEnd() {
+  sessionEnds = true;
   SaveSettings();
   if (!currentDevice) return;
   currentDevice->SaveSettings();

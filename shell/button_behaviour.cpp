@@ -105,8 +105,10 @@ LRESULT CALLBACK RepeatProcedure(HWND button, UINT message, WPARAM wParam, LPARA
                                  DWORD_PTR) {
   const int id = static_cast<int>(command);
   switch (message) {
-    case WM_LBUTTONDOWN:
-    case WM_LBUTTONDBLCLK: BeginPress(button, id); break;
+    case WM_LBUTTONDBLCLK:
+      message = WM_LBUTTONDOWN;  // an owner-drawn button would not take the mouse, and miss the release
+      [[fallthrough]];
+    case WM_LBUTTONDOWN: BeginPress(button, id); break;
     case WM_KEYDOWN:
       if (wParam != VK_SPACE) break;
       // Held down it comes again and again; the button would take the mouse anew each time.
@@ -120,7 +122,9 @@ LRESULT CALLBACK RepeatProcedure(HWND button, UINT message, WPARAM wParam, LPARA
     case WM_TIMER:
       if (wParam == kDelayTimer || wParam == kRepeatTimer) OnRepeatTimer(button, id, wParam);
       break;
-    case WM_MOUSEMOVE: FollowPointer(button, lParam); break;
+    case WM_MOUSEMOVE:
+      if ((wParam & MK_LBUTTON) != 0) FollowPointer(button, lParam);  // not when the space bar holds it
+      break;
     case WM_LBUTTONUP: FinishPress(button, id); break;
     case WM_CANCELMODE:
     case WM_CAPTURECHANGED: CancelPress(button, id); break;

@@ -3,6 +3,8 @@
 #include <mmsystem.h>
 #include <shellapi.h>
 
+#include <utility>
+
 #include "base/handles.h"
 #include "devices/cd/mci_error.h"
 #include "devices/current_device.h"
@@ -17,6 +19,7 @@
 #include "shell/open_files.h"
 #include "shell/remote_control.h"
 #include "shell/settings.h"
+#include "video/video_window.h"
 
 namespace quorvex {
 namespace {
@@ -28,8 +31,18 @@ void OnPaint(HWND window) {
   ::EndPaint(window, &paint);
 }
 
+bool raisedForDialog = false;
+
+// A dialog comes. Over a picture on the whole screen the panel is raised, and what it owns with it.
+void OnDisabled(HWND window) {
+  const bool isRaised = (::GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+  raisedForDialog = fullScreen && theVideoWindow && !isRaised;
+  if (raisedForDialog) RaiseControlPanel();
+}
+
 // A dialog is over: what has waited for its end may come.
 void OnEnabled(HWND window) {
+  if (std::exchange(raisedForDialog, false)) LowerControlPanel();
   OnPanelEnabled();
   if (HasHandedOver()) ::PostMessageA(window, kHandedOverMessage, 0, 0);
 }
@@ -69,9 +82,7 @@ LRESULT CALLBACK ControlWindowProcedure(HWND window, UINT message, WPARAM wParam
     case WM_ENDSESSION:
       if (wParam != FALSE) OnSessionEnd();
       return 0;
-    case WM_ENABLE:
-      if (wParam != FALSE) OnEnabled(window);
-      break;
+    case WM_ENABLE: wParam != FALSE ? OnEnabled(window) : OnDisabled(window); break;
     case WM_ERASEBKGND: PaintPanelBackground(reinterpret_cast<HDC>(wParam)); return 1;
     case WM_SETTINGCHANGE: OnSettingChange(wParam); return 0;
     case WM_DRAWITEM: DrawPanelButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)); return 0;

@@ -10,6 +10,7 @@
 #include "devices/open_sequence.h"
 #include "devices/shared_state.h"
 #include "devices/tv/tv_device.h"
+#include "panel/status_display.h"
 #include "shell/actions.h"
 #include "video/video_window.h"
 
@@ -70,6 +71,7 @@ bool SwitchToFile() {
   Replace(DeviceType::kFile);
   if (currentDevice->LoadMedia()) return true;
   DeleteVideoWindow();  // of the device before
+  if (currentDevice) SetDisplayText("The playlist is empty");
   return false;
 }
 

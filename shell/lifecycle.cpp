@@ -55,6 +55,7 @@ void EndLampTest() {
   // Files that were handed over meanwhile go before the last device.
   if (HasHandedOver()) {
     PlayHandedOver();
+    if (!currentDevice) currentDeviceType = DeviceType::kNone;  // no longer the last session's
   } else if (settings.autoStartDevice != 0) {
     StartLastDevice();
   }

@@ -10,9 +10,10 @@ packages_wine=(
   gstreamer1.0-plugins-base gstreamer1.0-plugins-bad)
 packages_virtual_display=(xvfb imagemagick)
 packages_virtual_sound=(pulseaudio)
+packages_unpacked_sound=(libpulse0 libsndfile1 libltdl7 libtdb1 liborc-0.4-0 libsoxr0 libspeexdsp1 libfftw3-single3 libwrap0)
 packages_check=(g++ googletest clang-format clang-tidy cppcheck xdotool ffmpeg dvdauthor genisoimage)
 # tools/package, and what its tests (tools/package --test) need beyond those of ./check.
-packages_package=(nsis)
+packages_package=(nsis git)
 packages_package_test=(debootstrap xdotool)
 # tools/fuzz.
 packages_fuzz=(clang libclang-rt-dev)

@@ -94,10 +94,14 @@ Point AreaOrigin() {
 // Makes an element that shows nothing yet.
 HWND CreateElement(const std::string& text, DWORD visible) {
   const HWND host = Host();
-  const DWORD style = (host != nullptr ? WS_CHILD : WS_POPUP) | visible;
-  const DWORD extended = host != nullptr ? 0 : WS_EX_TOPMOST | WS_EX_TOOLWINDOW;
-  return ::CreateWindowExA(extended, kOsdClass, text.c_str(), style, 0, 0, 0, 0, host, nullptr, instance,
-                           nullptr);
+  if (host != nullptr)
+    return ::CreateWindowExA(0, kOsdClass, text.c_str(), WS_CHILD | visible, 0, 0, 0, 0, host, nullptr,
+                             instance, nullptr);
+  const HWND element = ::CreateWindowExA(WS_EX_TOPMOST | WS_EX_TOOLWINDOW, kOsdClass, text.c_str(), WS_POPUP,
+                                         0, 0, 0, 0, nullptr, nullptr, instance, nullptr);
+  // One that is made visible would take the keyboard.
+  if (visible != 0) ::ShowWindow(element, SW_SHOWNOACTIVATE);
+  return element;
 }
 
 BOOL CALLBACK PaintAgain(HWND window, LPARAM /*data*/) {

@@ -65,7 +65,7 @@ LRESULT CALLBACK FrameProcedure(HWND frame, UINT message, WPARAM wParam, LPARAM 
     case WM_PAINT: OnPaint(frame); return 0;
     case WM_CLOSE: DeleteVideoWindow(); return 0;
     case WM_DISPLAYCHANGE:
-      if (fullScreen) ::SetWindowPos(frame, HWND_TOPMOST, 0, 0, ScreenSize().width, ScreenSize().height, 0);
+      if (fullScreen && theVideoWindow) theVideoWindow->FillScreen();
       break;
     case WM_NCHITTEST:
       if (theVideoWindow) return theVideoWindow->HitTest(x, y);
@@ -94,7 +94,9 @@ bool RegisterVideoClass() {
 }
 
 void DeleteVideoWindow() {
-  if (theVideoWindow) theVideoWindow->Destroy();
+  if (!theVideoWindow) return;
+  if (fullScreen) LowerControlPanel();
+  theVideoWindow->Destroy();
   theVideoWindow.reset();
 }
 
@@ -112,6 +114,7 @@ HWND CVWindow::Attach(IVideoWindow* renderer, int width, int height) {
   const Point place = PlaceFrame(ToRect(PlaceOf(mainWindow)), frame);
   if (fullScreen) {
     restoreRect = {place.x, place.y, place.x + frame.width, place.y + frame.height};
+    if (::IsWindowVisible(frameWindow) == FALSE) FillScreen();
     FitFullScreen(ScreenSize());
   } else {
     ::SetWindowPos(frameWindow, nullptr, place.x, place.y, frame.width, frame.height,
@@ -167,9 +170,13 @@ bool CVWindow::ToggleFullScreen() { return fullScreen ? LeaveFullScreen() : Ente
 bool CVWindow::EnterFullScreen() {
   fullScreen = true;  // before anything moves: the picture is laid out when the size changes
   restoreRect = WindowRect(frameWindow);
+  FillScreen();
+  return fullScreen;
+}
+
+void CVWindow::FillScreen() {
   const Size screen = ScreenSize();
   ::SetWindowPos(frameWindow, HWND_TOPMOST, 0, 0, screen.width, screen.height, SWP_NOCOPYBITS);
-  return fullScreen;
 }
 
 bool CVWindow::LeaveFullScreen() {

@@ -39,6 +39,8 @@ class CVWindow {
   // Each answers `fullScreen`, as it is then.
   bool ToggleFullScreen();
   bool EnterFullScreen();
+  // Puts the frame over the whole screen, as large as that is now.
+  void FillScreen();
   bool LeaveFullScreen();
 
   // Places the picture for a frame of a size (client pixels).

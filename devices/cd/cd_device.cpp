@@ -91,6 +91,8 @@ void CCDDevice::FollowDrive() {
       return;
     }
     OnTrackChange(now.track);
+  } else if (now.track != shownTrack) {
+    ShowTrack(now.track);  // the drive was on a track that the order leaves out
   }
   ShowCdTime(position);
 }
@@ -211,6 +213,7 @@ bool CCDDevice::Stop() {
   playState = PlayState::kStopped;
   ReportMciError(drive.Stop());
   drive.SeekTo({CurrentEntry(), 0, 0, 0}, false);
+  if (shownTrack != CurrentEntry()) ShowEntry();
   ShowCdTime({});
   // Some drives call themselves stopped while they are paused: the next tick shall see the change all the
   // same.
@@ -258,6 +261,7 @@ void CCDDevice::ScanTo(Tmsf (*step)(Tmsf, int)) {
   if (!audioDisc) return;
   if (!scanning) {
     scanning = true;
+    scanPlays = playState == PlayState::kPlaying;
     position = drive.QueryPosition();
   }
   position = step(position, TrackLength(position.track));
@@ -269,11 +273,13 @@ bool CCDDevice::EndScan() {
   scanning = false;
   Pause();
   drive.SeekTo(position, true);
+  // The disc may have come to its end meanwhile: the place that was sought counts.
+  if (scanPlays && playState == PlayState::kStopped) playState = PlayState::kPaused;
   return Play(0, 0);
 }
 
 void CCDDevice::OnMciNotify(std::uint32_t code) {
-  if (code != MCI_NOTIFY_SUCCESSFUL || !audioDisc) return;
+  if (code != MCI_NOTIFY_SUCCESSFUL || !audioDisc || scanning) return;
   if (repeatMode == RepeatMode::kOne) {
     PlayEntry();
     return;

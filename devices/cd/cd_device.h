@@ -70,6 +70,7 @@ class CCDDevice : public CDevice {
   std::uint32_t lastMode = 0;
   bool mediaPresent = false;
   bool audioDisc = false;                     // while false only Eject and the tray-closing Play act
+  bool scanPlays = false;                     // the scan has begun while the drive played
   Tmsf position;                              // last seen while playing; the scan position while scanning
   int shownTrack = 0;                         // the track whose number and title are shown
   std::array<int, kMaxTracks> trackLength{};  // whole seconds, track 1 first

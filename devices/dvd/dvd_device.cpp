@@ -141,6 +141,9 @@ void CDVDDevice::CloseDisc() {
 }
 
 void CDVDDevice::ShowNoDisc() {
+  OnTitleChange(kNoTitle);
+  titleTime = 0;
+  currentNumber = -1;
   ClearDisplayTime();
   ClearDisplayNumbers();
   SetPlayState(PlayState::kStopped);

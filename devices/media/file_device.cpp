@@ -97,6 +97,7 @@ bool CFileDevice::ReopenGraph() {
   Close();
   scanOption = false;
   scanning = false;
+  endedInScan = false;
   SetPointer(IDC_WAIT);
   const bool open = Open() && QueryControls() && Activate();
   if (open) {
@@ -166,11 +167,13 @@ bool CFileDevice::Play(int /*item*/, int /*reserved*/) {
 }
 
 bool CFileDevice::NextItem() {
+  if (orderLength == 0) return false;
   StepForward();
   return PlayCurrentEntry();
 }
 
 bool CFileDevice::PreviousItem() {
+  if (orderLength == 0) return false;
   StepBack();
   return PlayCurrentEntry();
 }
@@ -178,6 +181,7 @@ bool CFileDevice::PreviousItem() {
 int CFileDevice::IndexOfEntryOrZero(int entry) const { return std::max(IndexOf(entry), 0); }
 
 bool CFileDevice::OnRandomChanged() {
+  if (orderLength == 0) return false;
   const int entry = CurrentEntry();
   BuildPlayOrder();
   if (!randomOn) {
@@ -190,6 +194,7 @@ bool CFileDevice::OnRandomChanged() {
 
 void CFileDevice::SeekTo(std::int64_t position) {
   if (!mediaSeeking) return;
+  endedInScan = false;
   mediaSeeking->SetPositions(&position, AM_SEEKING_AbsolutePositioning, nullptr, AM_SEEKING_NoPositioning);
 }
 
@@ -221,6 +226,7 @@ bool CFileDevice::EndScan() {
   if (!scanning) return true;
   scanning = false;
   if (!scanOption) SeekTo(scanPosition);
+  if (endedInScan) HandleComplete();
   return true;
 }
 
@@ -244,8 +250,11 @@ void CFileDevice::OnGraphEvent() {
   }
 }
 
-// The file has come to its end. Answers false when this object is gone.
+// The file has come to its end, which counts when a scan that passes it stays there. Answers false when this
+// object is gone.
 bool CFileDevice::HandleComplete() {
+  endedInScan = scanning;
+  if (scanning) return true;
   if (repeatMode == RepeatMode::kOne) {
     SeekTo(0);
     Play(0, 0);

@@ -51,7 +51,8 @@ class CFileDevice final : public CGraphDevice {
   std::int64_t scanPosition = 0;  // this and the next in units of 100 ns
   std::int64_t duration = 0;
   bool autoPlay = true;
-  bool scanOption = false;  // the file shows a picture: it follows a scan at once
+  bool scanOption = false;   // the file shows a picture: it follows a scan at once
+  bool endedInScan = false;  // the file came to its end during the scan, and has not been moved since
 };
 
 }  // namespace quorvex

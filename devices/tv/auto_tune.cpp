@@ -18,6 +18,7 @@ void CTVDevice::AutoTuneChannels(HWND /*window*/, int tunerInputType) {
   tunerInput = input;
   videoInput = VideoInput::kTuner;
   RouteTo(videoInput);
+  SetDisplayElement(kChannelLabel, 1);
   tuner->put_InputType(0, static_cast<TunerInputType>(tunerInput));
   ReadTunerRange();
   ShowOsdText("");

@@ -90,12 +90,13 @@ bool CTVDevice::AddAudioFilter() {
 bool CTVDevice::RenderPreview() {
   if (!videoFilter) return false;
   RenderPreviewPin();
-  HRESULT result = FindPreviewWindow("This graph cannot preview properly");
-  if (result != S_OK) return SUCCEEDED(result);
-  result = ApplyCaptureFrameRate("Error: Cannot set frame rate for preview");
+  const HRESULT found = FindPreviewWindow("This graph cannot preview properly");
+  if (found != S_OK) return SUCCEEDED(found);
+  // It is shown with the rate that it has: another can then be chosen.
+  if (FAILED(ApplyCaptureFrameRate("Error: Cannot set frame rate for preview")))
+    notice = "The capture device does not take its format";
   AddCaptions();
-  if (FAILED(result)) refusal = "The capture device does not take its format";
-  return SUCCEEDED(result);
+  return true;
 }
 
 HRESULT CTVDevice::FindPreviewWindow(const char* message) {

@@ -51,7 +51,7 @@ bool CTVDevice::TuneChannel(int channel) {
   const bool silenced = !muted && ToggleMute();
   const HRESULT result = tuner->put_Channel(channel, AMTUNER_SUBCHAN_DEFAULT, AMTUNER_SUBCHAN_DEFAULT);
   if (silenced) ToggleMute();
-  TellRefusal(result, "Cannot tune to channel " + std::to_string(channel));
+  TellRefusal(result, "Cannot tune to channel " + std::to_string(channel), refusedChannel);
   return true;
 }
 

@@ -8,6 +8,7 @@
 #include <limits>
 #include <utility>
 
+#include "devices/shared_state.h"
 #include "devices/tv/capture_file_dialog.h"
 #include "devices/tv/ready_to_record_dialog.h"
 #include "devices/tv/tv_device.h"
@@ -80,6 +81,7 @@ bool CTVDevice::BeginRecording() {
   } else if (GraphFails(mediaControl->Run(), "run")) {
     return false;
   }
+  for (const int lamp : {kAmLamp, kPmLamp}) SetDisplayElement(lamp, 0);  // the clock gives its digits away
   recordStartTime = ::timeGetTime();
   ::SetTimer(mainWindow, kRecordTimer, kRecordPeriodMs, nullptr);
   capturing = true;
@@ -123,8 +125,6 @@ void CTVDevice::EndRecording(const std::string& reason) {
   recording = false;
   ShowRecording(false);
   SetDisplayText(reason);
-  // At the end of the session there is nobody to answer, nor time to copy.
-  const bool sessionEnds = ::GetSystemMetrics(SM_SHUTTINGDOWN) != 0;
   if (capture.promptToSave && !sessionEnds) SaveCaptureFile(mainWindow);
 }
 

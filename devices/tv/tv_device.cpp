@@ -59,6 +59,7 @@ bool CTVDevice::Activate() {
   ApplyTunerInput();
   ApplyVideoInput();
   Play(0, 0);
+  if (notice.empty()) notice = refusedInput.empty() ? refusedChannel : refusedInput;
   return true;
 }
 
@@ -154,13 +155,13 @@ bool CTVDevice::UpdateStore(const std::function<void(IniDocument&)>& change) {
   return result == IniFile::Result::kDone;
 }
 
-void CTVDevice::TellRefusal(HRESULT result, const std::string& text) {
+void CTVDevice::TellRefusal(HRESULT result, const std::string& text, std::string& told) {
   if (FAILED(result)) {
     SetDisplayText(text);
-  } else if (refused) {
+  } else if (!told.empty() && ShownContent().text == told) {
     ClearDisplayText();
   }
-  refused = FAILED(result);
+  told = FAILED(result) ? text : "";
 }
 
 }  // namespace quorvex

@@ -169,8 +169,9 @@ class CTVDevice final : public CGraphDevice {
   // Changes the settings' file; where it cannot be, the text line says so.
   static bool UpdateStore(const std::function<void(IniDocument&)>& change);
 
-  // Says on the text line what the card refuses, until it does what it is asked again.
-  void TellRefusal(HRESULT result, const std::string& text);
+  // Says on the text line what the card refuses, until it does what it is asked again; `told` is what it
+  // says.
+  static void TellRefusal(HRESULT result, const std::string& text, std::string& told);
 
   // The picture.
   void ShowAdjustment();
@@ -201,10 +202,11 @@ class CTVDevice final : public CGraphDevice {
   bool capturing = false;              // the user has confirmed the recording
   std::optional<RecordingReport> lastRecording;
   int lowestNumber = 0;
-  int previousIndex = 0;    // the place in the list before the last change
-  bool listStands = false;  // the list of channels is that of tunerInput
-  bool refused = false;     // the text line tells of a refusal
-  bool gone = false;        // the card was pulled out
+  int previousIndex = 0;       // the place in the list before the last change
+  bool listStands = false;     // the list of channels is that of tunerInput
+  std::string refusedChannel;  // what the text line told of these two last, when the card had refused them
+  std::string refusedInput;
+  bool gone = false;  // the card was pulled out
 };
 
 }  // namespace quorvex

@@ -47,7 +47,7 @@ void CTVDevice::ApplyVideoInput() {
 void CTVDevice::RouteTo(VideoInput input) {
   if (!crossbar) return;
   const HRESULT result = crossbar->Route(0, FactsOf(input).crossbarPin);
-  TellRefusal(result, std::string("Cannot switch to ") + FactsOf(input).name);
+  TellRefusal(result, std::string("Cannot switch to ") + FactsOf(input).name, refusedInput);
 }
 
 void CTVDevice::ShowTunerInput() {

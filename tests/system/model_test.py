@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 """model_test.py [--seed N] [--commands K] [--from I] [--soak HOURS]  Random use of the running player (model.py); without arguments some short
-streams. --soak: ordinary use in fast motion, after every hour of which the program may hold no more than after the first two."""
+streams. --soak: ordinary use in fast motion, after every hour of which, from the ninth on, the program may hold no
+more than in the first eight and what MAY_GROW allows."""
 
 import argparse
 import sys

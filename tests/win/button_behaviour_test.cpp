@@ -147,6 +147,9 @@ TEST_F(ButtonBehaviourTest, TheSpaceBarHoldsAKeyAsTheMouseDoes) {
     ::SendMessageA(forward, WM_KEYDOWN, VK_SPACE, 1 | (KF_REPEAT << 16));  // the keyboard's own repeat
   }
   EXPECT_TRUE(PumpUntil([&] { return Times("FastForward") > 0; }));
+  ::SendMessageA(forward, WM_MOUSEMOVE, 0, MAKELPARAM(500, 500));
+  log.clear();
+  EXPECT_TRUE(PumpUntil([&] { return Times("FastForward") > 0; })) << "no mouse holds it";
   ::SendMessageA(forward, WM_KEYUP, VK_SPACE, 1);
   EXPECT_EQ(Times("EndScan"), 1);
   log.clear();
@@ -164,6 +167,20 @@ TEST_F(ButtonBehaviourTest, ASpaceBarThatDidNotPressAKeyLetsNoneGo) {
   ::SendMessageA(forward, WM_KEYDOWN, VK_SPACE, 1);
   ::SendMessageA(forward, WM_KEYUP, VK_SPACE, 1);
   EXPECT_EQ(log, "FastForward\n");
+}
+
+TEST_F(ButtonBehaviourTest, AKeyThatIsHeldAfterADoubleClickEndsWhereverItIsLetGo) {
+  Use(DeviceType::kCd);
+  const HWND forward = Button(kCommandFastForward);
+  ::SendMessageA(forward, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(5, 5));
+  EXPECT_EQ(::GetCapture(), forward);
+  EXPECT_TRUE(PumpUntil([&] { return Times("FastForward") > 0; }));
+  Move(kCommandFastForward, 500, 500);
+  Up(kCommandFastForward, 500, 500);
+  EXPECT_EQ(Times("EndScan"), 1);
+  log.clear();
+  PumpFor(300);
+  EXPECT_EQ(log, "");
 }
 
 // A menu or a box takes the mouse away: the scan must not go on, nor stay begun.

@@ -38,6 +38,19 @@ TEST_F(CdDeviceTest, ScanningMovesTheDisplayAndThenTheDisc) {
   EXPECT_FALSE(currentDevice->scanning);
 }
 
+TEST_F(CdDeviceTest, ADiscThatEndsDuringAScanGoesOnWhereTheScanLed) {
+  OpenWith({60, 9});
+  Press(kCommandNext);
+  EXPECT_TRUE(Until([&] { return drive.Position() >= 61 * 75; }));
+  for (int i = 0; i < 5; ++i) currentDevice->FastForward();
+  drive.SetSpeed(300);
+  EXPECT_TRUE(Until([] { return State() == PlayState::kStopped; }));
+  drive.SetSpeed(100);
+  currentDevice->EndScan();
+  EXPECT_TRUE(Until([] { return State() == PlayState::kPlaying && Seconds() >= 6; }));
+  EXPECT_EQ(First(), 2);
+}
+
 TEST_F(CdDeviceTest, AScanThatADiscDoesNotSurviveEnds) {
   OpenWith({60});
   currentDevice->FastForward();
@@ -137,6 +150,17 @@ TEST_F(CdDeviceTest, AStoredPlaylistDecidesStartStepsAndEnd) {
       << "between the entries tracks follow in disc order, and are shown";
   EXPECT_EQ(ShownText(), "Track 05");
   EXPECT_EQ(currentDevice->orderIndex, 0) << "on the entry last played";
+  drive.SetSpeed(100);
+  currentDevice->repeatMode = RepeatMode::kOne;
+  EXPECT_TRUE(Until([&] { return First() == 4; })) << "the entry is played again";
+  currentDevice->repeatMode = RepeatMode::kOff;
+  drive.SetSpeed(200);
+  EXPECT_TRUE(Until([&] { return First() == 5; }));
+  drive.SetSpeed(100);
+  Press(kCommandStop);
+  EXPECT_EQ(First(), 4) << "where the drive stands";
+  EXPECT_EQ(ShownText(), "Track 04");
+  drive.SetSpeed(200);
   Press(kCommandNext);
   EXPECT_EQ(First(), 2);
   EXPECT_TRUE(Until([] { return State() == PlayState::kStopped; })) << "behind the last entry it ends";

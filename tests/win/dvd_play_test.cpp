@@ -219,6 +219,32 @@ TEST_F(DvdPlayTest, PausedItStandsAndJumpsShowTheirPicture) {
   EXPECT_TRUE(dvd.Shows(1, 8));
 }
 
+// The platform's renderer waits for itself when it is flushed while it is told the end.
+TEST_F(DvdPlayTest, AWishAtTheEndWaitsUntilTheRendererWasTold) {
+  DvdGraph dvd;
+  ASSERT_EQ(dvd.Open("chapters"), S_OK);
+  std::atomic<bool> told{false};
+  std::atomic<bool> wished{false};
+  std::atomic<int> flushesMeanwhile{-1};
+  dvd.pictures->atEnd = [&] {
+    const int before = dvd.pictures->Flushes();
+    told = true;
+    for (int i = 0; i < 400 && !wished; ++i) ::Sleep(10);
+    ::Sleep(300);
+    flushesMeanwhile = dvd.pictures->Flushes() - before;
+  };
+  ASSERT_HRESULT_SUCCEEDED(dvd.Run());
+  ASSERT_TRUE(dvd.Shows(1, 1));
+  ASSERT_EQ(dvd.control->ChapterSearch(25), S_OK);
+  ASSERT_TRUE(dvd.Until([&] { return told.load(); }, 6000));
+  ASSERT_HRESULT_SUCCEEDED(dvd.mediaControl->Pause());
+  const int flushes = dvd.pictures->Flushes();
+  wished = true;
+  EXPECT_EQ(dvd.control->AudioStreamChange(0), S_OK);
+  EXPECT_TRUE(dvd.Until([&] { return dvd.pictures->Flushes() > flushes; })) << "the wish is seen";
+  EXPECT_EQ(flushesMeanwhile, 0);
+}
+
 TEST_F(DvdPlayTest, StoppedAsPlayersDoItBeginsAnew) {
   DvdGraph dvd(false);
   ASSERT_EQ(dvd.Open("menus"), S_OK);

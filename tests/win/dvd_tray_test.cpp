@@ -18,9 +18,12 @@ class DvdTrayTest : public DvdTest {
 TEST_F(DvdTrayTest, EjectOpensTheTrayAndOnceMoreClosesIt) {
   drive.Insert({60});
   Press(kCommandDvd);
+  Happens(EC_DVD_TITLE_CHANGE, 1);
   Press(kCommandPause);
+  EXPECT_GT(currentDevice->itemCount, 0);
   for (const bool open : {true, false}) {
     Press(kCommandEject);
+    EXPECT_EQ(currentDevice->itemCount, 0) << "the chapters went with the disc";
     EXPECT_EQ(TrayOpen(), open);
     EXPECT_EQ(Shown(kPauseLamp), 0);
     EXPECT_EQ(currentDevice->playState, PlayState::kStopped);

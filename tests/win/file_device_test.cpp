@@ -138,6 +138,33 @@ TEST_F(FileDeviceTest, SoundJumpsWhenAScanEndsAndPicturesFollowIt) {
   EXPECT_LT(Tenths(), paused + 25);
 }
 
+TEST_F(FileDeviceTest, AnEndThatAScanPassesIsNone) {
+  ASSERT_TRUE(Load({Media("mpeg4_mp3.avi"), stores.Path("long.wav")}));
+  ASSERT_TRUE(PumpUntil([] { return Tenths() > 2; }));
+  currentDevice->Rewind();
+  ASSERT_GT(Tenths(), 15) << "round to the film's end";
+  PumpFor(500);
+  EXPECT_EQ(Place(), "1 of 2");
+  currentDevice->Rewind();
+  currentDevice->EndScan();
+  EXPECT_EQ(Place(), "1 of 2");
+  EXPECT_EQ(State(), PlayState::kPlaying);
+  while (Tenths() > 10) currentDevice->Rewind();
+  currentDevice->Rewind();
+  PumpFor(500);
+  currentDevice->EndScan();
+  EXPECT_TRUE(Shows("2 of 2")) << "where the key is let go it is one";
+}
+
+TEST_F(FileDeviceTest, AListWithoutEntriesSaysSoAndHasNoNextOne) {
+  NotedBoxes boxes;
+  EXPECT_FALSE(Load({}));
+  EXPECT_EQ(ShownText(), "The playlist is empty");
+  for (const int key : {kCommandNext, kCommandPrevious, kCommandRandom}) Press(key);
+  EXPECT_NE(currentDevice, nullptr);
+  EXPECT_TRUE(boxes.Take().empty());
+}
+
 TEST_F(FileDeviceTest, TheVideoWindowComesAndGoesWithThePicture) {
   ASSERT_TRUE(Load({Media("mpeg1_mp2.mpg"), stores.Path("long.wav"), Media("picture_only.avi")}));
   const HWND first = Frame();

@@ -139,6 +139,12 @@ TEST_F(TvChannelsTest, WhatTheTunerRefusesIsSaidUntilItObeys) {
   Press(kCommandUp);
   EXPECT_EQ(ShownText(), "Cannot tune to channel 3");
   EXPECT_EQ(Number(kFirstNumber), 3);
+  SetDisplayText("of somebody else");
+  tv.answers.clear();
+  Press(kCommandUp);
+  EXPECT_EQ(ShownText(), "of somebody else");
+  tv.answers = {{"put_Channel", E_FAIL}};
+  Press(kCommandUp);
   tv.answers.clear();
   Press(kCommandUp);
   EXPECT_EQ(ShownText(), "");
@@ -175,6 +181,7 @@ TEST_F(TvChannelsTest, AutoTuneKeepsTheChannelsWithASignal) {
   EXPECT_EQ(Stored("CableChannelList"), "4 7 12 ");
   EXPECT_EQ(Stored("AntennaChannelList"), "2 3 ");
   EXPECT_EQ(LogOf(kCommandUp), "put_Channel 7\n") << "the tuner is shown";
+  EXPECT_EQ(Shown(kChannelLabel), 1);
   Press(kCommandCloseDevice);
   EXPECT_EQ(Stored("TunerInputType"), "0");
   EXPECT_EQ(Stored("LastChannel"), "7");

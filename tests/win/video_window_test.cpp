@@ -112,6 +112,24 @@ TEST_F(VideoWindowTest, FullScreenIsLetterBoxedAndLeavesAsItCame) {
   EXPECT_EQ(Place(frame), before);
 }
 
+TEST_F(VideoWindowTest, ADialogComesOverAPictureOnTheWholeScreen) {
+  Show(640, 480);
+  Press(kCommandFullScreen);
+  ::EnableWindow(mainWindow, FALSE);
+  EXPECT_TRUE(IsTopmost(mainWindow)) << "with the dialog that it owns";
+  ::EnableWindow(mainWindow, TRUE);
+  EXPECT_FALSE(IsTopmost(mainWindow));
+  ::SendMessageA(renderer.window, WM_LBUTTONDOWN, 0, 0);
+  ::EnableWindow(mainWindow, FALSE);
+  ::EnableWindow(mainWindow, TRUE);
+  EXPECT_TRUE(IsTopmost(mainWindow)) << "it stood over the picture before";
+  DeleteVideoWindow();
+  EXPECT_FALSE(IsTopmost(mainWindow));
+  Press(kCommandHidePlayer);
+  EXPECT_TRUE(::IsIconic(mainWindow)) << "there is no picture any more that it could go behind";
+  ::ShowWindow(mainWindow, SW_RESTORE);
+}
+
 TEST_F(VideoWindowTest, FullScreenOutlivesTheWindow) {
   Show(640, 480);
   Press(kCommandFullScreen);
@@ -119,6 +137,7 @@ TEST_F(VideoWindowTest, FullScreenOutlivesTheWindow) {
   EXPECT_TRUE(fullScreen);
   const HWND frame = Show(640, 480);
   EXPECT_EQ(renderer.place, (Rect{0, 32, 1280, 992}));
+  EXPECT_EQ(Place(frame), (Rect{0, 0, 1280, 1024}));
   Press(kCommandFullScreen);
   EXPECT_EQ(Place(frame), (Rect{177, 321, 847, 825})) << "where it would have been";
 }
@@ -229,8 +248,10 @@ TEST_F(VideoWindowTest, ALevelBarFollowsTheValueAndItsWindow) {
   EXPECT_EQ(log, "Increase\nDecrease\n") << "the arrow keys work on the adjustment";
   DeleteVideoWindow();
   EXPECT_FALSE(IsOsdLevelShown());
+  ::SetFocus(Button(kCommandPlay));
   currentDevice->ShowOsdLevel(31, brightness);
   EXPECT_EQ(Elements(nullptr).size(), 32U) << "without a picture it is on the desktop";
+  EXPECT_EQ(::GetFocus(), Button(kCommandPlay)) << "and leaves the keyboard where it is";
   currentDevice->HideOsd();
   EXPECT_TRUE(Elements(nullptr).empty());
 }

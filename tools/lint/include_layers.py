@@ -26,7 +26,8 @@ LAYERS = {
     "setup": 5,
     "shell": 6,
 }
-NATIVE = ("quorvex_arithmetic", "quorvex_avi", "quorvex_disc", "quorvex_navigator", "quorvex_overlays", "quorvex_pictures")
+NATIVE = ("quorvex_arithmetic", "quorvex_avi", "quorvex_disc", "quorvex_navigator", "quorvex_overlays", "quorvex_pictures",
+          "quorvex_sound")
 WINDOWS_HEADERS = {"windows.h", "windowsx.h", "mmsystem.h", "commctrl.h", "shlobj.h", "shellapi.h", "unknwn.h", "strmif.h", "oleacc.h"}
 
 INCLUDE = re.compile(r'^\s*#include\s+(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)

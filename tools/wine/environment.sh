@@ -46,15 +46,22 @@ virtual_display() {
   export DISPLAY
 }
 
+# Where the virtual sound server has its socket, whose path must stay short (108 characters), wherever the checkout lies.
+sound_folder() { echo "/tmp/quorvex-$(id -u)-$(cksum <<<"$env_dir" | cut -d' ' -f1)"; }
+
 # Starts the virtual sound server unless it runs; sets PULSE_SERVER. What is played can be recorded from sink.monitor.
 virtual_sound() {
-  # The socket's path must stay short (108 characters), wherever the checkout lies.
-  local runtime=/tmp/quorvex-$(id -u)-$(cksum <<<"$env_dir" | cut -d' ' -f1)
+  local runtime server=(pulseaudio) unpacked=$root/build/pulseaudio  # of tools/install-virtual-sound
+  runtime=$(sound_folder)
+  if [ -d "$unpacked" ]; then
+    server=(env LD_LIBRARY_PATH="$(echo "$unpacked"/usr/lib/pulse-*):/usr/lib/x86_64-linux-gnu/pulseaudio"
+      "$unpacked/usr/bin/pulseaudio" --dl-search-path="$(echo "$unpacked"/usr/lib/pulse-*/modules)")
+  fi
   mkdir -p -m 0700 "$runtime"
   [ -O "$runtime" ] || { echo "$runtime belongs to somebody else." >&2; return 1; }
   if ! alive pulse pulseaudio; then
     rm -f "$runtime/native"
-    HOME=$runtime XDG_RUNTIME_DIR=$runtime setsid pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no \
+    HOME=$runtime XDG_RUNTIME_DIR=$runtime setsid "${server[@]}" -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no \
       --load="module-native-protocol-unix socket=$runtime/native auth-anonymous=1" --load="module-null-sink sink_name=sink rate=44100 norewinds=1" \
       </dev/null >/dev/null 2>&1 9>&- &
     echo $! >"$env_dir/pulse.pid"
@@ -96,6 +103,7 @@ stop_environment() {
     if alive $started; then kill "$(cat "$env_dir/${started% *}.pid")" 2>/dev/null; fi
     rm -f "$env_dir/${started% *}.pid"
   done
+  rm -rf "$(sound_folder)"
 }
 
 # Keeps the Wine server and its desktop process up between programs: a program then starts in 0.1 s instead of 4.
