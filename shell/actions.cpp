@@ -66,8 +66,11 @@ void ToggleFullScreen() {
 }
 
 void HidePlayer() {
+  if (fullScreen && theVideoWindow) {
+    theVideoWindow->CoverPanel();
+    return;
+  }
   LowerControlPanel();
-  if (fullScreen && theVideoWindow) return;
   // The system menu no longer lists the command, but the default procedure still knows it.
   ::DefDlgProcA(mainWindow, WM_SYSCOMMAND, SC_MINIMIZE, 0);
 }

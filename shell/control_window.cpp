@@ -31,6 +31,9 @@ void OnPaint(HWND window) {
   ::EndPaint(window, &paint);
 }
 
+// Posted when a dialog ends that the panel was raised for: the panel is only then active again, and in front.
+constexpr UINT kDialogGoneMessage = WM_APP + 4;
+
 bool raisedForDialog = false;
 
 // A dialog comes. Over a picture on the whole screen the panel is raised, and what it owns with it.
@@ -42,7 +45,7 @@ void OnDisabled(HWND window) {
 
 // A dialog is over: what has waited for its end may come.
 void OnEnabled(HWND window) {
-  if (std::exchange(raisedForDialog, false)) LowerControlPanel();
+  if (std::exchange(raisedForDialog, false)) ::PostMessageA(window, kDialogGoneMessage, 0, 0);
   OnPanelEnabled();
   if (HasHandedOver()) ::PostMessageA(window, kHandedOverMessage, 0, 0);
 }
@@ -98,6 +101,9 @@ LRESULT CALLBACK ControlWindowProcedure(HWND window, UINT message, WPARAM wParam
       return OnCopyData(reinterpret_cast<HWND>(wParam), *reinterpret_cast<const COPYDATASTRUCT*>(lParam));
     case kRemoteKeyMessage: OnRemoteKey(static_cast<int>(wParam)); return 0;
     case kHandedOverMessage: OnHandedOver(); return 0;
+    case kDialogGoneMessage:
+      if (fullScreen && theVideoWindow) theVideoWindow->CoverPanel();
+      return 0;
     case MM_MCINOTIFY:
       if (currentDevice) currentDevice->OnMciNotify(static_cast<std::uint32_t>(wParam));
       return 0;

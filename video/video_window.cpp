@@ -179,6 +179,12 @@ void CVWindow::FillScreen() {
   ::SetWindowPos(frameWindow, HWND_TOPMOST, 0, 0, screen.width, screen.height, SWP_NOCOPYBITS);
 }
 
+// Under Wine without a window manager a window does not sink by itself: the frame must rise above it first.
+void CVWindow::CoverPanel() const {
+  ::SetWindowPos(frameWindow, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  LowerControlPanel();
+}
+
 bool CVWindow::LeaveFullScreen() {
   if (!fullScreen) return false;
   fullScreen = false;

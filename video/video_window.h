@@ -41,6 +41,8 @@ class CVWindow {
   bool EnterFullScreen();
   // Puts the frame over the whole screen, as large as that is now.
   void FillScreen();
+  // On the whole screen: puts the frame in front of a panel that was raised.
+  void CoverPanel() const;
   bool LeaveFullScreen();
 
   // Places the picture for a frame of a size (client pixels).

@@ -118,10 +118,11 @@ TEST_F(VideoWindowTest, ADialogComesOverAPictureOnTheWholeScreen) {
   ::EnableWindow(mainWindow, FALSE);
   EXPECT_TRUE(IsTopmost(mainWindow)) << "with the dialog that it owns";
   ::EnableWindow(mainWindow, TRUE);
-  EXPECT_FALSE(IsTopmost(mainWindow));
+  EXPECT_TRUE(PumpUntil([] { return !IsTopmost(mainWindow); }));
   ::SendMessageA(renderer.window, WM_LBUTTONDOWN, 0, 0);
   ::EnableWindow(mainWindow, FALSE);
   ::EnableWindow(mainWindow, TRUE);
+  PumpFor(50);
   EXPECT_TRUE(IsTopmost(mainWindow)) << "it stood over the picture before";
   DeleteVideoWindow();
   EXPECT_FALSE(IsTopmost(mainWindow));
