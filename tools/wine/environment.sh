@@ -51,11 +51,12 @@ sound_folder() { echo "/tmp/quorvex-$(id -u)-$(cksum <<<"$env_dir" | cut -d' ' -
 
 # Starts the virtual sound server unless it runs; sets PULSE_SERVER. What is played can be recorded from sink.monitor.
 virtual_sound() {
-  local runtime server=(pulseaudio) unpacked=$root/build/pulseaudio  # of tools/install-virtual-sound
+  local runtime modules server=(pulseaudio) unpacked=$root/build/pulseaudio  # of tools/install-virtual-sound
   runtime=$(sound_folder)
   if [ -d "$unpacked" ]; then
-    server=(env LD_LIBRARY_PATH="$(echo "$unpacked"/usr/lib/pulse-*):/usr/lib/x86_64-linux-gnu/pulseaudio"
-      "$unpacked/usr/bin/pulseaudio" --dl-search-path="$(echo "$unpacked"/usr/lib/pulse-*/modules)")
+    modules=$(echo "$unpacked"/usr/lib/pulse-*/modules)
+    server=(env LD_LIBRARY_PATH="$unpacked/usr/lib/x86_64-linux-gnu/pulseaudio:$modules:/usr/lib/x86_64-linux-gnu/pulseaudio"
+      "$unpacked/usr/bin/pulseaudio" --dl-search-path="$modules")
   fi
   mkdir -p -m 0700 "$runtime"
   [ -O "$runtime" ] || { echo "$runtime belongs to somebody else." >&2; return 1; }
