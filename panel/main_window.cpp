@@ -34,16 +34,14 @@ BOOL CALLBACK FindDialog(HWND window, LPARAM found) {
   return FALSE;
 }
 
-// Who must wait until a box is answered: the panel, so that no device goes under its own operation; what runs
-// in a dialog, which holds up the panel already, is not to be begun again under its own box.
+}  // namespace
+
 HWND OwnerOfBox() {
   if (::IsWindowEnabled(mainWindow) != FALSE) return mainWindow;
   HWND owner = mainWindow;
   ::EnumThreadWindows(::GetCurrentThreadId(), FindDialog, reinterpret_cast<LPARAM>(&owner));
   return owner;
 }
-
-}  // namespace
 
 int ReportError(const std::string& text) {
   return ::MessageBoxA(OwnerOfBox(), text.c_str(), "Quorvex", MB_ICONHAND | MB_TOPMOST);
@@ -55,9 +53,15 @@ bool ReportErrorIf(long failed, const std::string& text) {
   return true;
 }
 
-void RaiseControlPanel() { ::SetWindowPos(mainWindow, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE); }
+UINT Quietly() { return ::IsWindowEnabled(mainWindow) == FALSE ? SWP_NOACTIVATE : 0; }
 
-void LowerControlPanel() { ::SetWindowPos(mainWindow, HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE); }
+void RaiseControlPanel() {
+  ::SetWindowPos(mainWindow, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | Quietly());
+}
+
+void LowerControlPanel() {
+  ::SetWindowPos(mainWindow, HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | Quietly());
+}
 
 void SetPointer(LPCSTR cursor) { ::SetCursor(::LoadCursorA(nullptr, cursor)); }
 
@@ -79,7 +83,7 @@ void BringIntoView(HWND window) {
   const RECT& area = screen.rcWork;
   const LONG left = std::max(std::min(place.left, area.right - (place.right - place.left)), area.left);
   const LONG top = std::max(std::min(place.top, area.bottom - (place.bottom - place.top)), area.top);
-  ::SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+  ::SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 }  // namespace quorvex

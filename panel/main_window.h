@@ -32,6 +32,13 @@ bool ReportErrorIf(long failed, const std::string& text);
 void RaiseControlPanel();
 void LowerControlPanel();
 
+// SWP_NOACTIVATE while a dialog waits for keys, which a window that moves is not to take away; else 0.
+UINT Quietly();
+
+// Who must wait until a box or dialog is answered: the panel, so that no device goes under its own operation;
+// what runs in a dialog, which holds up the panel already, is not to be begun again under its own box.
+HWND OwnerOfBox();
+
 // Shows one of the system's pointers (IDC_...) until the mouse moves.
 void SetPointer(LPCSTR cursor);
 

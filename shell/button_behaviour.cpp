@@ -82,7 +82,7 @@ void BeginPress(HWND button, int command) {
 }
 
 void FinishPress(HWND button, int command) {
-  if (!ActsOnRelease(command)) EndPress(button);
+  EndPress(button);
   Release(command);
 }
 

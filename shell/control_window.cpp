@@ -36,11 +36,26 @@ constexpr UINT kDialogGoneMessage = WM_APP + 4;
 
 bool raisedForDialog = false;
 
+bool IsBefore(HWND front, HWND behind) {
+  HWND window = ::GetWindow(behind, GW_HWNDPREV);
+  while (window != nullptr && window != front) window = ::GetWindow(window, GW_HWNDPREV);
+  return window != nullptr;
+}
+
 // A dialog comes. Over a picture on the whole screen the panel is raised, and what it owns with it.
 void OnDisabled(HWND window) {
-  const bool isRaised = (::GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
-  raisedForDialog = fullScreen && theVideoWindow && !isRaised;
-  if (raisedForDialog) RaiseControlPanel();
+  if (!fullScreen || !theVideoWindow || IsBefore(window, theVideoWindow->Frame())) return;
+  raisedForDialog = true;
+  RaiseControlPanel();
+}
+
+// One dialog may follow another; then the panel goes back after the last.
+void OnDialogGone(HWND window) {
+  if (::IsWindowEnabled(window) == FALSE) {
+    raisedForDialog = true;
+  } else if (fullScreen && theVideoWindow) {
+    theVideoWindow->CoverPanel();
+  }
 }
 
 // A dialog is over: what has waited for its end may come.
@@ -87,6 +102,9 @@ LRESULT CALLBACK ControlWindowProcedure(HWND window, UINT message, WPARAM wParam
       return 0;
     case WM_ENABLE: wParam != FALSE ? OnEnabled(window) : OnDisabled(window); break;
     case WM_ERASEBKGND: PaintPanelBackground(reinterpret_cast<HDC>(wParam)); return 1;
+    case WM_DISPLAYCHANGE:
+      if (::IsIconic(window) == FALSE) BringIntoView(window);
+      break;
     case WM_SETTINGCHANGE: OnSettingChange(wParam); return 0;
     case WM_DRAWITEM: DrawPanelButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)); return 0;
     case WM_NCHITTEST: return HTCAPTION;  // the whole panel drags like a title bar
@@ -101,9 +119,7 @@ LRESULT CALLBACK ControlWindowProcedure(HWND window, UINT message, WPARAM wParam
       return OnCopyData(reinterpret_cast<HWND>(wParam), *reinterpret_cast<const COPYDATASTRUCT*>(lParam));
     case kRemoteKeyMessage: OnRemoteKey(static_cast<int>(wParam)); return 0;
     case kHandedOverMessage: OnHandedOver(); return 0;
-    case kDialogGoneMessage:
-      if (fullScreen && theVideoWindow) theVideoWindow->CoverPanel();
-      return 0;
+    case kDialogGoneMessage: OnDialogGone(window); return 0;
     case MM_MCINOTIFY:
       if (currentDevice) currentDevice->OnMciNotify(static_cast<std::uint32_t>(wParam));
       return 0;

@@ -65,7 +65,7 @@ LRESULT CALLBACK FrameProcedure(HWND frame, UINT message, WPARAM wParam, LPARAM 
     case WM_PAINT: OnPaint(frame); return 0;
     case WM_CLOSE: DeleteVideoWindow(); return 0;
     case WM_DISPLAYCHANGE:
-      if (fullScreen && theVideoWindow) theVideoWindow->FillScreen();
+      if (fullScreen && theVideoWindow) theVideoWindow->FillScreen(SWP_NOZORDER | SWP_NOACTIVATE);
       break;
     case WM_NCHITTEST:
       if (theVideoWindow) return theVideoWindow->HitTest(x, y);
@@ -118,14 +118,15 @@ HWND CVWindow::Attach(IVideoWindow* renderer, int width, int height) {
     FitFullScreen(ScreenSize());
   } else {
     ::SetWindowPos(frameWindow, nullptr, place.x, place.y, frame.width, frame.height,
-                   SWP_NOZORDER | SWP_NOCOPYBITS);
+                   SWP_NOZORDER | SWP_NOCOPYBITS | Quietly());
     if (ToRect(WindowRect(frameWindow)).Extent() == frame) SetVideoRect(PictureInFrame(frame));
   }
   hitZones = BuildHitZones(frame);
   TakeOver(renderer);
   if (::IsWindowVisible(frameWindow) == FALSE) {
-    ::ShowWindow(frameWindow, SW_SHOW);
+    ::ShowWindow(frameWindow, Quietly() != 0 ? SW_SHOWNA : SW_SHOW);
     ::UpdateWindow(frameWindow);
+    if (fullScreen) RaiseControlPanel();  // which the frame has come in front of
   }
   return frameWindow;
 }
@@ -174,9 +175,10 @@ bool CVWindow::EnterFullScreen() {
   return fullScreen;
 }
 
-void CVWindow::FillScreen() {
+void CVWindow::FillScreen(UINT flags) const {
   const Size screen = ScreenSize();
-  ::SetWindowPos(frameWindow, HWND_TOPMOST, 0, 0, screen.width, screen.height, SWP_NOCOPYBITS);
+  ::SetWindowPos(frameWindow, HWND_TOPMOST, 0, 0, screen.width, screen.height,
+                 SWP_NOCOPYBITS | Quietly() | flags);
 }
 
 // Under Wine without a window manager a window does not sink by itself: the frame must rise above it first.

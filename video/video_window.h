@@ -39,8 +39,8 @@ class CVWindow {
   // Each answers `fullScreen`, as it is then.
   bool ToggleFullScreen();
   bool EnterFullScreen();
-  // Puts the frame over the whole screen, as large as that is now.
-  void FillScreen();
+  // Puts the frame over the whole screen, as large as that is now; `flags`: SWP_... of SetWindowPos.
+  void FillScreen(UINT flags = 0) const;
   // On the whole screen: puts the frame in front of a panel that was raised.
   void CoverPanel() const;
   bool LeaveFullScreen();

@@ -7,9 +7,9 @@
 #include <uuids.h>
 
 #include <algorithm>
-#include <array>
 
 #include "base/ini_file.h"
+#include "base/wide_text.h"
 #include "devices/config_store.h"
 #include "devices/media/render_file.h"
 #include "devices/open_sequence.h"
@@ -117,9 +117,7 @@ bool CFileDevice::Open() {
   });
   steps.Take(filePath + "\r\n\nCannot playback file.  Unsupported file format.", [this] {
     SetDisplayText("Loading...");
-    std::array<wchar_t, MAX_PATH> wide{};
-    ::MultiByteToWideChar(CP_ACP, 0, filePath.c_str(), -1, wide.data(), static_cast<int>(wide.size()));
-    return RenderMediaFile(graph.Get(), wide.data());
+    return RenderMediaFile(graph.Get(), WideText(filePath).c_str());
   });
   return steps.Succeeded();
 }

@@ -116,16 +116,27 @@ bool CTVDevice::Stop() {
 // `reason`: why, for the text line. The clock's digits keep the last time.
 void CTVDevice::EndRecording(const std::string& reason) {
   ::KillTimer(mainWindow, kRecordTimer);
+  std::string told = reason;
+  bool lost = false;
   if (mediaControl) {
-    if (ReportErrorIf(mediaControl->Stop(), "Stop")) return;
+    if (const HRESULT stopped = mediaControl->Stop(); stopped != S_OK) {
+      if (!sessionEnds) ReportErrorIf(stopped, "Stop");
+      return;
+    }
+    // What went wrong while the file was finished concerns the file only.
+    for (GraphEvent event; TakeEvent(event);) {
+      lost = lost || IsLoss(event);
+      if (IsFailure(event) && told.empty()) told = WritingFailure(static_cast<HRESULT>(event.first));
+    }
     if (std::exchange(capturing, false)) lastRecording = CountsNow();
     RemoveRenderedFilters();
   }
-  if (ShowPreview()) Play(0, 0);
+  if (!sessionEnds && ShowPreview()) Play(0, 0);
   recording = false;
   ShowRecording(false);
-  SetDisplayText(reason);
-  if (capture.promptToSave && !sessionEnds) SaveCaptureFile(mainWindow);
+  SetDisplayText(told);
+  if (lost) EndPicture();
+  if (capture.promptToSave && !sessionEnds) SaveCaptureFile(OwnerOfBox());
 }
 
 std::optional<RecordingReport> CTVDevice::Recorded() { return capturing ? CountsNow() : lastRecording; }

@@ -79,11 +79,9 @@ bool CTVDevice::Close() {
 void CTVDevice::OnGraphEvent() {
   GraphEvent event;
   while (TakeEvent(event)) {
-    const bool lost = event.code == EC_DEVICE_LOST && event.second == 0;  // 1: it is back
-    const bool failed = event.code == EC_ERRORABORT || event.code == EC_STREAM_ERROR_STOPPED;
-    if (failed && recording) {
-      OnWritingFailed(static_cast<HRESULT>(event.first));
-    } else if (lost || failed) {
+    if (IsFailure(event) && recording) {
+      EndRecording(WritingFailure(static_cast<HRESULT>(event.first)));
+    } else if (IsLoss(event) || IsFailure(event)) {
       EndPicture();
     }
   }
@@ -99,9 +97,17 @@ void CTVDevice::EndPicture() {
   SetDisplayText("The capture device is gone");
 }
 
-void CTVDevice::OnWritingFailed(HRESULT result) {
+bool CTVDevice::IsLoss(const GraphEvent& event) {
+  return event.code == EC_DEVICE_LOST && event.second == 0;  // 1: it is back
+}
+
+bool CTVDevice::IsFailure(const GraphEvent& event) {
+  return event.code == EC_ERRORABORT || event.code == EC_STREAM_ERROR_STOPPED;
+}
+
+std::string CTVDevice::WritingFailure(HRESULT result) {
   const bool full = result == HRESULT_FROM_WIN32(ERROR_DISK_FULL) || result == STG_E_MEDIUMFULL;
-  EndRecording(full ? "Recording stopped: the disk is full" : "Recording stopped: cannot write the file");
+  return full ? "Recording stopped: the disk is full" : "Recording stopped: cannot write the file";
 }
 
 bool CTVDevice::Play(int /*item*/, int /*reserved*/) {

@@ -148,7 +148,11 @@ class CTVDevice final : public CGraphDevice {
   void EndRecording(const std::string& reason);
   RecordingReport CountsNow();
   void FinishLastRecording();
-  void OnWritingFailed(HRESULT result);
+  // What an event of the graph tells: the card is gone, something in the graph cannot go on; and why it could
+  // not be written, for the text line.
+  static bool IsLoss(const GraphEvent& event);
+  static bool IsFailure(const GraphEvent& event);
+  static std::string WritingFailure(HRESULT result);
   bool ApplyCaptureFile();
   bool AllocateCaptureFile();
 

@@ -78,7 +78,7 @@ void DriveState::Stop(std::uint64_t now) {
 void DriveState::Seek(std::int32_t to, bool keepPaused) {
   const bool paused = keepPaused && transport == Transport::kPaused;
   Halt();
-  position = to;
+  position = std::clamp(to, 0, kMostFrames);
   if (paused) transport = Transport::kPaused;
 }
 

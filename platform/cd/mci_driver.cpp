@@ -31,15 +31,16 @@ struct OpenDevice {
 };
 
 std::mutex devicesMutex;
-std::vector<std::unique_ptr<OpenDevice>> devices;
+std::vector<std::shared_ptr<OpenDevice>> devices;
 
 CdEngine& Engine() { return CdEngine::Instance(); }
 
-OpenDevice* FindDevice(DWORD_PTR id) {
+// Null when none has that number. Another thread may close it, or this one while it waits.
+std::shared_ptr<OpenDevice> FindDevice(DWORD_PTR id) {
   const std::scoped_lock lock(devicesMutex);
   const auto found =
       std::find_if(devices.begin(), devices.end(), [id](const auto& device) { return device->id == id; });
-  return found == devices.end() ? nullptr : found->get();
+  return found == devices.end() ? nullptr : *found;
 }
 
 DiscTimes TimesOf(const DiscImage& disc) { return {disc.Tracks(), disc.LeadOut()}; }
@@ -51,7 +52,7 @@ MCIERROR Open(MCIDEVICEID id, DWORD flags) {
   const std::uint32_t serial = Engine().Look().mediaSerial;
   const std::scoped_lock lock(devicesMutex);
   if (!devices.empty() && (!shareable || !devices.front()->shareable)) return MCIERR_MUST_USE_SHAREABLE;
-  auto device = std::make_unique<OpenDevice>(OpenDevice{id, shareable});
+  auto device = std::make_shared<OpenDevice>(OpenDevice{id, shareable});
   device->mediaSerial = serial;
   devices.push_back(std::move(device));
   return 0;
@@ -308,9 +309,10 @@ bool AwaitDrive(MCIDEVICEID device) {
 
 // A command other than PLAY has done its work when it returns; a notification asked for comes at once.
 MCIERROR RunAndNotify(DWORD_PTR id, UINT message, DWORD flags, LPARAM parameters) {
-  OpenDevice* device = FindDevice(id);
-  if (device == nullptr) return MCIERR_INVALID_DEVICE_ID;
+  const std::shared_ptr<OpenDevice> device = FindDevice(id);
+  if (!device) return MCIERR_INVALID_DEVICE_ID;
   if (!AwaitDrive(device->id)) return MCIERR_DEVICE_NOT_READY;
+  if (FindDevice(id) != device) return MCIERR_INVALID_DEVICE_ID;
   const MCIERROR code = Run(*device, message, flags, parameters);
   const bool failed = (code & 0xFFFFU) != 0;
   if (message != MCI_PLAY && !failed && (flags & MCI_NOTIFY) != 0 && parameters != 0) {

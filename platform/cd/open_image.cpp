@@ -1,5 +1,6 @@
 #include "platform/cd/open_image.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <fstream>
@@ -43,7 +44,9 @@ OpenedImage OpenDataImage(const fs::path& path) {
   const std::uintmax_t size = fs::file_size(path, error);
   if (error) return DiscError{"it cannot be read"};
   if (!HasFileSystem(path)) return DiscError{"it is no disc image (CUE, TOC, NRG and ISO files are)"};
-  return std::make_unique<DataImage>(FramesIn(static_cast<std::int64_t>(size), kDataSectorBytes));
+  // A DVD may hold more than a CD's times can tell: none lies behind their end.
+  return std::make_unique<DataImage>(
+      std::min(FramesIn(static_cast<std::int64_t>(size), kDataSectorBytes), kMostFrames));
 }
 
 OpenedImage OpenFolder(const fs::path& path) {

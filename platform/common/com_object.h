@@ -17,6 +17,8 @@ class ModuleUser {
   ModuleUser& operator=(const ModuleUser&) = delete;
   ~ModuleUser() { --living; }
   static bool Any() { return living != 0; }
+  // Keeps the module loaded until it is taken back, whoever does so.
+  static void Lock(bool locked) { locked ? ++living : --living; }
 
  private:
   static inline std::atomic<long> living{0};

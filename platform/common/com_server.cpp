@@ -26,11 +26,7 @@ class ClassFactory final : public ComObject<IClassFactory> {
   }
 
   HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
-    if (lock != FALSE) {
-      AddRef();
-    } else {
-      Release();
-    }
+    quorvex::ModuleUser::Lock(lock != FALSE);
     return S_OK;
   }
 

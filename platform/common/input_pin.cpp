@@ -11,13 +11,15 @@ HRESULT InputPin::ReceiveConnection(IPin* connector, const AM_MEDIA_TYPE* type) 
   if (IsConnected()) return VFW_E_ALREADY_CONNECTED;
   if (filter.State() != State_Stopped) return VFW_E_NOT_STOPPED;
   if (!Takes(*type)) return VFW_E_TYPE_NOT_ACCEPTED;
+  if (flushing.exchange(false)) OnEndFlush();  // of the one before, which went in the midst of it
   Replace({ComPtr<IPin>::Share(connector), {}, {}, MediaType(*type)});
   return S_OK;
 }
 
 HRESULT InputPin::QueryAccept(const AM_MEDIA_TYPE* type) {
   if (type == nullptr) return E_POINTER;
-  return Takes(*type) ? S_OK : S_FALSE;
+  const bool fixed = IsConnected() && filter.State() != State_Stopped;
+  return Takes(*type) && (!fixed || AgreedType().Equals(*type)) ? S_OK : S_FALSE;
 }
 
 HRESULT InputPin::State() {
@@ -64,7 +66,17 @@ HRESULT InputPin::NotifyAllocator(IMemAllocator* allocator, BOOL) {
 HRESULT InputPin::Receive(IMediaSample* sample) {
   if (sample == nullptr) return E_POINTER;
   const HRESULT state = State();
-  return state == S_OK ? OnSample(*sample) : state;
+  if (state != S_OK) return state;
+  return HasOtherType(*sample) ? VFW_E_INVALIDMEDIATYPE : OnSample(*sample);
+}
+
+bool InputPin::HasOtherType(IMediaSample& sample) {
+  AM_MEDIA_TYPE* type = nullptr;
+  if (sample.GetMediaType(&type) != S_OK) return false;
+  const bool other = !AgreedType().Equals(*type);
+  FreeMediaType(*type);
+  ::CoTaskMemFree(type);
+  return other;
 }
 
 HRESULT InputPin::ReceiveMultiple(IMediaSample** samples, LONG count, LONG* processed) {

@@ -52,6 +52,8 @@ class InputPin : public PinBase, public IMemInputPin {
  private:
   // S_OK when something may arrive.
   HRESULT State();
+  // Whether a sample brings a type that was not agreed on.
+  bool HasOtherType(IMediaSample& sample);
 
   std::atomic<bool> flushing{false};
 };

@@ -18,7 +18,8 @@ constexpr int kBytesPerPixel = 4;
 void CopyMediaType(AM_MEDIA_TYPE& target, const AM_MEDIA_TYPE& source) {
   target = source;
   target.pbFormat = nullptr;
-  if (source.cbFormat != 0) {
+  if (source.pbFormat == nullptr) target.cbFormat = 0;
+  if (target.cbFormat != 0) {
     target.pbFormat = static_cast<BYTE*>(::CoTaskMemAlloc(source.cbFormat));
     std::copy_n(source.pbFormat, source.cbFormat, target.pbFormat);
   }
@@ -105,6 +106,13 @@ const VIDEOINFOHEADER* MediaType::Picture() const {
 bool MediaType::Matches(const AM_MEDIA_TYPE& partial) const {
   return AgreesWith(type.majortype, partial.majortype) && AgreesWith(type.subtype, partial.subtype) &&
          AgreesWith(type.formattype, partial.formattype);
+}
+
+bool MediaType::Equals(const AM_MEDIA_TYPE& other) const {
+  const MediaType copy(other);
+  return type.majortype == other.majortype && type.subtype == other.subtype &&
+         type.formattype == other.formattype && type.cbFormat == copy.type.cbFormat &&
+         std::equal(type.pbFormat, type.pbFormat + type.cbFormat, copy.type.pbFormat);
 }
 
 bool IsComplete(const AM_MEDIA_TYPE& type) {

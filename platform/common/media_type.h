@@ -39,6 +39,8 @@ class MediaType {
 
   // Whether this type is one that `partial` leaves open: GUID_NULL there stands for any.
   [[nodiscard]] bool Matches(const AM_MEDIA_TYPE& partial) const;
+  // Whether it is the same type, to the last byte of its format.
+  [[nodiscard]] bool Equals(const AM_MEDIA_TYPE& other) const;
 
  private:
   template <typename Format>

@@ -23,12 +23,10 @@ long PictureBytes(const MediaType& type) {
       std::clamp<std::int64_t>(bits / 8 * bitmap.biBitCount, 0, std::numeric_limits<long>::max()));
 }
 
-// Whether what is offered is what a type asks for: the layout of pictures may differ, sound is as it is.
-bool Serves(const MediaType& offered, const AM_MEDIA_TYPE& type) {
-  const AM_MEDIA_TYPE& own = offered.Get();
-  if (!offered.Matches(type) || own.cbFormat > type.cbFormat) return false;
-  return offered.Picture() != nullptr || own.cbFormat == 0 ||
-         std::memcmp(own.pbFormat, type.pbFormat, own.cbFormat) == 0;
+// Whether pictures lie in memory as others do.
+bool IsSameLayout(const BITMAPINFOHEADER& first, const BITMAPINFOHEADER& second) {
+  return first.biWidth == second.biWidth && first.biHeight == second.biHeight &&
+         first.biBitCount == second.biBitCount && first.biCompression == second.biCompression;
 }
 
 }  // namespace
@@ -88,11 +86,23 @@ HRESULT OutputPin::UseAllocator(Connection& made, ALLOCATOR_PROPERTIES needs) {
 
 HRESULT OutputPin::ReceiveConnection(IPin*, const AM_MEDIA_TYPE*) { return E_UNEXPECTED; }
 
+bool OutputPin::Serves(const MediaType& offered, const AM_MEDIA_TYPE& type) const {
+  const AM_MEDIA_TYPE& own = offered.Get();
+  if (!offered.Matches(type) || own.cbFormat > type.cbFormat) return false;
+  if (own.cbFormat == 0) return true;
+  if (type.pbFormat == nullptr) return false;
+  if (const VIDEOINFOHEADER* picture = offered.Picture()) {
+    const auto* asked = reinterpret_cast<const VIDEOINFOHEADER*>(type.pbFormat);
+    return LaysOut() || IsSameLayout(picture->bmiHeader, asked->bmiHeader);
+  }
+  return std::memcmp(own.pbFormat, type.pbFormat, own.cbFormat) == 0;
+}
+
 HRESULT OutputPin::QueryAccept(const AM_MEDIA_TYPE* type) {
   if (type == nullptr) return E_POINTER;
   const std::vector<MediaType> types = Types();
   const bool known = std::any_of(types.begin(), types.end(),
-                                 [type](const MediaType& offered) { return Serves(offered, *type); });
+                                 [=, this](const MediaType& offered) { return Serves(offered, *type); });
   return known ? S_OK : S_FALSE;
 }
 

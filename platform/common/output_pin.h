@@ -45,7 +45,12 @@ class OutputPin : public PinBase {
   // How many buffers of which size this type takes, at the least.
   virtual ALLOCATOR_PROPERTIES BufferNeeds(const MediaType& type) = 0;
 
+  // Whether pictures are given in the layout that the other end wishes (PictureDelivery); else as offered.
+  [[nodiscard]] virtual bool LaysOut() const { return false; }
+
  private:
+  // Whether what is offered is what a type asks for.
+  [[nodiscard]] bool Serves(const MediaType& offered, const AM_MEDIA_TYPE& type) const;
   HRESULT TryType(IPin* receiver, const MediaType& type);
   HRESULT AgreeOnAllocator(Connection& made);
   static HRESULT UseAllocator(Connection& made, ALLOCATOR_PROPERTIES needs);

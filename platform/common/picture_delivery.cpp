@@ -44,9 +44,9 @@ bool PictureDelivery::Open(IMediaSample& sample, PictureView& view) {
   return true;
 }
 
-Fed PictureDelivery::Send(IMediaSample& sample, MediaTime begin, MediaTime end) {
+Fed PictureDelivery::Send(IMediaSample& sample, std::optional<Times> times) {
   sample.SetActualDataLength(static_cast<long>(BytesOf(type.Picture()->bmiHeader)));
-  sample.SetTime(&begin, &end);
+  sample.SetTime(times ? &times->begin : nullptr, times ? &times->end : nullptr);
   sample.SetSyncPoint(TRUE);
   sample.SetPreroll(FALSE);
   sample.SetDiscontinuity(first ? TRUE : FALSE);

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <optional>
+
 #include "platform/common/media_time.h"
 #include "platform/common/output_pin.h"
 #include "platform/common/picture_view.h"
@@ -20,18 +22,24 @@ class PictureDelivery {
 
   [[nodiscard]] bool IsFirst() const { return first; }
 
-  // Delivers a picture that draw(PictureView) fills, unless that answers false. Times are the stream's.
+  struct Times {
+    MediaTime begin;
+    MediaTime end;
+  };
+
+  // Delivers a picture that draw(PictureView) fills, unless that answers false. Times are the stream's; a
+  // picture without is to be shown at once.
   template <typename Draw>
-  Fed Deliver(MediaTime begin, MediaTime end, Draw draw) {
+  Fed Deliver(const std::optional<Times>& times, Draw draw) {
     const ComPtr<IMediaSample> sample = pin.NextBuffer();
     PictureView view;
     if (!sample || !Open(*sample.Get(), view)) return Fed::kRefused;
-    return draw(view) ? Send(*sample.Get(), begin, end) : Fed::kMore;
+    return draw(view) ? Send(*sample.Get(), times) : Fed::kMore;
   }
 
  private:
   bool Open(IMediaSample& sample, PictureView& view);
-  Fed Send(IMediaSample& sample, MediaTime begin, MediaTime end);
+  Fed Send(IMediaSample& sample, std::optional<Times> times);
 
   OutputPin& pin;
   MediaType type;  // of the pin's samples

@@ -70,7 +70,7 @@ Fed PictureFeeder::ShowHeld(MediaTime end) {
 }
 
 Fed PictureFeeder::Deliver(const AVFrame& frame, MediaTime begin, MediaTime end) {
-  return delivery.Deliver(begin - segment.Origin(), end - segment.Origin(),
+  return delivery.Deliver({{begin - segment.Origin(), end - segment.Origin()}},
                           [&](const PictureView& target) { return converter.Convert(frame, target); });
 }
 

@@ -18,6 +18,7 @@ class DvdPin final : public OutputPin {
 
  protected:
   std::vector<MediaType> Types() override { return {type}; }
+  [[nodiscard]] bool LaysOut() const override { return true; }
   ALLOCATOR_PROPERTIES BufferNeeds(const MediaType&) override { return needs; }
 
  private:

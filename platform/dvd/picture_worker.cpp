@@ -188,7 +188,7 @@ bool PictureWorker::Deliver(MediaTime begin, MediaTime end) {
   around.timeline.Reach(end);
   do {
     delivering = true;
-    delivery.Deliver(begin, end, [this](const PictureView& target) { return Draw(target); });
+    delivery.Deliver({{begin, end}}, [this](const PictureView& target) { return Draw(target); });
     delivering = false;
   } while (MustRenew());
   return !queue.Interrupted();

@@ -56,6 +56,7 @@ class MediaPin final : public OutputPin, public IMediaSeeking {
  protected:
   void* Find(REFIID iid) override { return FindInterface<IPin, IMediaSeeking>(this, iid); }
   std::vector<MediaType> Types() override { return {type}; }
+  [[nodiscard]] bool LaysOut() const override { return true; }
   ALLOCATOR_PROPERTIES BufferNeeds(const MediaType&) override { return needs; }
 
  private:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace quorvex {
 namespace {
@@ -36,8 +37,14 @@ void SoundPlayer::Start(const WaveFormat& format) {
     EndThread();
     const auto bytes = static_cast<std::size_t>(format.rate / kBuffersPerSecond) *
                        static_cast<std::size_t>(format.FrameBytes());
-    output.reset();  // one device at a time
-    output = std::make_unique<WaveOutput>(format, bytes, kBuffers);
+    {
+      const std::scoped_lock guard(lock);
+      queue.reset();
+      output.reset();  // one device at a time
+    }
+    auto opened = std::make_unique<WaveOutput>(format, bytes, kBuffers);
+    const std::scoped_lock guard(lock);
+    output = std::move(opened);
     queue.emplace(format);
     position.emplace(format.rate);
     closing = false;

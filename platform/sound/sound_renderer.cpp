@@ -14,7 +14,7 @@ constexpr DWORD kHighestRate = 96000;
 // The description of plain sound; null when the type is not one.
 const WAVEFORMAT* PlainSound(const AM_MEDIA_TYPE& type) {
   if (type.majortype != MEDIATYPE_Audio || type.formattype != FORMAT_WaveFormatEx) return nullptr;
-  if (type.cbFormat < sizeof(PCMWAVEFORMAT)) return nullptr;
+  if (type.cbFormat < sizeof(PCMWAVEFORMAT) || type.pbFormat == nullptr) return nullptr;
   const auto* wave = reinterpret_cast<const WAVEFORMAT*>(type.pbFormat);
   return wave->wFormatTag == WAVE_FORMAT_PCM ? wave : nullptr;
 }

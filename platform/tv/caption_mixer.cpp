@@ -70,9 +70,10 @@ HRESULT CaptionMixer::TakePicture(IMediaSample& sample) {
     return E_UNEXPECTED;
   REFERENCE_TIME begin = 0;
   REFERENCE_TIME end = 0;
-  sample.GetTime(&begin, &end);
+  std::optional<PictureDelivery::Times> times;
+  if (SUCCEEDED(sample.GetTime(&begin, &end))) times = {begin, end};
   const ShownCaptions shown = Captions();
-  const Fed fed = delivery.Deliver(begin, end, [&](const PictureView& view) {
+  const Fed fed = delivery.Deliver(times, [&](const PictureView& view) {
     Copy(ViewOf(bytes, bitmap), view);
     if (shown.screen != CaptionScreen{}) painter.Paint(view, shown.screen, shown.opaque);
     return true;

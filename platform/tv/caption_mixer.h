@@ -20,7 +20,8 @@ class CaptionMixer final : public ChainFilter {
  protected:
   bool Takes(std::size_t input, const AM_MEDIA_TYPE& type) override;
   HRESULT Take(std::size_t input, IMediaSample& sample) override;
-  std::vector<MediaType> Gives() override { return {TypeAt(kPictures)}; }
+  std::vector<MediaType> Gives() override { return AsArrives(); }
+  [[nodiscard]] bool LaysOut() const override { return true; }
   void OnBegin() override;
 
  private:

@@ -138,7 +138,9 @@ HRESULT CaptureGraphBuilder::ShowPictures(IPin& pin) {
   if (FAILED(result)) return result;
   const ComPtr<IPin> last = MixCaptionsInto(pin);
   result = ConnectTo(*last.Get(), *renderer.Get());
-  if (FAILED(result)) graph->RemoveFilter(renderer.Get());
+  if (SUCCEEDED(result)) return result;
+  graph->RemoveFilter(renderer.Get());
+  if (last.Get() != &pin) graph->RemoveFilter(FilterOf(*last.Get()).Get());  // the mixer
   return result;
 }
 
@@ -164,8 +166,12 @@ HRESULT CaptureGraphBuilder::SplitCapturePin(IBaseFilter& filter, const GUID& ca
     if (!tee || FAILED(tee->GetClassID(&id)) || id != CLSID_SmartTee) return E_INVALIDARG;
   } else {
     HRESULT result = AddNew(CLSID_SmartTee, L"Smart Tee", tee);
-    if (SUCCEEDED(result)) result = ConnectTo(*capture.Get(), *tee.Get());
     if (FAILED(result)) return result;
+    result = ConnectTo(*capture.Get(), *tee.Get());
+    if (FAILED(result)) {
+      graph->RemoveFilter(tee.Get());
+      return result;
+    }
   }
   ComPtr<IPin> found;
   const HRESULT result =

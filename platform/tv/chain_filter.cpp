@@ -39,6 +39,7 @@ class ChainFilter::Exit final : public OutputPin {
 
  protected:
   std::vector<MediaType> Types() override { return chain.Gives(); }
+  [[nodiscard]] bool LaysOut() const override { return chain.LaysOut(); }
   ALLOCATOR_PROPERTIES BufferNeeds(const MediaType& type) override {
     constexpr long kBuffers = 4;
     return {kBuffers, static_cast<long>(type.Get().lSampleSize), 1, 0};
@@ -65,6 +66,11 @@ void ChainFilter::ForOutputsOf(std::size_t input, Act act) {
 }
 
 OutputPin& ChainFilter::Output(std::size_t index) { return *outputs.at(index); }
+
+std::vector<MediaType> ChainFilter::AsArrives() {
+  if (!inputs.front()->IsConnected()) return {};
+  return {TypeAt(0)};
+}
 
 MediaType ChainFilter::TypeAt(std::size_t input) { return inputs.at(input)->AgreedType(); }
 

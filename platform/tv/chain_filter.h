@@ -21,10 +21,14 @@ class ChainFilter : public FilterBase {
   virtual HRESULT Take(std::size_t input, IMediaSample& sample) = 0;
   // What the outputs offer. Their buffers hold a sample of the type.
   virtual std::vector<MediaType> Gives() = 0;
+  // Whether the outputs give pictures in the layout that the other end wishes.
+  [[nodiscard]] virtual bool LaysOut() const { return false; }
   // A stream begins.
   virtual void OnBegin() {}
 
   OutputPin& Output(std::size_t index);
+  // What the first input was connected with, for Gives; none when it is not.
+  std::vector<MediaType> AsArrives();
   // What an input was connected with; nothing when it is not.
   MediaType TypeAt(std::size_t input);
 

@@ -51,7 +51,7 @@ MediaType SoundTypeOf(const WaveFormat& format) {
 std::optional<WaveFormat> SoundFormatOf(const AM_MEDIA_TYPE& type) {
   WAVEFORMATEX wave{};
   if (type.majortype != MEDIATYPE_Audio || type.formattype != FORMAT_WaveFormatEx ||
-      type.cbFormat < sizeof(PCMWAVEFORMAT))
+      type.cbFormat < sizeof(PCMWAVEFORMAT) || type.pbFormat == nullptr)
     return std::nullopt;
   std::memcpy(&wave, type.pbFormat, sizeof(PCMWAVEFORMAT));
   const WaveFormat format{static_cast<int>(wave.nSamplesPerSec), wave.nChannels, wave.wBitsPerSample};

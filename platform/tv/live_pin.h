@@ -1,10 +1,11 @@
-// An output pin of a live source: while its filter runs by a clock, a thread of its own makes a sample for
+// An output pin of a live source: while its filter runs, a thread of its own makes a sample for
 // every frame's time; pictures whose time has gone by are lost, and counted.
 #pragma once
 
 #include <atomic>
 #include <condition_variable>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 #include "platform/common/output_pin.h"
@@ -53,6 +54,9 @@ class LivePin : public OutputPin {
  private:
   void Work();
   bool WaitUntil(MediaTime due, MediaTime& now);
+  // The time of the stream; nothing while it stands. In a graph without a clock a live source goes by its
+  // own.
+  std::optional<MediaTime> TimeOfStream(MediaTime due);
   void Idle(std::chrono::microseconds time);
 
   LiveDevice& device;
@@ -60,7 +64,8 @@ class LivePin : public OutputPin {
   std::thread thread;
   std::mutex waitLock;
   std::condition_variable waiting;
-  bool ending = false;  // guarded by waitLock
+  bool ending = false;                 // guarded by waitLock
+  std::optional<MediaTime> clockless;  // what its own clock told when such a stream began
 };
 
 }  // namespace quorvex

@@ -36,7 +36,7 @@ void PreviewPin::Send(const FramePacer::Frame& frame) {
   if (!control.Passes(frame.begin)) return;
   if (frame.lost > 0 && !delivery.IsFirst()) counts.CountLost(frame.number - frame.lost, frame.lost);
   std::size_t bytes = 0;
-  const Fed fed = delivery.Deliver(frame.begin, frame.end, [&](const PictureView& view) {
+  const Fed fed = delivery.Deliver({{frame.begin, frame.end}}, [&](const PictureView& view) {
     picture.Draw(view, source, frame.number, AirTimeOf(frame.begin));
     bytes = static_cast<std::size_t>(view.width) * static_cast<std::size_t>(view.height) * 4;
     return true;

@@ -19,6 +19,7 @@ class PreviewPin final : public LivePin {
   void* Find(REFIID iid) override;
   void OnDisconnected() override { control.Forget(); }
   std::vector<MediaType> Types() override;
+  [[nodiscard]] bool LaysOut() const override { return true; }
   ALLOCATOR_PROPERTIES BufferNeeds(const MediaType& type) override;
   MediaTime FrameTime() override { return source.Format().frameTime; }
   void OnBegin() override;

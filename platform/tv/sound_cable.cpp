@@ -43,7 +43,7 @@ void SoundCable::Work() {
     return static_cast<int>(buffer.size());
   };
   while (!ending) {
-    if (filter.StreamTime() && !output.Feed(fill)) return;
+    if (filter.State() == State_Running && !output.Feed(fill)) return;
     output.Wait(kGlanceMs);
   }
 }

@@ -33,12 +33,12 @@ class StreamGate {
 
   // A sample of this time comes; whether it may pass is told by IsOpen afterwards.
   std::optional<Turned> Pass(MediaTime time) {
-    if (stop && time >= stop->time && (!start || start->time <= stop->time)) {
-      start.reset();
+    if (stop && time >= stop->time) {
+      if (start && start->time <= stop->time) start.reset();
       return Turn(stop, false);
     }
     if (start && time >= start->time) return Turn(start, true);
-    if (start) open = false;
+    if (start && (!stop || start->time <= stop->time)) open = false;
     return std::nullopt;
   }
 

@@ -16,7 +16,7 @@ class TeeFilter final : public ChainFilter {
  protected:
   bool Takes(std::size_t, const AM_MEDIA_TYPE&) override { return true; }
   HRESULT Take(std::size_t, IMediaSample& sample) override;
-  std::vector<MediaType> Gives() override { return {TypeAt(0)}; }
+  std::vector<MediaType> Gives() override { return AsArrives(); }
 };
 
 // A sample is handed on as it is: who shares it does not write into it.

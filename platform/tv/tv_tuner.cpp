@@ -24,7 +24,9 @@ HRESULT TvTuner::put_Channel(LONG channel, LONG, LONG) {
   const ULONGLONG begun = ::GetTickCount64();
   while (::GetTickCount64() - begun < state.slowTuner) ::Sleep(kLockMs);
   state.channel = static_cast<std::uint32_t>(channel);
-  for (const auto& listener : listeners) listener->OnEvent(AMTUNER_EVENT_CHANGED);
+  // They may come and go meanwhile.
+  const std::vector<ComPtr<IAMTunerNotification>> told = Listeners();
+  for (const auto& listener : told) listener->OnEvent(AMTUNER_EVENT_CHANGED);
   return S_OK;
 }
 
@@ -73,11 +75,13 @@ HRESULT TvTuner::GetAvailableModes(LONG* modes) { return Answer(modes, AMTUNER_M
 HRESULT TvTuner::RegisterNotificationCallBack(IAMTunerNotification* notified, LONG events) {
   if (notified == nullptr) return E_POINTER;
   if (events != AMTUNER_EVENT_CHANGED) return E_INVALIDARG;
+  const std::scoped_lock guard(lock);
   listeners.push_back(ComPtr<IAMTunerNotification>::Share(notified));
   return S_OK;
 }
 
 HRESULT TvTuner::UnRegisterNotificationCallBack(IAMTunerNotification* notified) {
+  const std::scoped_lock guard(lock);
   const auto gone =
       std::erase_if(listeners, [=](const auto& listener) { return listener.Get() == notified; });
   return gone > 0 ? S_OK : E_INVALIDARG;
@@ -120,6 +124,11 @@ HRESULT TvTuner::put_ConnectInput(LONG index) { return index == 0 ? S_OK : E_INV
 HRESULT TvTuner::get_ConnectInput(LONG* index) { return Answer(index, 0); }
 HRESULT TvTuner::get_VideoFrequency(LONG* hertz) { return Answer(hertz, Tuned().video); }
 HRESULT TvTuner::get_AudioFrequency(LONG* hertz) { return Answer(hertz, Tuned().audio); }
+
+std::vector<ComPtr<IAMTunerNotification>> TvTuner::Listeners() {
+  const std::scoped_lock guard(lock);
+  return listeners;
+}
 
 Carriers TvTuner::Tuned() const {
   return CarriersOf(Country(), state.Input(), static_cast<int>(state.channel)).value_or(Carriers{});

@@ -5,6 +5,7 @@
 
 #include <strmif.h>
 
+#include <mutex>
 #include <vector>
 
 #include "base/com_ptr.h"
@@ -55,10 +56,12 @@ class TvTuner final : public ObjectPart<IAMTVTuner> {
   [[nodiscard]] int Country() const { return static_cast<int>(state.country); }
   [[nodiscard]] Carriers Tuned() const;
   void KeepInRange();
+  std::vector<ComPtr<IAMTunerNotification>> Listeners();
 
   CardState& state;
   Reception& reception;
   LONG tuningSpace = 0;
+  std::mutex lock;  // guards listeners
   std::vector<ComPtr<IAMTunerNotification>> listeners;
 };
 

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <string>
 
+#include "platform/cd/drive_state.h"
 #include "platform/cd/open_image.h"
 #include "platform/cd/video_disc.h"
 
@@ -160,6 +161,17 @@ TEST_F(PlannedImageTest, DiscsThatHoldVideoAreKnown) {
     EXPECT_EQ(HoldsVideoDisc(path), holdsVideo) << path;
     EXPECT_EQ(ErrorOf(OpenDiscImage(path.string())).empty(), isDisc) << path;
   }
+}
+
+TEST_F(PlannedImageTest, ADvdIsNoLongerThanTheTimesOfADisc) {
+  const fs::path film = Write("long.iso", std::string(std::size_t{16} * 2048, '\0') + "\1CD001");
+  fs::resize_file(film, std::uintmax_t{4} << 30U);
+  OpenedImage image = OpenDiscImage(film.string());
+  const auto* disc = std::get_if<std::unique_ptr<DiscImage>>(&image);
+  ASSERT_NE(disc, nullptr);
+  DriveState drive;
+  drive.Seek((*disc)->LeadOut(), false);
+  EXPECT_TRUE(drive.IsValid()) << "who seeks to its end leaves a sound record of the drive";
 }
 
 TEST_F(PlannedImageTest, RefusesWhatItCannotPlay) {

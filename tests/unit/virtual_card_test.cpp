@@ -106,6 +106,17 @@ TEST(StreamGateTest, OpensAndClosesAsOrdered) {
   EXPECT_FALSE(gate.Pass(19));
   EXPECT_EQ(gate.Pass(25)->cookie, 7U);
   EXPECT_FALSE(gate.IsOpen());
+  gate.StartAt(StreamGate::kNow, 0);
+  gate.Pass(26);
+  gate.StopAt(30, 8);
+  gate.StartAt(50, 9);
+  EXPECT_FALSE(gate.Pass(27));
+  EXPECT_TRUE(gate.IsOpen()) << "a gap is still to come";
+  EXPECT_EQ(gate.Pass(31)->cookie, 8U);
+  EXPECT_FALSE(gate.Pass(49));
+  EXPECT_EQ(gate.Pass(51)->cookie, 9U);
+  EXPECT_FALSE(gate.Pass(52));
+  EXPECT_TRUE(gate.IsOpen());
 }
 
 struct Drawn {

@@ -272,6 +272,18 @@ TEST_F(MediaSourceTest, ItsLastReleaseEndsIt) {
   EXPECT_NE(source.As<IFileSourceFilter>()->Load(MediaPath("sound.mp3").c_str(), nullptr), S_OK);
   EXPECT_EQ(source.Detach()->Release(), 0U);
   EXPECT_EQ(canUnload(), S_OK);
+  // Each call answers with a factory of its own.
+  const auto lock = [](BOOL locked) {
+    ComPtr<IClassFactory> factory;
+    ::CoGetClassObject(kMediaSourceUnderTest, CLSCTX_INPROC_SERVER, nullptr, __uuidof(IClassFactory),
+                       factory.ReceiveVoid());
+    EXPECT_EQ(factory->LockServer(locked), S_OK);
+    EXPECT_EQ(factory.Detach()->Release(), 0U);
+  };
+  lock(TRUE);
+  EXPECT_EQ(canUnload(), S_FALSE);
+  lock(FALSE);
+  EXPECT_EQ(canUnload(), S_OK);
 }
 
 TEST_F(MediaSourceTest, ASlowRendererGetsFewerPicturesAndKeepsUp) {

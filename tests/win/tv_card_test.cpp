@@ -52,6 +52,11 @@ TEST_F(TvCardTest, RefusesWhatItCannotDo) {
   EXPECT_EQ(set({.frameTime = kShortestFrame - 1}), VFW_E_INVALIDMEDIATYPE);
   EXPECT_EQ(set({.frameTime = kLongestFrame + 1}), VFW_E_INVALIDMEDIATYPE);
   EXPECT_EQ(config->SetFormat(nullptr), E_POINTER);
+  const auto accepts = [&](MediaType type) {
+    return graph.Pin(PIN_CATEGORY_CAPTURE)->QueryAccept(&type.Get());
+  };
+  EXPECT_EQ(accepts(TypeOf({})), S_OK);
+  EXPECT_EQ(accepts(TypeOf({.size = {1920, 1080}})), S_FALSE) << "it is not what would come";
   ASSERT_EQ(graph.Watch(PIN_CATEGORY_CAPTURE), S_OK);
   EXPECT_EQ(set({.size = {320, 240}}), VFW_E_ALREADY_CONNECTED);
   EXPECT_EQ(set({.frameTime = kSecond / 10}), S_OK);
@@ -88,6 +93,18 @@ TEST_F(TvCardTest, PicturesComeAtTheirRateAndTellTheirTimes) {
       EXPECT_EQ(seen[i].end - seen[i].begin, frameTime);
     }
   }
+}
+
+TEST_F(TvCardTest, WithoutAClockTheyComeByTheCardsOwn) {
+  const PluggedCards cards;
+  CardGraph graph;
+  ASSERT_EQ(graph.Watch(PIN_CATEGORY_CAPTURE), S_OK);
+  ASSERT_EQ(graph.graph.As<IMediaFilter>()->SetSyncSource(nullptr), S_OK);
+  graph.Run();
+  ASSERT_GE(graph.WaitForChannel(4), 0);
+  ::Sleep(1000);
+  graph.control->Stop();
+  EXPECT_NEAR(static_cast<double>(graph.Seen().size()), 30, 6);
 }
 
 TEST_F(TvCardTest, OneWithoutAPreviewPinIsSplit) {

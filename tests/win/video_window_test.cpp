@@ -119,6 +119,14 @@ TEST_F(VideoWindowTest, ADialogComesOverAPictureOnTheWholeScreen) {
   EXPECT_TRUE(IsTopmost(mainWindow)) << "with the dialog that it owns";
   ::EnableWindow(mainWindow, TRUE);
   EXPECT_TRUE(PumpUntil([] { return !IsTopmost(mainWindow); }));
+  // One dialog that follows another.
+  ::EnableWindow(mainWindow, FALSE);
+  ::EnableWindow(mainWindow, TRUE);
+  ::EnableWindow(mainWindow, FALSE);
+  PumpFor(50);
+  EXPECT_TRUE(IsTopmost(mainWindow));
+  ::EnableWindow(mainWindow, TRUE);
+  EXPECT_TRUE(PumpUntil([] { return !IsTopmost(mainWindow); }));
   ::SendMessageA(renderer.window, WM_LBUTTONDOWN, 0, 0);
   ::EnableWindow(mainWindow, FALSE);
   ::EnableWindow(mainWindow, TRUE);
