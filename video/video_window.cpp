@@ -117,8 +117,10 @@ HWND CVWindow::Attach(IVideoWindow* renderer, int width, int height) {
     if (::IsWindowVisible(frameWindow) == FALSE) FillScreen();
     FitFullScreen(ScreenSize());
   } else {
+    // The next file's picture takes the keyboard from nobody.
+    const UINT quietly = ::IsWindowVisible(frameWindow) != FALSE ? SWP_NOACTIVATE : Quietly();
     ::SetWindowPos(frameWindow, nullptr, place.x, place.y, frame.width, frame.height,
-                   SWP_NOZORDER | SWP_NOCOPYBITS | Quietly());
+                   SWP_NOZORDER | SWP_NOCOPYBITS | quietly);
     if (ToRect(WindowRect(frameWindow)).Extent() == frame) SetVideoRect(PictureInFrame(frame));
   }
   hitZones = BuildHitZones(frame);
