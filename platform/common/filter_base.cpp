@@ -5,6 +5,7 @@
 
 #include <memory>
 
+#include "platform/common/counter_time.h"
 #include "platform/common/enumerators.h"
 
 namespace quorvex {
@@ -48,6 +49,7 @@ HRESULT FilterBase::Run(REFERENCE_TIME start) {
     const std::scoped_lock members(membersLock);
     runStart = start;
   }
+  ranSince = CounterTime();
   state = State_Running;
   OnRun();
   return S_OK;
@@ -125,6 +127,11 @@ void FilterBase::Tell(long code, LONG_PTR first, LONG_PTR second) {
     told = eventSink;
   }
   if (told != nullptr) told->Notify(code, first, second);
+}
+
+REFERENCE_TIME FilterBase::Now() {
+  if (const std::optional<REFERENCE_TIME> time = StreamTime()) return *time;
+  return restTime + (state == State_Running ? CounterTime() - ranSince : 0);
 }
 
 std::optional<REFERENCE_TIME> FilterBase::StreamTime() {

@@ -43,8 +43,9 @@ class FilterBase : public ComObject<IBaseFilter> {
   // The stream's time now: since the graph runs, in units of 100 ns. Nothing unless it runs by a clock.
   std::optional<REFERENCE_TIME> StreamTime();
 
-  // The stream's time now, or where it stands while the graph does not run; 0 when it is stopped.
-  REFERENCE_TIME Now() { return StreamTime().value_or(restTime); }
+  // The stream's time now, or where it stands while the graph does not run; 0 when it is stopped. In a graph
+  // without a clock it goes by the filter's own.
+  REFERENCE_TIME Now();
 
   [[nodiscard]] FILTER_STATE State() const { return state; }
 
@@ -71,7 +72,8 @@ class FilterBase : public ComObject<IBaseFilter> {
   const CLSID classId;
   std::atomic<FILTER_STATE> state{State_Stopped};
   std::atomic<REFERENCE_TIME> restTime{0};
-  std::mutex membersLock;  // guards what follows
+  std::atomic<REFERENCE_TIME> ranSince{0};  // of CounterTime
+  std::mutex membersLock;                   // guards what follows
   ComPtr<IReferenceClock> clock;
   REFERENCE_TIME runStart = 0;
   IFilterGraph* graph = nullptr;         // it owns its filters, so they do not own it

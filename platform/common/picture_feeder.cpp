@@ -47,6 +47,8 @@ Fed PictureFeeder::Feed(const AVPacket* packet) {
   return fed;
 }
 
+Fed PictureFeeder::FillIn() { return delivery.IsFirst() ? ShowHeld(pictures.Next()) : Fed::kMore; }
+
 Fed PictureFeeder::Show(const AVFrame& frame, MediaTime begin, MediaTime end) {
   if (end <= segment.start + kRounding) {
     av_frame_unref(held.get());

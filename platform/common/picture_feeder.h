@@ -25,6 +25,7 @@ class PictureFeeder final : public StreamFeeder {
 
   void Begin(const Segment& played) override;
   Fed Feed(const AVPacket* packet) override;
+  Fed FillIn() override;
 
  private:
   [[nodiscard]] bool IsLongBefore(const AVPacket* packet) const;

@@ -1,6 +1,7 @@
 #include "platform/common/sound_feeder.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace quorvex {
 namespace {
@@ -30,6 +31,11 @@ Fed SoundFeeder::Feed(const AVPacket* packet) {
     return fed == Fed::kMore;
   });
   return fed;
+}
+
+Fed SoundFeeder::FillIn() {
+  const std::vector<std::int16_t> silence(static_cast<std::size_t>(rate / 20 * kSoundChannels));
+  return delivery.Deliver(silence, segment.start - segment.Origin());
 }
 
 // Delivers samples without what lies before the segment or behind it.

@@ -20,6 +20,7 @@ class SoundFeeder final : public StreamFeeder {
 
   void Begin(const Segment& played) override;
   Fed Feed(const AVPacket* packet) override;
+  Fed FillIn() override;
 
  private:
   Fed DeliverPlayed(SoundSamples samples, MediaTime begin);

@@ -31,6 +31,7 @@ class StreamBuffers {
     if (!queue.closed) {
       queue.packets.push_back({std::move(packet), bytes});
       allBytes += bytes;
+      queue.starved = false;
       news.notify_all();
     }
     return !AllClosed();
@@ -59,17 +60,26 @@ class StreamBuffers {
     return aborted;
   }
 
-  // Worker: the next packet; waits for it. Nothing when the stream is over.
-  std::optional<Packet> Pop(std::size_t stream) {
+  enum class Popped { kPacket, kStarved, kOver };
+
+  // Worker: waits for the next packet. kStarved, once until the next one comes: all others are full, and the
+  // reader waits for them.
+  Popped Pop(std::size_t stream, Packet& packet) {
     std::unique_lock lock(mutex);
     Queue& queue = queues[stream];
-    news.wait(lock, [&] { return ended || !queue.packets.empty(); });
-    if (queue.packets.empty()) return std::nullopt;
+    news.wait(lock, [&] {
+      return ended || !queue.packets.empty() || (allBytes >= mostBytesOfAll && !queue.starved);
+    });
+    if (queue.packets.empty()) {
+      queue.starved = !ended;
+      return ended ? Popped::kOver : Popped::kStarved;
+    }
     Item item = std::move(queue.packets.front());
     queue.packets.pop_front();
     allBytes -= item.bytes;
     room.notify_all();
-    return std::move(item.packet);
+    packet = std::move(item.packet);
+    return Popped::kPacket;
   }
 
   // Worker: takes no more.
@@ -87,6 +97,7 @@ class StreamBuffers {
   struct Queue {
     std::deque<Item> packets;
     bool closed = false;
+    bool starved = false;  // its worker knows that nothing comes for the present
   };
 
   [[nodiscard]] bool IsFull() const {

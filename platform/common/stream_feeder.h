@@ -26,6 +26,9 @@ class StreamFeeder {
   // Decodes a packet and delivers what comes out; null at the stream's end. Waits as long as the other end
   // does.
   virtual Fed Feed(const AVPacket* packet) = 0;
+
+  // The file has nothing for the stream for long: delivers what a renderer needs that waits for something.
+  virtual Fed FillIn() = 0;
 };
 
 }  // namespace quorvex

@@ -2,16 +2,9 @@
 
 #include <algorithm>
 
-namespace quorvex {
+#include "platform/common/counter_time.h"
 
-MediaTime CounterTime() {
-  LARGE_INTEGER frequency{};
-  LARGE_INTEGER counter{};
-  ::QueryPerformanceFrequency(&frequency);
-  ::QueryPerformanceCounter(&counter);
-  const std::int64_t whole = counter.QuadPart / frequency.QuadPart;
-  return whole * kSecond + counter.QuadPart % frequency.QuadPart * kSecond / frequency.QuadPart;
-}
+namespace quorvex {
 
 WAVEFORMATEX PlatformFormat(const WaveFormat& format) {
   WAVEFORMATEX wave{};

@@ -18,9 +18,6 @@
 
 namespace quorvex {
 
-// What the performance counter says.
-MediaTime CounterTime();
-
 // A format in the platform's words.
 WAVEFORMATEX PlatformFormat(const WaveFormat& format);
 

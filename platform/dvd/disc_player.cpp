@@ -183,17 +183,15 @@ void DiscPlayer::TakePlace() {
   PlayItem item{.kind = PlayItem::Kind::kPlace, .time = units.Start(), .place = place};
   Push(pictures.queue, std::move(item));
   pictures.Select({place->SelectedButton(), false});
+  if (Scans() && keyPictureSectors == 0) StepScan();  // the unit has no pictures
 }
 
 void DiscPlayer::TakeSector(std::span<const std::uint8_t> sector) {
   Progress();
   ++sectorsOfUnit;
   if (awaitsPlace) return;
-  if (Scans() && sectorsOfUnit > keyPictureSectors) {
-    StepScan();
-    return;
-  }
   for (const PackPiece& piece : SplitPack(sector)) TakePiece(piece);
+  if (Scans() && sectorsOfUnit >= keyPictureSectors) StepScan();
 }
 
 void DiscPlayer::TakePiece(const PackPiece& piece) {
@@ -298,6 +296,7 @@ void DiscPlayer::TakeDamage() {
 
 void DiscPlayer::End(DVD_PB_STOPPED reason) {
   mode = Mode::kEnded;
+  autoStopTold = false;
   navigator.Close();
   endReason = reason;
   PushToBoth(PlayItem::Kind::kEnd);
@@ -305,14 +304,16 @@ void DiscPlayer::End(DVD_PB_STOPPED reason) {
 
 // The disc has no more to play, or not of what was wished.
 void DiscPlayer::EndByItself() {
-  if (stopTitle > 0) around.events.Tell(EC_DVD_CHAPTER_AUTOSTOP, 0, 0);
   End(stopTitle > 0 ? DVD_PB_STOPPED_PlayChapterAutoStop : DVD_PB_STOPPED_NoBranch);
 }
 
 void DiscPlayer::CheckDisc() {
   const std::uint64_t now = ::GetTickCount64();
   if (mode == Mode::kEnded) {
-    if (IsDrained()) board.Stop(endReason);
+    if (!IsDrained()) return;
+    if (endReason == DVD_PB_STOPPED_PlayChapterAutoStop && !std::exchange(autoStopTold, true))
+      around.events.Tell(EC_DVD_CHAPTER_AUTOSTOP, 0, 0);
+    board.Stop(endReason);
     return;
   }
   if (now - lastLookAtDisc < kLookAtDiscMs) return;

@@ -151,6 +151,7 @@ class DiscPlayer {
   int scannedTitle = 0;
   std::uint32_t sectorsOfUnit = 0;
   std::uint32_t keyPictureSectors = 0;  // of the unit, while scanning
+  bool autoStopTold = false;            // of the end of what was wished
   int stopTitle = 0;                    // 0: none
   int stopChapter = 0;
 };

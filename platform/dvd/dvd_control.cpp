@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "platform/dvd/languages.h"
+#include "platform/dvd/machine_state.h"
 #include "platform/dvd/stream_kinds.h"
 
 namespace quorvex {
@@ -236,12 +237,11 @@ HRESULT DvdControl::AudioStreamChange(ULONG stream) {
 }
 
 HRESULT DvdControl::SubpictureStreamChange(ULONG stream, WINBOOL shown) {
-  constexpr ULONG kNone = 62;
-  constexpr ULONG kForced = 63;
   return player.Do([=, this](DiscPlayer::Hand& hand) {
     if (hand.shown.domain != DiscDomain::kTitle) return VFW_E_DVD_INVALIDDOMAIN;
     const auto count = tables.Of(hand.shown.titleSet).SubpictureCount(StreamAttributes::Part::kTitle);
-    if (stream >= static_cast<ULONG>(count) && stream != kNone && stream != kForced) return E_INVALIDARG;
+    if (stream >= static_cast<ULONG>(count) && stream != kNoSubpicture && stream != kForcedSubpictures)
+      return E_INVALIDARG;
     if (Forbids(hand.shown, UOP_FLAG_Select_SubPic_Stream)) return VFW_E_DVD_OPERATION_INHIBITED;
     hand.navigator.SelectSubpicture(static_cast<int>(stream), shown != FALSE);
     return S_OK;
@@ -310,10 +310,11 @@ HRESULT DvdControl::MouseSelect(POINT point) {
 }
 
 HRESULT DvdControl::ChapterPlayAutoStop(ULONG title, ULONG chapter, ULONG count) {
+  constexpr ULONG kMostChapters = 999;
   if (!HasChapter(title, chapter) || count == 0) return E_INVALIDARG;
   return Jump(UOP_FLAG_Play_Chapter, [=, this](DiscPlayer::Hand& hand) {
     if (!hand.navigator.PlayChapter(static_cast<int>(title), static_cast<int>(chapter))) return false;
-    player.StopAfter(static_cast<int>(title), static_cast<int>(chapter + count - 1));
+    player.StopAfter(static_cast<int>(title), static_cast<int>(chapter - 1 + std::min(count, kMostChapters)));
     return true;
   });
 }

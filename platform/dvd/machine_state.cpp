@@ -48,6 +48,8 @@ DiscDomain DomainOf(const dvd_state_t& state) {
   }
 }
 
+constexpr int kStreamBits = 0x3F;  // of the register of subpictures
+
 // The stream that is chosen, or the first one that the programme chain has; none: -1.
 template <typename Has>
 int ChosenStream(int chosen, int count, Has has) {
@@ -63,9 +65,12 @@ void ReadStreams(const dvd_state_t& state, Place& place) {
   const int subpicture = inTitle ? state.registers.SPRM[2] : 0;
   place.audio =
       ChosenStream(audio, kAudioStreams, [&](int i) { return (state.pgc->audio_control[i] >> 15 & 1) != 0; });
-  place.subpicture = ChosenStream(subpicture & 0x3F, kSubpictureStreams,
-                                  [&](int i) { return (state.pgc->subp_control[i] >> 31) != 0; });
-  place.subpictureShown = !inTitle || (subpicture & 0x40) != 0;
+  const int chosen = subpicture & kStreamBits;
+  const bool isStream = chosen != kNoSubpicture && chosen != kForcedSubpictures;
+  place.subpicture = !isStream ? -1 : ChosenStream(chosen, kSubpictureStreams, [&](int i) {
+    return (state.pgc->subp_control[i] >> 31) != 0;
+  });
+  place.subpictureShown = !inTitle || (isStream && (subpicture & 0x40) != 0);
 }
 
 // What `look` answers of the tables of a title's set; false when they cannot be read.
@@ -301,6 +306,12 @@ bool GoToPlace(dvdnav_s* machine, const Place& place) {
   return true;
 }
 
+int SubpictureChoice(dvdnav_s* machine) {
+  const MachineLock lock(machine);
+  const dvd_state_t& state = machine->vm->state;
+  return state.domain == DVD_DOMAIN_VTSTitle ? state.registers.SPRM[2] & kStreamBits : 0;
+}
+
 bool GoToPreviousUnit(dvdnav_s* machine) {
   const MachineLock lock(machine);
   const dvd_state_t& state = machine->vm->state;
@@ -319,7 +330,8 @@ bool GoToPreviousUnit(dvdnav_s* machine) {
   if (block < 0) return false;
   vm_jump_cell_block(machine->vm, cell, block);
   machine->position_current.still = 0;
-  machine->vm->hop_channel += HOP_SEEK;
+  // No seek for the library, which in a title of several angles would leave out the first unit: this one.
+  ++machine->vm->hop_channel;
   return true;
 }
 

@@ -36,6 +36,13 @@ dvd_reader_s* ReaderOf(dvdnav_s* machine);
 // Fills in domain, title set, length, streams and registers.
 void ReadMachine(dvdnav_s* machine, Place& place);
 
+// What the register of a title's subpictures may name beside a stream: none, and what a disc shows of itself.
+inline constexpr int kNoSubpicture = 62;
+inline constexpr int kForcedSubpictures = 63;
+
+// The stream of subpictures that is chosen, or one of the two above; 0 outside of a title.
+int SubpictureChoice(dvdnav_s* machine);
+
 bool SetRegister(dvdnav_s* machine, SystemRegister which, int value);
 
 // Calls a menu (DVDMenuID_t) from where a place is, if the machine is in the same programme chain still: it

@@ -223,7 +223,9 @@ Navigator::SubpictureStream Navigator::SubpictureToShow() {
   Ask([&](dvdnav_t* opened) {
     const std::int8_t active = dvdnav_get_active_spu_stream(opened);
     stream.number = active == -1 ? -1 : active & 0x1F;
-    stream.onlyForced = active < 0;  // bit 7
+    const int chosen = SubpictureChoice(opened);
+    if (chosen == kNoSubpicture) stream.number = -1;
+    stream.onlyForced = active < 0 || chosen == kForcedSubpictures;  // bit 7
     return true;
   });
   return stream;
@@ -335,7 +337,8 @@ bool Navigator::HasJumped() {
 std::uint32_t Navigator::KeyPictureSectors() {
   std::uint32_t sectors = 0;
   Ask([&](dvdnav_t* opened) {
-    sectors = dvdnav_get_current_nav_dsi(opened)->dsi_gi.vobu_1stref_ea;
+    const dsi_gi_t& unit = dvdnav_get_current_nav_dsi(opened)->dsi_gi;
+    sectors = std::min(unit.vobu_1stref_ea, unit.vobu_ea);
     return true;
   });
   return sectors;

@@ -93,8 +93,7 @@ HRESULT MediaPin::SetPositions(LONGLONG* current, DWORD currentFlags, LONGLONG* 
   if (How(currentFlags) == AM_SEEKING_IncrementalPositioning) return E_INVALIDARG;
   const SeekWish wish{Asked(current, currentFlags), Asked(stop, stopFlags),
                       How(stopFlags) == AM_SEEKING_IncrementalPositioning};
-  if (!wish.start && !wish.stop) return S_OK;
-  sought.SeekTo(place, wish);
+  if (wish.start || wish.stop) sought.SeekTo(place, wish);
   if ((currentFlags & AM_SEEKING_ReturnTime) != 0 && current != nullptr) *current = sought.Position();
   if ((stopFlags & AM_SEEKING_ReturnTime) != 0 && stop != nullptr) return GetStopPosition(stop);
   return S_OK;

@@ -146,11 +146,16 @@ Segment MediaSource::Target(const SeekWish& wish) {
   const Segment played = Played();
   Segment target{Position(), played.stop, played.Origin()};
   if (wish.start) target = {resolve(*wish.start, target.start), played.stop};
-  if (wish.stop) target.stop = resolve(*wish.stop, wish.stopCountsFromStart ? target.start : played.stop);
+  if (wish.stop)
+    target.stop =
+        resolve(*wish.stop, wish.stopCountsFromStart ? target.start : std::min(played.stop, Length()));
   // A stop position at the end of the file is none: the last picture may last longer than the file says.
-  if (target.stop >= Duration()) target.stop = kForever;
+  if (target.stop >= Length()) target.stop = kForever;
   return target;
 }
+
+// Some files do not tell it: recordings that were never ended.
+MediaTime MediaSource::Length() const { return Duration() > 0 ? Duration() : kForever; }
 
 Segment MediaSource::Played() {
   const std::scoped_lock lock(placeLock);
@@ -161,7 +166,7 @@ MediaTime MediaSource::Position() {
   const std::optional<REFERENCE_TIME> streamTime = StreamTime();
   const std::scoped_lock lock(placeLock);
   if (!streamTime) return resting;
-  const MediaTime end = std::min(segment.stop, std::max(Duration(), segment.start));
+  const MediaTime end = std::min(segment.stop, std::max(Length(), segment.start));
   return std::clamp(segment.Origin() + *streamTime, segment.start, end);
 }
 

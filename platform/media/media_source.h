@@ -44,6 +44,8 @@ class MediaSource final : public FilterBase, public IFileSourceFilter, private S
   Segment Played() override;
   MediaTime Position() override;
   [[nodiscard]] MediaTime Duration() const override { return file ? file->Duration() : 0; }
+  // Where it ends at the latest.
+  [[nodiscard]] MediaTime Length() const;
 
   void MakePicturePin();
   void MakeSoundPin();

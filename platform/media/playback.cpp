@@ -72,8 +72,10 @@ void Playback::Work(std::size_t index, const Segment& segment) {
 // more is wanted.
 Fed Playback::FeedAll(std::size_t index) {
   StreamFeeder& feeder = *playing[index].feeder;
-  while (const std::optional<AvOwner<AVPacket>> packet = buffers->Pop(index)) {
-    const Fed fed = feeder.Feed(packet->get());
+  AvOwner<AVPacket> packet;
+  for (auto popped = buffers->Pop(index, packet); popped != Buffers::Popped::kOver;
+       popped = buffers->Pop(index, packet)) {
+    const Fed fed = popped == Buffers::Popped::kStarved ? feeder.FillIn() : feeder.Feed(packet.get());
     if (fed != Fed::kMore) return fed;
   }
   if (buffers->IsAborted()) return Fed::kRefused;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/common/wave_output.h"
+#include "platform/common/counter_time.h"
 
 namespace quorvex {
 namespace {

@@ -4,6 +4,8 @@
 #include <chrono>
 #include <utility>
 
+#include "platform/common/counter_time.h"
+
 namespace quorvex {
 namespace {
 

@@ -87,12 +87,16 @@ HRESULT WrittenFile::Resize(std::uint64_t bytes) {
 
 std::size_t WrittenFile::Read(std::uint64_t place, std::span<std::uint8_t> into) {
   const std::scoped_lock guard(lock);
-  return SUCCEEDED(Open()) ? file.Read(place, into) : 0;
+  if (file.IsOpen()) return file.Read(place, into);
+  CaptureFile looked;  // which must not begin the file anew
+  return SUCCEEDED(looked.Open(path, CaptureFile::Mode::kRead)) ? looked.Read(place, into) : 0;
 }
 
 std::uint64_t WrittenFile::Size() {
   const std::scoped_lock guard(lock);
-  return SUCCEEDED(Open()) ? file.Size() : 0;
+  if (file.IsOpen()) return file.Size();
+  CaptureFile looked;
+  return SUCCEEDED(looked.Open(path, CaptureFile::Mode::kRead)) ? looked.Size() : 0;
 }
 
 HRESULT WriterStream::Read(void* target, ULONG bytes, ULONG* read) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "platform/common/com_thread.h"
-#include "platform/common/wave_output.h"
 #include "platform/tv/station_file.h"
 
 namespace quorvex {
@@ -54,29 +53,17 @@ bool LivePin::WaitUntil(MediaTime due, MediaTime& now) {
       const std::scoped_lock guard(waitLock);
       if (ending) return false;
     }
-    const std::optional<MediaTime> time = TimeOfStream(due);
-    if (time && *time >= due) {
-      now = *time;
+    const bool runs = filter.State() == State_Running;
+    const MediaTime time = filter.Now();
+    if (runs && time >= due) {
+      now = time;
       return true;
     }
-    Idle(time ? std::min(microseconds((due - *time) / 10), kLongestWait) : kGlance);
+    Idle(runs ? std::min(microseconds((due - time) / 10), kLongestWait) : kGlance);
   }
 }
 
-std::optional<MediaTime> LivePin::TimeOfStream(MediaTime due) {
-  std::optional<MediaTime> time = filter.StreamTime();
-  if (time || filter.State() != State_Running) {
-    clockless.reset();
-  } else {
-    if (!clockless) clockless = CounterTime() - due;
-    time = CounterTime() - *clockless;
-  }
-  return time;
-}
-
-MediaTime LivePin::AirTimeOf(MediaTime streamTime) {
-  return AirTime() + streamTime - filter.StreamTime().value_or(streamTime);
-}
+MediaTime LivePin::AirTimeOf(MediaTime streamTime) { return AirTime() + streamTime - filter.Now(); }
 
 void LivePin::Work() {
   const ComThread inCom;

@@ -5,7 +5,6 @@
 #include <atomic>
 #include <condition_variable>
 #include <mutex>
-#include <optional>
 #include <thread>
 
 #include "platform/common/output_pin.h"
@@ -54,9 +53,6 @@ class LivePin : public OutputPin {
  private:
   void Work();
   bool WaitUntil(MediaTime due, MediaTime& now);
-  // The time of the stream; nothing while it stands. In a graph without a clock a live source goes by its
-  // own.
-  std::optional<MediaTime> TimeOfStream(MediaTime due);
   void Idle(std::chrono::microseconds time);
 
   LiveDevice& device;
@@ -64,8 +60,7 @@ class LivePin : public OutputPin {
   std::thread thread;
   std::mutex waitLock;
   std::condition_variable waiting;
-  bool ending = false;                 // guarded by waitLock
-  std::optional<MediaTime> clockless;  // what its own clock told when such a stream began
+  bool ending = false;  // guarded by waitLock
 };
 
 }  // namespace quorvex

@@ -138,7 +138,9 @@ void RecordingThread::Record(const Waiting& next) {
   if (recorder.Lost() > lost) counts.CountLost(pictures + lost, recorder.Lost() - lost);
   if (recorder.Pictures() > pictures) counts.CountDelivered(bytes);
   length = recorder.Length();
-  if (result != FileResult::kDone) Break(target.Error());
+  // A movie has an end, too, which is none of the disk.
+  const HRESULT failure = FAILED(target.Error()) ? target.Error() : HRESULT_FROM_WIN32(ERROR_FILE_TOO_LARGE);
+  if (result != FileResult::kDone) Break(failure);
 }
 
 void RecordingThread::NoteWhenDue() {

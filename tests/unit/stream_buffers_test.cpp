@@ -11,10 +11,15 @@ namespace {
 
 using Buffers = StreamBuffers<int>;
 
+std::optional<int> Take(Buffers& buffers, std::size_t stream) {
+  int packet = 0;
+  return buffers.Pop(stream, packet) == Buffers::Popped::kPacket ? std::optional(packet) : std::nullopt;
+}
+
 // Takes everything of a stream; how many it was.
 int TakeAll(Buffers& buffers, std::size_t stream) {
   int count = 0;
-  while (buffers.Pop(stream)) ++count;
+  while (Take(buffers, stream)) ++count;
   return count;
 }
 
@@ -27,10 +32,10 @@ TEST(StreamBuffersTest, EveryPacketArrivesInItsStreamAndInOrderHoweverBadlyTheyA
   });
   // Stream 0 is taken only after stream 1 has ended, as when its receiver waits for the other.
   int expected = 0;
-  while (const std::optional<int> packet = buffers.Pop(1)) EXPECT_EQ(*packet, expected++);
+  while (const std::optional<int> packet = Take(buffers, 1)) EXPECT_EQ(*packet, expected++);
   EXPECT_EQ(expected, 500);
   expected = 0;
-  while (const std::optional<int> packet = buffers.Pop(0)) EXPECT_EQ(*packet, expected++);
+  while (const std::optional<int> packet = Take(buffers, 0)) EXPECT_EQ(*packet, expected++);
   EXPECT_EQ(expected, 500);
   reader.join();
   EXPECT_FALSE(buffers.IsAborted());
@@ -52,14 +57,31 @@ TEST(StreamBuffersTest, TheReaderWaitsWhenThereIsEnoughOfEveryStreamOrTooMuchOfA
       std::this_thread::sleep_for(std::chrono::milliseconds(5));
     std::this_thread::sleep_for(std::chrono::milliseconds(30));
     EXPECT_EQ(pushed, test.expected);
-    EXPECT_TRUE(buffers.Pop(0));
-    EXPECT_TRUE(buffers.Pop(1));
+    EXPECT_TRUE(Take(buffers, 0));
+    EXPECT_TRUE(Take(buffers, 1));
     for (int i = 0; i < 200 && pushed == test.expected; ++i)
       std::this_thread::sleep_for(std::chrono::milliseconds(5));
     EXPECT_GT(pushed, test.expected) << "it goes on when something was taken";
     buffers.Abort();
     reader.join();
   }
+}
+
+TEST(StreamBuffersTest, AStreamThatHasNothingForLongIsToldSo) {
+  Buffers buffers(2, 2, 100);
+  std::thread reader([&] {
+    for (int i = 0; i < 3; ++i) buffers.Push(0, i, 60);
+    buffers.Push(1, 7, 1);
+    buffers.Finish();
+  });
+  int packet = 0;
+  EXPECT_EQ(buffers.Pop(1, packet), Buffers::Popped::kStarved) << "the reader waits for the other stream";
+  EXPECT_EQ(Take(buffers, 0), 0);
+  EXPECT_EQ(Take(buffers, 0), 1);
+  EXPECT_EQ(buffers.Pop(1, packet), Buffers::Popped::kPacket);
+  EXPECT_EQ(packet, 7);
+  EXPECT_EQ(buffers.Pop(1, packet), Buffers::Popped::kOver);
+  reader.join();
 }
 
 TEST(StreamBuffersTest, AbortReleasesEverybodyAndLeavesNothing) {
@@ -82,7 +104,7 @@ TEST(StreamBuffersTest, AClosedStreamHoldsNobodyUp) {
   buffers.Close(0);
   for (int i = 0; i < 100; ++i) ASSERT_TRUE(buffers.Push(0, 0, 900)) << "dropped, not kept";
   ASSERT_TRUE(buffers.Push(1, 7, 1));
-  EXPECT_EQ(buffers.Pop(1), 7);
+  EXPECT_EQ(Take(buffers, 1), 7);
   buffers.Close(1);
   EXPECT_FALSE(buffers.Push(1, 0, 1)) << "nobody wants anything more";
 }

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 
+#include "platform/common/counter_time.h"
 #include "platform/common/wave_output.h"
 #include "tests/support/com_test.h"
 #include "tests/support/media_graph.h"

@@ -47,7 +47,7 @@ virtual_display() {
 }
 
 # Where the virtual sound server has its socket, whose path must stay short (108 characters), wherever the checkout lies.
-sound_folder() { echo "/tmp/quorvex-$(id -u)-$(cksum <<<"$env_dir" | cut -d' ' -f1)"; }
+sound_folder() { printf '/tmp/quorvex-%s-%s' "$(id -u)" "$(cksum <<<"$env_dir" | cut -d' ' -f1)"; }
 
 # Starts the virtual sound server unless it runs; sets PULSE_SERVER. What is played can be recorded from sink.monitor.
 virtual_sound() {
