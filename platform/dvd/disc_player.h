@@ -146,12 +146,12 @@ class DiscPlayer {
   int badSteps = 0;    // in a row that could not be read
   double speed = 1.0;
   bool backwards = false;
-  bool scanWished = false;  // the jump that comes is part of a scan
-  bool stopWished = false;  // it leads to what stops by itself
+  bool scanWished = false;    // the jump that comes is part of a scan
+  bool stopWished = false;    // it leads to what stops by itself
+  bool autoStopTold = false;  // of the end of what was wished
   int scannedTitle = 0;
   std::uint32_t sectorsOfUnit = 0;
   std::uint32_t keyPictureSectors = 0;  // of the unit, while scanning
-  bool autoStopTold = false;            // of the end of what was wished
   int stopTitle = 0;                    // 0: none
   int stopChapter = 0;
 };
