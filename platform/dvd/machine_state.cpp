@@ -48,7 +48,11 @@ DiscDomain DomainOf(const dvd_state_t& state) {
   }
 }
 
-constexpr int kStreamBits = 0x3F;  // of the register of subpictures
+int ChosenSubpicture(const dvd_state_t& state) {
+  return state.domain == DVD_DOMAIN_VTSTitle ? state.registers.SPRM[2] & 0x3F : 0;
+}
+
+bool IsStream(int subpicture) { return subpicture != kNoSubpicture && subpicture != kForcedSubpictures; }
 
 // The stream that is chosen, or the first one that the programme chain has; none: -1.
 template <typename Has>
@@ -62,15 +66,13 @@ int ChosenStream(int chosen, int count, Has has) {
 void ReadStreams(const dvd_state_t& state, Place& place) {
   const bool inTitle = state.domain == DVD_DOMAIN_VTSTitle;
   const int audio = inTitle ? state.registers.SPRM[1] : 0;
-  const int subpicture = inTitle ? state.registers.SPRM[2] : 0;
+  const int subpicture = ChosenSubpicture(state);
   place.audio =
       ChosenStream(audio, kAudioStreams, [&](int i) { return (state.pgc->audio_control[i] >> 15 & 1) != 0; });
-  const int chosen = subpicture & kStreamBits;
-  const bool isStream = chosen != kNoSubpicture && chosen != kForcedSubpictures;
-  place.subpicture = !isStream ? -1 : ChosenStream(chosen, kSubpictureStreams, [&](int i) {
+  place.subpicture = !IsStream(subpicture) ? -1 : ChosenStream(subpicture, kSubpictureStreams, [&](int i) {
     return (state.pgc->subp_control[i] >> 31) != 0;
   });
-  place.subpictureShown = !inTitle || (isStream && (subpicture & 0x40) != 0);
+  place.subpictureShown = !inTitle || (IsStream(subpicture) && (state.registers.SPRM[2] & 0x40) != 0);
 }
 
 // What `look` answers of the tables of a title's set; false when they cannot be read.
@@ -306,10 +308,9 @@ bool GoToPlace(dvdnav_s* machine, const Place& place) {
   return true;
 }
 
-int SubpictureChoice(dvdnav_s* machine) {
+bool ChoosesSubpicture(dvdnav_s* machine) {
   const MachineLock lock(machine);
-  const dvd_state_t& state = machine->vm->state;
-  return state.domain == DVD_DOMAIN_VTSTitle ? state.registers.SPRM[2] & kStreamBits : 0;
+  return IsStream(ChosenSubpicture(machine->vm->state));
 }
 
 bool GoToPreviousUnit(dvdnav_s* machine) {

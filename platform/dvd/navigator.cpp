@@ -223,9 +223,7 @@ Navigator::SubpictureStream Navigator::SubpictureToShow() {
   Ask([&](dvdnav_t* opened) {
     const std::int8_t active = dvdnav_get_active_spu_stream(opened);
     stream.number = active == -1 ? -1 : active & 0x1F;
-    const int chosen = SubpictureChoice(opened);
-    if (chosen == kNoSubpicture) stream.number = -1;
-    stream.onlyForced = active < 0 || chosen == kForcedSubpictures;  // bit 7
+    stream.onlyForced = active < 0 || !ChoosesSubpicture(opened);  // bit 7
     return true;
   });
   return stream;
