@@ -78,6 +78,7 @@ void PictureWorker::Forget() {
   ended = false;
   held = false;
   cueWanted = true;
+  awaitsPicture = true;
   renewal = Renewal::kNone;
   activated = false;
 }
@@ -150,6 +151,7 @@ bool PictureWorker::Show(const AVFrame& frame) {
   av_frame_ref(current.get(), &frame);
   currentTime = time;
   held = false;
+  awaitsPicture = false;
   return Deliver(begin, begin + ToMediaTime(next - time));
 }
 
@@ -166,10 +168,12 @@ bool PictureWorker::WaitUntil(MediaTime time) {
   return false;
 }
 
-// Nothing comes: a still, a menu, or a slow disc.
+// Nothing comes: a still, a menu, or a slow disc. A renderer that stands keeps what it gets: after a jump it
+// is to get the picture there, not the one of before.
 void PictureWorker::Hold() {
   held = true;
   const bool empty = current->buf[0] == nullptr;
+  if (awaitsPicture && !empty && !Runs()) return;
   if (empty && ++emptyLooks < kPatience) return;
   Renewal wanted = Renewal::kWanted;
   if (renewal.compare_exchange_strong(wanted, Renewal::kNone) || LookNow() != drawn || (cueWanted && !Runs()))

@@ -115,7 +115,8 @@ class PictureWorker {
   std::shared_ptr<const Place> place;
   Look drawn;
   int stretch = 0;
-  bool held = false;  // nothing has come since the last picture
+  bool held = false;          // nothing has come since the last picture
+  bool awaitsPicture = true;  // none has come since the last jump
   bool ended = false;
   int emptyLooks = 0;
   std::atomic<bool> cueWanted{true};

@@ -121,7 +121,9 @@ class RecordingSink final : public FilterBase,
 
   // Done on the stream's thread when the end is told.
   std::function<void()> atEnd;
-  // Done there for every sample that arrives, instead of looking at it here.
+  // Done on the thread that tells a new segment, after it is noted.
+  std::function<void()> atSegment;
+  // Done on the stream's thread for every sample that arrives, instead of looking at it here.
   std::function<void(IMediaSample&, const MediaType&)> atSample;
 
  private:
@@ -199,8 +201,11 @@ class RecordingSink final : public FilterBase,
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE NewSegment(REFERENCE_TIME start, REFERENCE_TIME stop, double) override {
-    const std::scoped_lock guard(lock);
-    segments.push_back({start, stop, {}});
+    {
+      const std::scoped_lock guard(lock);
+      segments.push_back({start, stop, {}});
+    }
+    if (atSegment) atSegment();
     return S_OK;
   }
 
