@@ -131,12 +131,14 @@ void MediaFile::Seek(MediaTime time) {
 }
 
 void MediaFile::GoTo(MediaTime time) {
+  joints.Forget();
   const AVStream& leading = picture != nullptr ? *picture : *sound;
   const std::int64_t tick = Coded(leading).clock.Tick(time);
   if (avformat_seek_file(format.get(), leading.index, INT64_MIN, tick, tick, 0) < 0) GoToBeginning();
 }
 
 void MediaFile::GoToBeginning() {
+  joints.Forget();
   // Streams without an index are sought in by trying places, which may miss the very first packets.
   const int flags = format->iformat->flags;
   const bool isBare =
@@ -177,11 +179,25 @@ std::optional<MediaFile::Packet> MediaFile::Read() {
       continue;
     }
     if (picture != nullptr && packet->stream_index == picture->index)
-      return Packet{Kind::kPicture, std::move(packet)};
+      return Joined(Kind::kPicture, std::move(packet));
     if (sound != nullptr && packet->stream_index == sound->index)
-      return Packet{Kind::kSound, std::move(packet)};
+      return Joined(Kind::kSound, std::move(packet));
   }
   return std::nullopt;
+}
+
+MediaFile::Packet MediaFile::Joined(Kind kind, AvOwner<AVPacket> data) {
+  const std::int64_t tick = TickOf(*data);
+  if ((format->iformat->flags & AVFMT_TS_DISCONT) != 0 && tick != AV_NOPTS_VALUE) {
+    const AVRational base = format->streams[data->stream_index]->time_base;
+    const TickClock clock{base.num, base.den, 0};
+    const std::size_t stream = kind == Kind::kPicture ? 0 : 1;
+    const std::int64_t shift =
+        clock.Tick(joints.ShiftOf(stream, clock.Time(tick), clock.Length(data->duration)));
+    for (std::int64_t* stamp : {&data->pts, &data->dts})
+      if (*stamp != AV_NOPTS_VALUE) *stamp += shift;
+  }
+  return {kind, std::move(data)};
 }
 
 }  // namespace quorvex

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "platform/common/av.h"
+#include "platform/common/stream_joints.h"
 
 namespace quorvex {
 
@@ -48,7 +49,7 @@ class MediaFile {
   void Seek(MediaTime time);
 
   // The next packet of picture or sound; nothing at the end of the file, or when interrupted. Damaged
-  // stretches are passed over.
+  // stretches are passed over; where time stamps begin anew, times go on.
   std::optional<Packet> Next();
 
   // Lets a Seek or Next that runs in another thread return early, until taken back.
@@ -64,6 +65,7 @@ class MediaFile {
   void GoToBeginning();
   bool FindKeyPicture(MediaTime by);
   std::optional<Packet> Read();
+  Packet Joined(Kind kind, AvOwner<AVPacket> data);
 
   std::atomic<bool> interrupted{false};
   AvOwner<AVFormatContext> format;
@@ -71,6 +73,7 @@ class MediaFile {
   AVStream* sound = nullptr;
   std::int64_t origin = 0;  // in FFmpeg's microseconds
   MediaTime duration = 0;
+  StreamJoints joints;
   std::deque<Packet> waiting;  // read already while looking for a key picture
 };
 

@@ -36,12 +36,13 @@ dvd_reader_s* ReaderOf(dvdnav_s* machine);
 // Fills in domain, title set, length, streams and registers.
 void ReadMachine(dvdnav_s* machine, Place& place);
 
-// What the register of a title's subpictures may name beside a stream: none, which it begins with, and what a disc
-// shows of itself. Discs that show subtitles unasked count on being seen with either.
+// What the register of a title's subpictures may name beside a stream: none, which it begins with, and what a
+// disc shows of itself. Discs that show subtitles unasked count on being seen with either.
 inline constexpr int kNoSubpicture = 62;
 inline constexpr int kForcedSubpictures = 63;
 
-// Whether a stream of subpictures is chosen, and none of the two above; outside of a title the first always is.
+// Whether a stream of subpictures is chosen, and none of the two above; outside of a title the first always
+// is.
 bool ChoosesSubpicture(dvdnav_s* machine);
 
 bool SetRegister(dvdnav_s* machine, SystemRegister which, int value);

@@ -70,6 +70,8 @@ def main():
     sound = ["-f", "s16le", "-ar", RATE, "-ac", 2, "-i"]
     for name, how in FILES.items():
         ffmpeg(*picture, *sound, folder / "beeps.raw", *how.split(), folder / name)
+    # The same with time stamps ten minutes later.
+    ffmpeg("-i", folder / "mpeg2_mp2.ts", "-c", "copy", "-output_ts_offset", 600, folder / "later.ts")
     # Four pictures of a second each.
     ffmpeg("-f", "rawvideo", "-pix_fmt", "gray", "-s", f"{WIDTH}x{HEIGHT}", "-r", 1, "-t", 4, "-i", folder / "pictures.raw",
            *"-c:v libx264 -preset veryfast -bf 0 -pix_fmt yuv420p".split(), folder / "slides.mkv")

@@ -5,6 +5,7 @@
 #include "platform/common/late_pictures.h"
 #include "platform/common/media_time.h"
 #include "platform/common/sound_clock.h"
+#include "platform/common/stream_joints.h"
 #include "platform/media/shared_seeks.h"
 
 namespace quorvex {
@@ -28,6 +29,25 @@ TEST(MediaTimeTest, RescalingDoesNotOverflowOnTheWay) {
   EXPECT_EQ(Rescale(std::int64_t{1} << 40, kSecond, 90000), 122'167'958'641'778);
   EXPECT_EQ(Rescale(-3, 1, 2), -2) << "halves go away from zero on both sides";
   EXPECT_EQ(Rescale(3, 1, 2), 2);
+}
+
+TEST(StreamJointsTest, AStreamThatPausesIsNoJoint) {
+  StreamJoints joints;
+  constexpr MediaTime kPacket = 40 * kMillisecond;
+  for (MediaTime time = 0; time < 20 * kSecond; time += kPacket) {
+    EXPECT_EQ(joints.ShiftOf(0, time + 2 * kPacket, kPacket), 0);
+    EXPECT_EQ(joints.ShiftOf(0, time, kPacket), 0) << "out of order";
+    if (time < kSecond || time > 15 * kSecond) {
+      EXPECT_EQ(joints.ShiftOf(1, time, kPacket), 0);
+    }
+  }
+  // What is of the end still may come behind what is of the beginning.
+  const MediaTime shift = joints.ShiftOf(0, 5 * kSecond, kPacket);
+  EXPECT_EQ(5 * kSecond + shift, 20 * kSecond + 2 * kPacket);
+  EXPECT_EQ(joints.ShiftOf(1, 20 * kSecond, kPacket), 0);
+  EXPECT_EQ(joints.ShiftOf(1, 5 * kSecond, kPacket), shift);
+  joints.Forget();
+  EXPECT_EQ(joints.ShiftOf(1, 7 * kSecond, kPacket), 0);
 }
 
 TEST(SoundClockTest, CoarseTimeStampsDoNotMakeGapsButRealOnesDo) {

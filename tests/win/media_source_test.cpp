@@ -368,6 +368,47 @@ TEST_F(MediaSourceTest, DamagedAndCutFilesPlayToTheirEnd) {
   }
 }
 
+// Recordings that were cut or put behind each other with `copy /b`.
+TEST_F(MediaSourceTest, JoinedFilesGoOnWhereTheirTimeStampsBeginAnewOrLeap) {
+  const TempFolder folder;
+  const std::pair<const char*, const char*> joints[] = {{"mpeg2_ac3.vob", "mpeg2_ac3.vob"},
+                                                        {"mpeg2_mp2.ts", "mpeg2_mp2.ts"},
+                                                        {"mpeg2_mp2.ts", "later.ts"},
+                                                        {"later.ts", "mpeg2_mp2.ts"}};
+  for (const auto& [first, second] : joints) {
+    SCOPED_TRACE(std::string(first) + " and " + second);
+    std::string bytes;
+    for (const char* part : {first, second}) {
+      std::ifstream file(MediaPath(part), std::ios::binary);
+      bytes.append(std::istreambuf_iterator<char>(file), {});
+    }
+    MediaGraph graph;
+    graph.AddSinks();
+    ASSERT_EQ(graph.Render(std::filesystem::path(folder.Write(first, bytes)).wstring()), S_OK);
+    graph.graph.As<IMediaFilter>()->SetSyncSource(nullptr);
+    ASSERT_HRESULT_SUCCEEDED(graph.control->Run());
+    ASSERT_TRUE(graph.Completes(10000));
+    const auto pictures = graph.pictures->Segments().back().samples;
+    EXPECT_NEAR(static_cast<double>(pictures.size()), 2 * kPictures, 4);
+    LONGLONG last = -kFrame;
+    for (const auto& sample : pictures) {
+      EXPECT_NEAR(static_cast<double>(sample.start), static_cast<double>(last + kFrame), 0.3 * kSecond);
+      last = sample.start;
+    }
+    EXPECT_NEAR(static_cast<double>(last), 8.0 * kSecond, 0.3 * kSecond);
+    const std::vector<LONGLONG> beeps = Beeps(graph.sounds->Segments()[0], 44100);
+    EXPECT_EQ(beeps.size(), 8U);
+    // Picture n shows n, and every 25th has a beep: also behind the joint.
+    for (const LONGLONG beep : beeps) {
+      const auto shown = std::min_element(
+          pictures.begin(), pictures.end(),
+          [&](const auto& a, const auto& b) { return std::abs(a.start - beep) < std::abs(b.start - beep); });
+      const int apart = shown->picture % 25;
+      EXPECT_LE(std::min(apart, 25 - apart), 1) << "at " << beep;
+    }
+  }
+}
+
 TEST_F(MediaSourceTest, FileNamesMayBeInAnyLetters) {
   const TempFolder folder;
   for (const wchar_t* name : {L"Пример ビデオ é.avi", L"no extension", L"100% %03d # ?.avi"}) {
